@@ -1,0 +1,56 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "framework/base/exceptions.h"
+#include "framework/base/object.h"
+
+namespace framework {
+
+/// An ordered list that owns its items. Items keep their address until they are removed.
+template <class Item>
+class TCollection : public TObject {
+public:
+    /// Number of items.
+    int Count() const { return static_cast<int>(Items_.size()); }
+    bool Empty() const { return Items_.empty(); }
+
+    /// The item at a position from 0; raises EListError outside the list.
+    Item& GetItem(int index) const {
+        if (index < 0 || index >= Count())
+            throw EListError("List index out of bounds (" + std::to_string(index) + ")");
+        return *Items_[static_cast<std::size_t>(index)];
+    }
+
+    /// Removes all items.
+    void Clear() { Items_.clear(); }
+
+    auto begin() const { return Iterator{Items_.data()}; }
+    auto end() const { return Iterator{Items_.data() + Items_.size()}; }
+
+protected:
+    /// Appends an item made from the arguments and returns it.
+    template <class... Args>
+    Item& Emplace(Args&&... args) {
+        return *Items_.emplace_back(std::make_unique<Item>(std::forward<Args>(args)...));
+    }
+
+private:
+    struct Iterator {
+        const std::unique_ptr<Item>* At;
+        Item& operator*() const { return **At; }
+        Iterator& operator++() {
+            ++At;
+            return *this;
+        }
+        bool operator==(const Iterator&) const = default;
+    };
+
+    std::vector<std::unique_ptr<Item>> Items_;
+};
+
+}  // namespace framework

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "framework/api.h"
+#include "framework/base/datetime.h"
+#include "framework/base/handle.h"
+
+namespace framework {
+
+FRAMEWORK_API bool FileExists(const std::string& path);       ///< True for a file, not a folder.
+FRAMEWORK_API bool DirectoryExists(const std::string& path);  ///< True for a folder.
+/// Deletes a file; raises EInOutError when it cannot.
+FRAMEWORK_API void EraseFile(const std::string& path);
+/// Makes a folder and the folders above it; raises EInOutError when one cannot be made.
+FRAMEWORK_API void ForceDirectories(const std::string& path);
+
+/// Attributes of a search; entries that carry one of the first five are listed only when it is
+/// asked for, all others always.
+inline constexpr int faReadOnly = 0x01;
+inline constexpr int faHidden = 0x02;
+inline constexpr int faSysFile = 0x04;
+inline constexpr int faVolumeID = 0x08;
+inline constexpr int faDirectory = 0x10;
+inline constexpr int faArchive = 0x20;
+inline constexpr int faAnyFile = 0x3F;
+
+/// One entry of a folder.
+struct TSearchRec {
+    std::string Name;
+    int Attr = 0;  ///< The attributes above and, from bit 6 on, the system's further ones.
+    std::int64_t Size = 0;
+    TDateTime LastWriteTime = 0;  ///< UTC.
+    bool IsDirectory() const { return (Attr & faDirectory) != 0; }
+    /// A link or junction: what lies behind it is somewhere else.
+    bool IsLink() const;
+};
+
+/// Lists the entries of a folder that match a mask, "." and ".." included.
+class FRAMEWORK_API TFileSearch {
+public:
+    /// @param mask a folder joined with a pattern, such as C:\A\*.*; a folder that is not there
+    /// has no entries. @param attributes the attributes to list besides ordinary files.
+    TFileSearch(const std::string& mask, int attributes);
+    /// Fetches the next entry; false when there is none left.
+    bool Next(TSearchRec& entry);
+
+private:
+    FindHandle Search_;
+    WIN32_FIND_DATAA Found_{};
+    bool Pending_ = false;
+    int Attributes_;
+};
+
+}  // namespace framework

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "framework/api.h"
+#include "framework/base/handle.h"
+
+namespace framework {
+
+/// A text file read or written line by line. Every failure raises EInOutError with the file's name.
+/// Others may read and append while it is open.
+class FRAMEWORK_API TTextFile {
+public:
+    /// Opens an existing file for reading.
+    static TTextFile Reset(const std::string& path);
+    /// Creates the file, or empties it, for writing.
+    static TTextFile Rewrite(const std::string& path);
+    /// Opens an existing file for writing behind its end; a missing file is an error.
+    static TTextFile Append(const std::string& path);
+
+    TTextFile(TTextFile&&) noexcept = default;
+    TTextFile& operator=(TTextFile&&) noexcept = default;
+    /// Closes the file; text that was not written by Close is written as far as possible.
+    ~TTextFile();
+
+    /// Reads the next line without its end (CR LF or LF; the last line may lack it); false at the
+    /// end of the file.
+    bool ReadLine(std::string& line);
+    /// Appends a line and CR LF.
+    void WriteLine(std::string_view line);
+    /// Writes what is buffered and closes the file. Call it after writing: the destructor cannot
+    /// report an error.
+    void Close();
+
+private:
+    TTextFile(std::string path, FileHandle file) : Path_(std::move(path)), File_(std::move(file)) {}
+    void Flush();
+
+    std::string Path_;
+    FileHandle File_;
+    std::string Buffer_;       // read ahead, or not yet written
+    std::size_t Position_ = 0;  // of the next character in Buffer_ while reading
+    bool Writing_ = false;
+};
+
+}  // namespace framework
