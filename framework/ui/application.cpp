@@ -1,0 +1,64 @@
+#include "framework/ui/application.h"
+
+#include "framework/base/exceptions.h"
+#include "framework/base/text.h"
+#include "framework/threads/synchronize.h"
+#include "framework/ui/form.h"
+
+namespace framework {
+
+TApplication& Application() {
+    static TApplication& application = *new TApplication;
+    return application;
+}
+
+bool TApplication::ProcessMessage(MSG& message) {
+    if (!::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) return false;
+    if (message.message == WM_QUIT) {
+        Terminated_ = true;
+        return true;
+    }
+    const HWND top = message.hwnd ? ::GetAncestor(message.hwnd, GA_ROOT) : nullptr;
+    if (dynamic_cast<TForm*>(TControl::FromHandle(top)) && ::IsDialogMessageW(top, &message))
+        return true;
+    ::TranslateMessage(&message);
+    ::DispatchMessageW(&message);
+    return true;
+}
+
+void TApplication::ProcessMessages() {
+    BindMainThread();
+    MSG message;
+    while (ProcessMessage(message)) {
+    }
+}
+
+void TApplication::HandleMessage() {
+    BindMainThread();
+    MSG message;
+    if (!ProcessMessage(message)) ::WaitMessage();
+}
+
+void TApplication::Run() {
+    while (!Terminated_) HandleMessage();
+}
+
+void TApplication::HandleException() noexcept {
+    try {
+        throw;
+    } catch (const EAbort&) {
+    } catch (const std::exception& error) {
+        try {
+            if (OnException)
+                OnException(error);
+            else
+                ::MessageBoxW(MainWindow(), ToWide(error.what()).c_str(), L"Error",
+                              MB_OK | MB_ICONERROR | MB_TASKMODAL);
+        } catch (...) {
+            // An error while an error is told has nowhere left to go.
+        }
+    } catch (...) {
+    }
+}
+
+}  // namespace framework

@@ -1,0 +1,137 @@
+#include "framework/ui/form.h"
+
+#include "framework/base/exceptions.h"
+#include "framework/ui/application.h"
+#include "framework/ui/task_windows.h"
+
+namespace framework {
+namespace {
+
+constexpr wchar_t FormClass[] = L"FrameworkForm";
+constexpr int FontPoints = 8;
+
+void RegisterFormClass() {
+    WNDCLASSW windowClass{};
+    windowClass.lpfnWndProc = ::DefWindowProcW;
+    windowClass.hInstance = ::GetModuleHandleW(nullptr);
+    windowClass.hCursor = ::LoadCursorW(nullptr, IDC_ARROW);
+    windowClass.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
+    windowClass.lpszClassName = FormClass;
+    ::RegisterClassW(&windowClass);
+}
+
+int SystemDpi() {
+    const HDC screen = ::GetDC(nullptr);
+    const int dpi = ::GetDeviceCaps(screen, LOGPIXELSY);
+    ::ReleaseDC(nullptr, screen);
+    return dpi;
+}
+
+}  // namespace
+
+TForm::TForm(const std::string& caption) : TControl(nullptr), Dpi_(SystemDpi()) {
+    RegisterFormClass();
+    Font_.Reset(::CreateFontW(-::MulDiv(FontPoints, Dpi_, 72), 0, 0, 0, FW_NORMAL, FALSE, FALSE,
+                              FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS,
+                              DEFAULT_QUALITY, DEFAULT_PITCH, L"Tahoma"));
+    CreateHandle(FormClass, WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN,
+                 WS_EX_DLGMODALFRAME | WS_EX_CONTROLPARENT, Application().MainWindow(), caption);
+}
+
+TForm::~TForm() { FreeComponents(); }
+
+void TForm::SetClientSize(int width, int height) {
+    RECT frame{0, 0, width, height};
+    ::AdjustWindowRectEx(&frame, static_cast<DWORD>(::GetWindowLongW(Handle(), GWL_STYLE)), FALSE,
+                         static_cast<DWORD>(::GetWindowLongW(Handle(), GWL_EXSTYLE)));
+    ::SetWindowPos(Handle(), nullptr, 0, 0, frame.right - frame.left, frame.bottom - frame.top,
+                   SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    Centre();
+}
+
+void TForm::Centre() {
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    const HWND main = Application().MainWindow();
+    ::GetMonitorInfoW(::MonitorFromWindow(main ? main : Handle(), MONITOR_DEFAULTTOPRIMARY),
+                      &monitor);
+    const RECT& area = monitor.rcWork;
+    ::SetWindowPos(Handle(), nullptr, (area.left + area.right - Width()) / 2,
+                   (area.top + area.bottom - Height()) / 2, 0, 0,
+                   SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void TForm::SetVisible(bool visible) { ::ShowWindow(Handle(), visible ? SW_SHOWNORMAL : SW_HIDE); }
+
+void TForm::SetStayOnTop(bool stayOnTop) {
+    ::SetWindowPos(Handle(), stayOnTop ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0,
+                   SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+}
+
+void TForm::DisableClose() {
+    ::EnableMenuItem(::GetSystemMenu(Handle(), FALSE), SC_CLOSE, MF_BYCOMMAND | MF_GRAYED);
+}
+
+TModalResult TForm::ShowModal() {
+    if (Modal_ || Visible())
+        throw Exception("A form that is already open cannot be opened once more");
+    const HWND active = ::GetActiveWindow();
+    {
+        const TTaskWindowsDisabled others;
+        ModalResult = mrNone;
+        Modal_ = true;
+        // The form may not have been there when an outer bracket disabled all windows.
+        SetEnabled(true);
+        Show();
+        TApplication& application = Application();
+        try {
+            if (application.OnModalBegin) application.OnModalBegin(*this);
+            while (ModalResult == mrNone && !application.Terminated() && Handle())
+                application.HandleMessage();
+        } catch (...) {
+            Modal_ = false;
+            SetVisible(false);
+            throw;
+        }
+        Modal_ = false;
+        if (ModalResult == mrNone) ModalResult = mrCancel;
+    }
+    // Only now: with the others still disabled the system would activate another program's window.
+    SetVisible(false);
+    if (active) ::SetActiveWindow(active);
+    return ModalResult;
+}
+
+void TForm::CloseQuery() {
+    if (Modal_)
+        ModalResult = mrCancel;
+    else
+        SetVisible(false);
+}
+
+void TForm::RestoreFocus() {
+    if (!LastFocus_ || !::IsChild(Handle(), LastFocus_) || !::IsWindowEnabled(LastFocus_) ||
+        !::IsWindowVisible(LastFocus_))
+        LastFocus_ = ::GetNextDlgTabItem(Handle(), nullptr, FALSE);
+    if (LastFocus_) ::SetFocus(LastFocus_);
+}
+
+LRESULT TForm::WndProc(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_SETFONT: return 0;
+        case WM_GETFONT: return reinterpret_cast<LRESULT>(Font_.Get());
+        case WM_CLOSE: CloseQuery(); return 0;
+        case WM_ACTIVATE:
+            if (LOWORD(wParam) == WA_INACTIVE) LastFocus_ = ::GetFocus();
+            break;
+        case WM_SETFOCUS: RestoreFocus(); return 0;
+        case DM_GETDEFID:
+            if (DefaultId_ != 0)
+                return static_cast<LRESULT>(MAKELONG(DefaultId_, DC_HASDEFID));
+            return 0;
+        default: break;
+    }
+    return TControl::WndProc(message, wParam, lParam);
+}
+
+}  // namespace framework

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+
+#include "framework/api.h"
+#include "framework/ui/control.h"
+
+namespace framework {
+
+/// One or more lines of text, shown as they are: an ampersand is an ampersand.
+class FRAMEWORK_API TLabel : public TControl {
+public:
+    TLabel(TControl& parent, const std::string& caption);
+    /// Sets the text and makes the label as large as the text is.
+    void SetText(const std::string& text) override;
+
+private:
+    void AdjustSize();
+};
+
+/// An area that holds other controls, or room.
+class FRAMEWORK_API TPanel : public TControl {
+public:
+    explicit TPanel(TControl& parent);
+};
+
+}  // namespace framework
