@@ -1,0 +1,7 @@
+#include "framework/base/object.h"
+
+namespace framework {
+
+TObject::~TObject() = default;
+
+}  // namespace framework
