@@ -7,8 +7,9 @@
 
 namespace framework {
 
-/// Days since 30 December 1899, the time of day as the fraction. Zero means "no date". Carries no
-/// time zone: whoever holds the value says whether it is local or UTC.
+/// Days since 30 December 1899, the time of day as the fraction. Zero means "no date". Moments
+/// before are negative and count on evenly: -0.25 is six o'clock in the evening of the 29th. Carries
+/// no time zone: whoever holds the value says whether it is local or UTC.
 using TDateTime = double;
 
 struct DateParts {
@@ -29,13 +30,14 @@ FRAMEWORK_API bool TryEncodeDate(int year, int month, int day, TDateTime& value)
 FRAMEWORK_API TDateTime EncodeTime(int hour, int minute, int second, int milliSecond);
 
 /// The date and the time of a value, which is rounded to whole milliseconds first, so that both
-/// always belong together (a moment just short of midnight counts to the next day in both).
+/// always belong together (a moment just short of midnight counts to the next day in both). Raise
+/// EConvertError outside the years 1 to 9999.
 FRAMEWORK_API DateParts DecodeDate(TDateTime value);
 FRAMEWORK_API TimeParts DecodeTime(TDateTime value);
 
 /// 0 for Sunday to 6 for Saturday.
 FRAMEWORK_API int DayOfWeek(TDateTime value);
-/// Number of days of a month, 1 to 12.
+/// Number of days of a month; raises EConvertError for a month outside 1 to 12.
 FRAMEWORK_API int DaysInMonth(int year, int month);
 
 /// The time of day as hours, minutes and seconds, "h:mm:ss" with 24 hours; the same whatever the

@@ -8,6 +8,7 @@
 namespace framework {
 
 /// Conversions between day counts and the system's time records. None changes the time zone.
+/// Raises EConvertError when the record holds no date or time.
 FRAMEWORK_API TDateTime SystemTimeToDateTime(const SYSTEMTIME& time);
 /// Raises EConvertError outside the years that SYSTEMTIME holds (1601 to 9999).
 FRAMEWORK_API SYSTEMTIME DateTimeToSystemTime(TDateTime value);
