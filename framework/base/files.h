@@ -19,8 +19,8 @@ FRAMEWORK_API void EraseFile(const std::string& path);
 /// Makes a folder and the folders above it; raises EInOutError when one cannot be made.
 FRAMEWORK_API void ForceDirectories(const std::string& path);
 
-/// Attributes of a search; entries that carry one of the first five are listed only when it is
-/// asked for, all others always.
+/// Attributes of a search. Hidden and system files, volume names and folders are listed only when
+/// they are asked for, all others always.
 inline constexpr int faReadOnly = 0x01;
 inline constexpr int faHidden = 0x02;
 inline constexpr int faSysFile = 0x04;
@@ -37,7 +37,7 @@ struct TSearchRec {
     TDateTime LastWriteTime = 0;  ///< UTC.
     bool IsDirectory() const { return (Attr & faDirectory) != 0; }
     /// A link or junction: what lies behind it is somewhere else.
-    bool IsLink() const;
+    bool IsLink() const { return (Attr & FILE_ATTRIBUTE_REPARSE_POINT) != 0; }
 };
 
 /// Lists the entries of a folder that match a mask, "." and ".." included.
@@ -45,11 +45,17 @@ class FRAMEWORK_API TFileSearch {
 public:
     /// @param mask a folder joined with a pattern, such as C:\A\*.*; a folder that is not there
     /// has no entries. @param attributes the attributes to list besides ordinary files.
+    /// Raises EInOutError, as Next does, when the folder is there but cannot be listed.
     TFileSearch(const std::string& mask, int attributes);
     /// Fetches the next entry; false when there is none left.
     bool Next(TSearchRec& entry);
 
 private:
+    void Take(TSearchRec& entry) const;
+    /// Raises the error unless it means that there are no more entries.
+    void CheckEnd(unsigned long code) const;
+
+    std::string Mask_;
     FindHandle Search_;
     WIN32_FIND_DATAA Found_{};
     bool Pending_ = false;

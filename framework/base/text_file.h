@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "framework/api.h"
 #include "framework/base/handle.h"
@@ -21,7 +22,7 @@ public:
     static TTextFile Append(const std::string& path);
 
     TTextFile(TTextFile&&) noexcept = default;
-    TTextFile& operator=(TTextFile&&) noexcept = default;
+    TTextFile& operator=(TTextFile&& other) noexcept;
     /// Closes the file; text that was not written by Close is written as far as possible.
     ~TTextFile();
 
@@ -35,8 +36,12 @@ public:
     void Close();
 
 private:
-    TTextFile(std::string path, FileHandle file) : Path_(std::move(path)), File_(std::move(file)) {}
+    TTextFile(std::string path, FileHandle file, bool writing)
+        : Path_(std::move(path)), File_(std::move(file)), Writing_(writing) {}
+    /// Reads the next block; false at the end of the file.
+    bool Fill();
     void Flush();
+    void FlushQuietly() noexcept;
 
     std::string Path_;
     FileHandle File_;

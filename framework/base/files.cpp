@@ -1,0 +1,101 @@
+#include "framework/base/files.h"
+
+#include "framework/base/exceptions.h"
+#include "framework/base/paths.h"
+#include "framework/base/system_time.h"
+
+namespace framework {
+
+namespace {
+
+/// Entries with one of these are listed only when they are asked for.
+constexpr int AskedForOnly = faHidden | faSysFile | faVolumeID | faDirectory;
+
+/// True for the answers of the system that mean: there is nothing to list.
+bool MeansNothingThere(DWORD code) {
+    switch (code) {
+        case ERROR_FILE_NOT_FOUND:
+        case ERROR_PATH_NOT_FOUND:
+        case ERROR_NO_MORE_FILES:
+        case ERROR_INVALID_NAME:
+        case ERROR_DIRECTORY:
+        case ERROR_INVALID_DRIVE:
+        case ERROR_BAD_NETPATH:
+        case ERROR_BAD_NET_NAME:
+        case ERROR_NOT_READY:
+            return true;
+        default:
+            return false;
+    }
+}
+
+}  // namespace
+
+bool FileExists(const std::string& path) {
+    const DWORD attributes = ::GetFileAttributesA(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+}
+
+bool DirectoryExists(const std::string& path) {
+    const DWORD attributes = ::GetFileAttributesA(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+void EraseFile(const std::string& path) {
+    if (!::DeleteFileA(path.c_str()))
+        throw EInOutError(::GetLastError(), path);
+}
+
+void ForceDirectories(const std::string& path) {
+    if (path.empty())
+        throw EInOutError(ERROR_PATH_NOT_FOUND, path);
+    if (DirectoryExists(path))
+        return;
+    const std::string above = ExtractFileDir(path);
+    if (!above.empty() && above != path)
+        ForceDirectories(above);
+    if (::CreateDirectoryA(path.c_str(), nullptr))
+        return;
+    // Somebody else may have been faster; a path that ends in a separator was made just now.
+    const DWORD code = ::GetLastError();
+    if (!DirectoryExists(path))
+        throw EInOutError(code, path);
+}
+
+TFileSearch::TFileSearch(const std::string& mask, int attributes)
+    : Mask_(mask), Attributes_(attributes) {
+    Search_.Reset(::FindFirstFileA(mask.c_str(), &Found_));
+    Pending_ = static_cast<bool>(Search_);
+    if (!Pending_)
+        CheckEnd(::GetLastError());
+}
+
+bool TFileSearch::Next(TSearchRec& entry) {
+    const int refused = AskedForOnly & ~Attributes_;
+    while (Pending_) {
+        const bool listed = (static_cast<int>(Found_.dwFileAttributes) & refused) == 0;
+        if (listed)
+            Take(entry);
+        Pending_ = ::FindNextFileA(Search_.Get(), &Found_) != FALSE;
+        if (!Pending_)
+            CheckEnd(::GetLastError());
+        if (listed)
+            return true;
+    }
+    return false;
+}
+
+void TFileSearch::Take(TSearchRec& entry) const {
+    entry.Name = Found_.cFileName;
+    entry.Attr = static_cast<int>(Found_.dwFileAttributes);
+    entry.Size = static_cast<std::int64_t>(
+        (static_cast<std::uint64_t>(Found_.nFileSizeHigh) << 32) | Found_.nFileSizeLow);
+    entry.LastWriteTime = FileTimeToDateTime(Found_.ftLastWriteTime);
+}
+
+void TFileSearch::CheckEnd(unsigned long code) const {
+    if (!MeansNothingThere(code))
+        throw EInOutError(code, Mask_);
+}
+
+}  // namespace framework
