@@ -9,12 +9,13 @@ namespace {
 
 constexpr wchar_t FormClass[] = L"FrameworkForm";
 constexpr int FontPoints = 8;
+const wchar_t* const ArrowCursor = MAKEINTRESOURCEW(32512);
 
 void RegisterFormClass() {
     WNDCLASSW windowClass{};
     windowClass.lpfnWndProc = ::DefWindowProcW;
     windowClass.hInstance = ::GetModuleHandleW(nullptr);
-    windowClass.hCursor = ::LoadCursorW(nullptr, IDC_ARROW);
+    windowClass.hCursor = ::LoadCursorW(nullptr, ArrowCursor);
     windowClass.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
     windowClass.lpszClassName = FormClass;
     ::RegisterClassW(&windowClass);

@@ -42,7 +42,7 @@ void TImage::DrawItem(const DRAWITEMSTRUCT& item) {
 TAnimate::TAnimate(TControl& parent) : TControl(&parent) {
     const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_ANIMATE_CLASS};
     ::InitCommonControlsEx(&classes);
-    CreateHandle(ANIMATE_CLASSW, WS_CHILD | WS_VISIBLE | ACS_CENTER, 0, parent.Handle());
+    CreateHandle(ANIMATE_CLASSW, WS_CHILD | WS_VISIBLE | ACS_CENTER | ACS_TRANSPARENT, 0, parent.Handle());
 }
 
 void TAnimate::LoadResource(HINSTANCE module, int id) {

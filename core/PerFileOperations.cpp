@@ -1,0 +1,99 @@
+// Operations on one file, in terms of the operations on FileItems.
+
+#include "core/Customvcs.h"
+#include "core/Cvs_files.h"
+#include "core/Cvs_utils.h"
+#include "framework/base/files.h"
+
+namespace tandrel {
+namespace {
+
+/// Empties the list when the operation is over, however it ends.
+class TFileItemsForCall {
+public:
+    explicit TFileItemsForCall(TFileItems& items) : Items_(items) {}
+    ~TFileItemsForCall() { Items_.Clear(); }
+    TFileItemsForCall(const TFileItemsForCall&) = delete;
+    TFileItemsForCall& operator=(const TFileItemsForCall&) = delete;
+
+private:
+    TFileItems& Items_;
+};
+
+}  // namespace
+
+bool TCustomCvsObj::WithFile(const std::string& FileName, bool (TCustomCvsObj::*Operate)()) {
+    const TFileItemsForCall cleared(FileItems);
+    FileItems.AddFile(FileName, Km_none);
+    return (this->*Operate)();
+}
+
+bool TCustomCvsObj::DeleteFileListsFiles() {
+    std::string files;
+    for (const TFileItem& item : FileItems) {
+        if (item.FileType != fi_file) continue;
+        if (!files.empty()) files += '\0';
+        files += SlashSep(item.Directory, item.Name);
+    }
+    return RevoveFilesExt(files);
+}
+
+bool TCustomCvsObj::AddFile(const std::string& FileName) {
+    return WithFile(FileName, &TCustomCvsObj::Add);
+}
+
+bool TCustomCvsObj::StatusFile(const std::string& FileName) {
+    return WithFile(FileName, &TCustomCvsObj::Status);
+}
+
+bool TCustomCvsObj::LogFile(const std::string& FileName) {
+    return WithFile(FileName, &TCustomCvsObj::Log);
+}
+
+bool TCustomCvsObj::DiffFile(bool, const std::string&) { return Diff(); }
+
+bool TCustomCvsObj::RemoveFile(const std::string& FileName, bool DeleteLocal) {
+    DeleteLocalFiles = DeleteLocal;
+    FileItems.AddFile(FileName, Km_none);
+    if (DeleteLocalFiles && !DeleteFileListsFiles()) {
+        // The list stays: the caller can see what was to be deleted, and try again.
+        MessageProc("file %s not deleted", {FileName});
+        return false;
+    }
+    const TFileItemsForCall cleared(FileItems);
+    return Remove();
+}
+
+bool TCustomCvsObj::MoveFile(const std::string& Src, const std::string& Dst, bool OsMove) {
+    Set_OsMoveFilesFlag(OsMove);
+    if (OsMove && framework::FileExists(Src)) {
+        if (!MoveFileExt(Src, Dst, true)) {
+            MessageProc("file %s not moved to %s", {Src, Dst});
+            return false;
+        }
+    } else if (OsMove || !framework::FileExists(Dst)) {
+        MessageProc("file %s is not Exists", {Dst});
+        return false;
+    }
+    return WithFile(Src, &TCustomCvsObj::Remove) && WithFile(Dst, &TCustomCvsObj::Add);
+}
+
+std::string TCustomCvsObj::StatusFileEx(const std::string& FileName) {
+    const TOutputCapture capture(*this);
+    StatusFile(FileName);
+    return capture.Text();
+}
+
+std::string TCustomCvsObj::DiffFileEx(const std::string& FileName) {
+    const TOutputCapture capture(*this);
+    DiffFile(false, FileName);
+    return capture.Text();
+}
+
+std::string TCustomCvsObj::LogFileEx(const std::string& FileName) {
+    const TOutputCapture capture(*this);
+    LogFile(FileName);
+    return capture.Text();
+}
+
+}  // namespace tandrel

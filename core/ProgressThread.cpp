@@ -1,0 +1,161 @@
+// The worker thread of a run. Only what is said to hand over touches the main thread's things.
+
+#include <windows.h>
+
+#include <algorithm>
+#include <array>
+
+#include "core/Customvcs.h"
+#include "core/CvsExecute.h"
+#include "core/Progress_frm.h"
+#include "framework/base/exceptions.h"
+#include "framework/base/format.h"
+#include "framework/base/handle.h"
+#include "framework/threads/synchronize.h"
+
+namespace tandrel::Progress_frm {
+namespace {
+
+constexpr DWORD ChunkSize = 1023;       // bytes of output handed over at a time
+constexpr DWORD AnswerSize = 1023;      // bytes written to the child for each answer
+constexpr DWORD GraceTime = 1000;       // ms for the child to end after its output
+constexpr DWORD TimeAfterKill = 3000;   // ms until the run counts as over
+
+struct TPipe {
+    framework::KernelHandle Read, Write;
+};
+
+TPipe MakePipe() {
+    SECURITY_ATTRIBUTES inheritable{sizeof inheritable, nullptr, TRUE};
+    TPipe pipe;
+    // Without a pipe the run goes on: the child then simply has nothing to read or write.
+    ::CreatePipe(pipe.Read.Receive(), pipe.Write.Receive(), &inheritable, 0);
+    return pipe;
+}
+
+}  // namespace
+
+struct TProgressThread::TChild {
+    framework::KernelHandle Process;
+    framework::KernelHandle Output;  // what the child writes
+    framework::KernelHandle Input;   // what the child reads
+};
+
+TProgressThread::TProgressThread(bool createSuspended, TCvsExecuteClass& executeClass)
+    : ExecuteClass(executeClass),
+      Obj_(executeClass.CvsObj),
+      CommandLine_(Obj_.CvsExecutable + Obj_.CommandLine),
+      Arguments_(Obj_.CommandLine),
+      Directory_(executeClass.Directory.empty() ? Obj_.Get_CurrentProcDirectory()
+                                                : executeClass.Directory),
+      FormWindow_(executeClass.ProgressForm->Handle()) {
+    if (!createSuspended) Start();
+}
+
+TProgressThread::~TProgressThread() { WaitFor(); }
+
+void TProgressThread::Execute() { ExecuteCommand(Directory_); }
+
+void TProgressThread::SendMsg(const std::string& text) {
+    if (!text.empty())
+        ::SendMessageW(FormWindow_, WM_USERMESSAGE, reinterpret_cast<WPARAM>(text.c_str()), 0);
+}
+
+void TProgressThread::SendMsg2(const char* chunk) {
+    ::SendMessageW(FormWindow_, WM_USERMESSAGE2, reinterpret_cast<WPARAM>(chunk), 0);
+}
+
+void TProgressThread::ExecuteCommand(const std::string& directory) {
+    if (!Obj_.ServerOnline() && Obj_.ConnectionType != cnLocal) {
+        SendMsg("server is offline ");
+        framework::Synchronize([this] { Obj_.SaveCommandLog(); });
+        return;
+    }
+    Obj_.Aborted = false;
+    TChild child = StartChild(directory);
+    if (ReadOutput(child))
+        SendMsg(framework::Format("User cancel execute command  %s  ", {Arguments_}));
+    child.Output.Reset();
+    child.Input.Reset();
+    Obj_.AnswerPrompts = false;
+    AwaitEnd(child);
+}
+
+TProgressThread::TChild TProgressThread::StartChild(const std::string& directory) {
+    TPipe output = MakePipe();
+    TPipe input = MakePipe();
+    STARTUPINFOA startup{};
+    startup.cb = sizeof startup;
+    startup.dwFlags = STARTF_USESHOWWINDOW | STARTF_USESTDHANDLES;
+    startup.wShowWindow = SW_HIDE;
+    startup.hStdInput = input.Read.Get();
+    // One pipe for both, so that errors stand where they were written among the output.
+    startup.hStdOutput = output.Write.Get();
+    startup.hStdError = output.Write.Get();
+    // A child that never reads would block the writer for ever, and with it the reading of its
+    // output: answers that find no room are dropped, enough of them are waiting already.
+    DWORD mode = PIPE_READMODE_BYTE | PIPE_NOWAIT;
+    ::SetNamedPipeHandleState(input.Write.Get(), &mode, nullptr, nullptr);
+    PROCESS_INFORMATION information{};
+    std::string commandLine = CommandLine_;  // the system may write to it
+    if (!::CreateProcessA(nullptr, commandLine.data(), nullptr, nullptr, TRUE, CREATE_NEW_CONSOLE,
+                          nullptr, directory.c_str(), &startup, &information)) {
+        SendMsg("Could not create process ");
+        throw framework::Exception("Could not create process");
+    }
+    const framework::KernelHandle mainThread(information.hThread);
+    // The child's ends close here, or the end of its output would never be seen.
+    return {framework::KernelHandle(information.hProcess), std::move(output.Read),
+            std::move(input.Write)};
+}
+
+bool TProgressThread::ReadOutput(const TChild& child) {
+    std::array<char, ChunkSize + 1> chunk{};
+    std::array<char, AnswerSize + 1> answer{};
+    try {
+        while (!Obj_.Aborted) {
+            DWORD read = 0;
+            if (!::ReadFile(child.Output.Get(), chunk.data(), ChunkSize, &read, nullptr))
+                return false;
+            chunk[read] = '\0';
+            if (Obj_.AnswerPrompts) AnswerPrompt(child, chunk.data(), answer.data());
+            if ((!Obj_.SuppressOutput || !Obj_.OutputList) && Obj_.OnMessage)
+                SendMsg2(chunk.data());
+        }
+        return true;
+    } catch (...) {
+        // Whatever went wrong with a chunk, the child must still be seen to its end.
+        return false;
+    }
+}
+
+void TProgressThread::AnswerPrompt(const TChild& child, const char* output, char* answer) {
+    std::string text;
+    framework::Synchronize([&] { Obj_.ProcessConfirm(output, text); });
+    const std::size_t length = std::min<std::size_t>(text.size(), AnswerSize);
+    *std::copy_n(text.data(), length, answer) = '\0';
+    DWORD written = 0;
+    ::WriteFile(child.Input.Get(), answer, AnswerSize, &written, nullptr);
+    ::WriteFile(child.Input.Get(), "\r", 1, &written, nullptr);
+}
+
+void TProgressThread::AwaitEnd(TChild& child) {
+    if (::WaitForSingleObject(child.Process.Get(), GraceTime) != WAIT_OBJECT_0) {
+        const bool terminated = ::TerminateProcess(child.Process.Get(), 1) != FALSE;
+        child.Process.Reset();
+        if (!terminated) throw framework::Exception("Process terminated with failure");
+        ::Sleep(TimeAfterKill);
+        throw framework::Exception("Process TIMEOUT occured, process terminated");
+    }
+    DWORD exitCode = 0;
+    if (!::GetExitCodeProcess(child.Process.Get(), &exitCode))
+        throw framework::Exception("Could not get process exit code");
+    Obj_.ExitCode = static_cast<std::int32_t>(exitCode);
+    Obj_.Aborted = false;
+    SendMsg(framework::Format("%s  with Exitcode %d",
+                              {exitCode != 0 ? " CVS command execute"
+                                             : " CVS command execute successful",
+                               static_cast<std::int32_t>(exitCode)}));
+}
+
+}  // namespace tandrel::Progress_frm
