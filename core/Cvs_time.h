@@ -1,0 +1,49 @@
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+#include "core/Cvs_datetext.h"
+#include "framework/base/datetime.h"
+
+namespace framework {
+class TControl;
+}
+
+namespace tandrel {
+
+/// Conversions between local time and UTC, and the time functions that ask the system. All raise
+/// framework::EOSError when the system does not tell its time zone.
+
+/// Reads a time stamp of the client's Entries file or an internet date, both in UTC; zero for any
+/// other text.
+framework::TDateTime InternetTimeToDateTime(const std::string& Text);
+/// The internet date of a value in UTC, "Fri, 05 Mar 2004 14:07:09 GMT". Raises
+/// framework::EConvertError before the year 1601.
+std::string DateTimeInternetTime(framework::TDateTime Value);
+
+/// Local standard time to UTC; daylight saving is not considered.
+framework::TDateTime DateToZeroTimeZone(framework::TDateTime Value);
+/// UTC to local time by the rules of the present zone, daylight saving included.
+framework::TDateTime UTCToLocalTime(framework::TDateTime Value);
+/// The same by the rules of a given zone.
+framework::TDateTime UTCToLocalTime(framework::TDateTime Value, const TIME_ZONE_INFORMATION& Zone);
+
+/// True when a file counts as changed: its date (local) and the one that the client recorded (UTC,
+/// zero for none) are more than 0.0001 day apart.
+bool CompareDateTime(framework::TDateTime FileDate, framework::TDateTime RepositoryDate);
+
+/// UTC to local time and back. A local time that occurs twice is taken for the daylight one, one
+/// that the clock skips for standard time. Raise framework::EConvertError for a record that holds
+/// no moment.
+SYSTEMTIME _SystemTimeToLocalTime(const SYSTEMTIME& Time);
+SYSTEMTIME _LocalTimeToSystemTime(const SYSTEMTIME& Time);
+
+/// Replaces the hour of the time in an edit, which is then written as LTimeToStr does. An edit
+/// whose text is no time, or an hour outside 0 to 23, leaves the edit unchanged.
+void SetTime(int Hour, framework::TControl& Edit);
+/// The same, written as LTimeToStr2 does.
+void SetTime2(int Hour, framework::TControl& Edit);
+
+}  // namespace tandrel
