@@ -1,0 +1,15 @@
+#!/bin/bash
+# ./bench.sh [ARGUMENT...]
+#
+# Installs what is missing, builds, and runs the measurements; prints their table.
+set -euo pipefail
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+# shellcheck source=scripts/session.sh
+. "$root/scripts/session.sh"
+
+set_up
+build_preset win32
+start_session own
+mkdir -p "$WINEPREFIX/drive_c/work"
+cd "$WINEPREFIX/drive_c/work"
+await "$root/scripts/emulator.sh" "$root/build/win32/bin/bench.exe" "$@"

@@ -1,0 +1,14 @@
+#!/bin/bash
+# make-cvs.sh DIR
+#
+# Builds the Windows client cvs.exe (local and :pserver: access) from Debian's source package into
+# DIR.
+set -euo pipefail
+scripts=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+mkdir -p "$1"
+cd "$1"
+"$scripts/apt-private.sh" "$PWD/apt" deb-src update || true
+"$scripts/apt-private.sh" "$PWD/apt" deb-src source --download-only cvs
+dpkg-source --no-check -x cvs_*.dsc source
+"$scripts/compile-cvs.sh" source .
+rm -rf apt source work cvs_*

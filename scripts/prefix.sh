@@ -1,0 +1,39 @@
+# shellcheck shell=bash disable=SC2154
+# prefix.sh: Wine's data for one run.  Sourced.
+#
+# Every run starts with a fresh copy of the template, so that nothing a program writes into its
+# registry or its drive C: reaches a later run.  The copy stays until the next run, for a look at
+# what a failed test left behind.  Each checkout has its own; of the 590 MB all but 20 are hard
+# links to the template, which only Wine's own unchanging files may be.
+
+# Exports what emulator.sh wants and leaves it in build/wine.env for use outside of a session.
+fresh_prefix() {
+    local shared=drive_c/windows/system32
+    export TANDREL_WINE=$wine WINEPREFIX=$checkout/prefix
+    "$wine/wineserver32" -k 2>/dev/null || true # of a program started by hand
+    rm -rf "$WINEPREFIX" "$WINEPREFIX.home"
+    mkdir -p "$WINEPREFIX/${shared%/*}" "$WINEPREFIX.home"
+    cp -al "$prefix_template/prefix/$shared" "$WINEPREFIX/$shared" 2>/dev/null || {
+        rm -rf "${WINEPREFIX:?}/$shared" # a file system without hard links
+        cp -a "$prefix_template/prefix/$shared" "$WINEPREFIX/$shared"
+    }
+    cp -an "$prefix_template/prefix/." "$WINEPREFIX/"
+
+    printf 'export TANDREL_WINE=%q WINEPREFIX=%q TANDREL_LOCK=%q\n' \
+        "$wine" "$WINEPREFIX" "$checkout/lock" >"$root/build/wine.env"
+}
+
+# The server of this prefix stays up between programs: a start then takes 30 ms, not a second.  The
+# first program starts Wine's own services, which keep its standard output open for good: it must
+# not be one whose output somebody reads to the end.
+start_wine() {
+    at_exit+=(stop_wine)
+    "$wine/wineserver32" -p 9>&-
+    logged wine "starting Wine" timeout 120 "$root/scripts/emulator.sh" cmd /c exit
+    "$root/scripts/emulator.sh" 'C:\windows\keep-desktop.exe' </dev/null >/dev/null 2>&1 9>&- &
+}
+
+stop_wine() {
+    "$wine/wineserver32" -k 2>/dev/null
+    timeout 10 "$wine/wineserver32" -w 2>/dev/null
+}

@@ -1,0 +1,66 @@
+# shellcheck shell=bash disable=SC2154
+# products.sh: what the project makes for itself and keeps in the cache: a 32-bit Wine, the client
+# cvs.exe, and a prefix (Wine's data) as a template.  Sourced.
+#
+# The folder of a product carries a stamp of the scripts that make it in its name.  So a changed
+# script makes a new product, two checkouts with different scripts do not fight over one, and a
+# folder that exists is complete: it is made under another name and renamed at the end.
+
+product_path() { # NAME SCRIPT... : the stamp is that of the scripts' text
+    local name=$1
+    shift
+    printf '%s/%s-%s\n' "$cache" "$name" \
+        "$(cd "$root/scripts" && sha256sum "$@" | sha256sum | cut -c1-12)"
+}
+
+# make_product PATH MEGABYTES WHAT COMMAND...: runs COMMAND with the folder to fill as an argument
+# appended to its first word.
+make_product() {
+    local path=$1 space=$2 what=$3 script=$4
+    shift 4
+    if [ -d "$path" ]; then
+        touch "$path"
+        return
+    fi
+    exec 8>"$cache/lock"
+    lock 8 "waiting for another checkout to finish $what"
+    if [ ! -d "$path" ]; then
+        remove_unused
+        need_space "$cache" "$space" "$what"
+        say "$what"
+        rm -rf "$path.part"
+        local name=${path##*/}
+        logged "${name%-*}" "$what" make_part "$script" "$path.part" "$@"
+        mv "$path.part" "$path"
+    fi
+    exec 8>&-
+}
+
+make_part() {
+    "$root/scripts/$1" "${@:2}" 8>&-
+}
+
+# Products of earlier scripts that nobody has used for two weeks, and data of removed checkouts.
+remove_unused() {
+    local folder
+    find "$cache" -mindepth 1 -maxdepth 1 -type d -name '*-*' -mtime +14 -exec rm -rf {} +
+    for folder in "$cache"/checkouts/*/; do
+        [ ! -e "$folder/path" ] || [ -d "$(cat "$folder/path")" ] || rm -rf "$folder"
+    done
+}
+
+ensure_products() {
+    wine=$(product_path wine make-wine.sh apt-private.sh)
+    cvs_client=$(product_path cvs make-cvs.sh compile-cvs.sh apt-private.sh)
+    prefix_template=$(product_path prefix make-prefix.sh \
+        keep-desktop.c make-wine.sh make-cvs.sh compile-cvs.sh apt-private.sh)
+    make_product "$wine" 1200 "setting up a 32-bit Wine" make-wine.sh
+    make_product "$cvs_client" 100 "building the client cvs.exe" make-cvs.sh
+    if [ ! -d "$prefix_template" ]; then
+        start_display
+        make_product "$prefix_template" 700 "preparing Wine's data" \
+            make-prefix.sh "$wine" "$cvs_client/cvs.exe"
+    else
+        make_product "$prefix_template" 0 "" ""
+    fi
+}

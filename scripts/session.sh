@@ -1,0 +1,43 @@
+#!/bin/bash
+# session.sh [COMMAND...]
+#
+# Runs COMMAND with all that the tests find around them: a display, a warm Wine with fresh data and
+# a password server of cvs.  For example:
+#
+#   scripts/session.sh ctest --preset win32 -R Entries
+#
+# ./run, ./test and ./bench.sh source this file for its functions.
+set -euo pipefail
+if [ -z "${root:-}" ]; then
+    root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+fi
+# shellcheck source=scripts/common.sh
+. "$root/scripts/common.sh"
+for part in packages display products prefix pserver build; do
+    # shellcheck source=/dev/null
+    . "$root/scripts/$part.sh"
+done
+
+# All that has to be there before anything is built; installs what is missing.
+set_up() {
+    check_distribution
+    make_folders
+    lock_checkout
+    ensure_packages
+    ensure_products
+}
+
+# start_session [OWN_DISPLAY]: with "OWN_DISPLAY" empty a display of the user's is used.
+start_session() {
+    if [ -n "${1:-}" ] || [ -z "${DISPLAY:-}" ]; then start_display; fi
+    export TANDREL_SESSION=1 TZ=UTC
+    fresh_prefix
+    start_wine
+}
+
+if [ "${BASH_SOURCE[0]}" = "$0" ]; then
+    set_up
+    start_session own
+    start_pserver
+    await "$@"
+fi
