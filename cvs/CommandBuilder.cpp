@@ -1,0 +1,410 @@
+#include "cvs/CommandBuilder.h"
+
+#include <algorithm>
+#include <unordered_set>
+#include <utility>
+#include <vector>
+
+#include "core/Cvs_datetext.h"
+#include "core/Cvs_utils.h"
+
+namespace tandrel {
+namespace {
+
+/// A folder on the way to a file that is to be added.
+struct TFolder {
+    std::string Name;
+    std::string Parent;
+    std::string Path;
+};
+
+/// The folders between the working directory and the items, in the order they are met: parents
+/// before children, none twice.
+std::vector<TFolder> FoldersOf(const TFileItems& items, const std::string& workingDirectory) {
+    std::vector<TFolder> folders;
+    std::unordered_set<std::string> known;
+    const std::string root = RemoveSlashSep(workingDirectory);
+    const std::size_t behindRoot = root.size() + 1;
+    const std::string* before = nullptr;
+    for (const TFileItem& item : items) {
+        // Items mostly come folder by folder.
+        if (before && *before == item.Directory) continue;
+        before = &item.Directory;
+        std::string parent = root;
+        for (std::size_t at = behindRoot; at < item.Directory.size();) {
+            const std::size_t end = std::min(item.Directory.find('\\', at), item.Directory.size());
+            const std::string name = item.Directory.substr(at, end - at);
+            at = end + 1;
+            if (name.empty()) continue;
+            std::string path = SlashSep(parent, name);
+            if (known.insert(path).second) folders.push_back({name, parent, path});
+            parent = std::move(path);
+        }
+    }
+    return folders;
+}
+
+}  // namespace
+
+std::string QuoteArgument(std::string_view value, bool always) {
+    const bool bare = value.find_first_of(" \t\r\n\v\"") == std::string_view::npos;
+    if (bare && !always) return std::string(value);
+    std::string quoted = "\"";
+    std::size_t backslashes = 0;
+    for (const char ch : value) {
+        // Backslashes count as themselves unless a quote follows them.
+        if (ch == '"') quoted.append(backslashes + 1, '\\');
+        backslashes = ch == '\\' ? backslashes + 1 : 0;
+        quoted += ch;
+    }
+    quoted.append(backslashes, '\\');
+    return quoted + '"';
+}
+
+// --- pieces -----------------------------------------------------------------------------------
+
+void TCommandBuilder::Append(std::string_view piece) { LAppend(Line_, piece); }
+
+void TCommandBuilder::AppendIf(bool condition, std::string_view option) {
+    if (condition) Append(option);
+}
+
+std::string TCommandBuilder::Value(std::string_view value) const {
+    const bool strict = Context_.StrictQuoting && !value.empty();
+    return strict ? QuoteArgument(value, false) : std::string(value);
+}
+
+std::string TCommandBuilder::Quoted(std::string_view value) const {
+    const bool strict = Context_.StrictQuoting && !value.empty();
+    return strict ? QuoteArgument(value, true) : SetApostrophe(value);
+}
+
+void TCommandBuilder::AppendValue(std::string_view value) { Append(Value(value)); }
+void TCommandBuilder::AppendQuoted(std::string_view value) { Append(Quoted(value)); }
+
+void TCommandBuilder::RepositoryOption() {
+    if (Context_.ConnectionType == cnLocal)
+        Line_ = " -d " + Value(":local:" + Context_.RepositoryPath);
+    else
+        Line_ = " -d " + Value(Context_.CVSROOT);
+}
+
+void TCommandBuilder::Subcommand() {
+    // The blank also parts the command from the program's name when nothing stands before it.
+    Line_ += ' ';
+    Line_ += TOperationNames[Context_.Operation];
+}
+
+void TCommandBuilder::RevisionSelection() {
+    switch (Options_.StikyType) {
+        case stNone: break;
+        case stHead: Append("-r HEAD"); break;
+        case stBranch:
+            if (!Options_.StikyBranch.empty()) Append("-r " + Value(Options_.StikyBranch));
+            break;
+        case stTag:
+            if (!Options_.StikyTag.empty()) Append("-r " + Value(Options_.StikyTag));
+            break;
+        case stDate:
+            if (Options_.StikyDate > 0)
+                Append("-D " + SetApostrophe(CustomDateTimetoStr(Options_.StikyDate)));
+            break;
+        case stMostRecent: Append("-f"); break;
+    }
+}
+
+void TCommandBuilder::Keyword() {
+    if (Options_.KeywordMode != Km_none) Append(TKeywModeNames[Options_.KeywordMode]);
+}
+
+void TCommandBuilder::Merge() {
+    const TMergeSpec& spec = Options_.MergeSpec;
+    switch (spec.Kind) {
+        case mtNone: break;
+        case mtThisRev:
+            if (!spec.Rev1.empty()) MergeOption(spec.Rev1, spec.HasDate1(), spec.Date1);
+            break;
+        case mtPlusRevTag:
+            if (spec.Rev1.empty() || spec.Rev2.empty()) break;
+            MergeOption(spec.Rev1, spec.HasDate1(), spec.Date1);
+            MergeOption(spec.Rev2, spec.HasDate2(), spec.Date2);
+            break;
+    }
+}
+
+void TCommandBuilder::MergeOption(std::string_view revision, bool useDate,
+                                  framework::TDateTime date) {
+    std::string option = "-j" + std::string(revision);
+    if (useDate) option += ":" + CustomDateTimetoStr(date);
+    AppendQuoted(option);
+}
+
+void TCommandBuilder::DiffRevisions() {
+    const TRevisionSpec& spec = Options_.DiffSpec;
+    switch (spec.Kind) {
+        case dctHead: Append("-r HEAD"); break;
+        case dctRevision: DiffRevision(spec.Rev1, spec.HasDate1(), spec.Date1); break;
+        case dctTwoRevision:
+            DiffRevision(spec.Rev1, spec.HasDate1(), spec.Date1);
+            DiffRevision(spec.Rev2, spec.HasDate2(), spec.Date2);
+            break;
+        case dctMostRecent: AppendIf(Context_.Operation == otRdiff, "-f"); break;
+    }
+}
+
+void TCommandBuilder::DiffRevision(std::string_view revision, bool useDate,
+                                   framework::TDateTime date) {
+    if (useDate)
+        Append("-D " + SetApostrophe(CustomDateTimetoStr2(date)));
+    else
+        Append("-r " + Value(revision));
+}
+
+void TCommandBuilder::Files() {
+    for (const TFileItem& item : Context_.FileItems)
+        if (item.FileType == fi_file)
+            AppendValue(GetRelativePath(Context_.WorkingDirectory, item.Directory, item.Name));
+}
+
+void TCommandBuilder::AddFilesToCommad() {
+    std::vector<TFolder> folders = FoldersOf(Context_.FileItems, Context_.WorkingDirectory);
+    std::erase_if(folders, [this](const TFolder& folder) {
+        return Context_.IsUnderVersionControl(folder.Path);
+    });
+    for (const TFolder& folder : folders)
+        AppendValue(GetRelativePath(Context_.WorkingDirectory, folder.Parent, folder.Name));
+    for (const TFileItem& item : Context_.FileItems)
+        if (item.FileType == fi_file || item.FileType == fi_dir)
+            AppendValue(GetRelativePath(Context_.WorkingDirectory, item.Directory, item.Name));
+}
+
+void TCommandBuilder::Message(std::string_view whenEmpty) {
+    Append("-m");
+    if (Options_.CommitMessage.empty())
+        Append(whenEmpty);
+    else
+        AppendQuoted(Options_.CommitMessage);
+}
+
+void TCommandBuilder::IgnoreOptions() {
+    bool written = false;
+    for (const TFileItem& item : Context_.FileItems) {
+        if (item.Ignore) {
+            Append("-I");
+            AppendValue(item.Name);
+            written = true;
+        }
+        if (!written) Append("-I!");
+    }
+}
+
+void TCommandBuilder::EditActionOption() {
+    if (Options_.EditAction == aeNone) return;
+    Append("-a");
+    Append(TActionEditName[Options_.EditAction]);
+}
+
+void TCommandBuilder::TargetDirOption() {
+    if (!Options_.UseTargetDir || Options_.TargetDir.empty()) return;
+    Append("-d");
+    AppendValue(Options_.TargetDir);
+}
+
+void TCommandBuilder::WorkingCopyOptions() {
+    AppendIf(Options_.ResetSticky, "-A");
+    AppendIf(Options_.PruneEmptyDirs, "-P");
+    AppendIf(Options_.LocalOnly, "-l");
+    AppendIf(Options_.ToStandardOutput, "-p");
+}
+
+void TCommandBuilder::TagOptions() {
+    AppendIf(Options_.LocalOnly, "-l");
+    if (Options_.TagDelete) {
+        Append("-d");
+        AppendIf(Options_.TagDeleteBranch, "-B");
+    } else {
+        AppendIf(Options_.TagBranch, "-b");
+        AppendIf(Options_.TagCheckUncommitted, "-c");
+        AppendIf(Options_.TagForceMove, "-F");
+        AppendIf(Context_.Operation == otRtag && Options_.TagClearRemoved, "-a");
+        RevisionSelection();
+    }
+    AppendQuoted(Options_.TagName);
+}
+
+// --- commands ---------------------------------------------------------------------------------
+
+void TCommandBuilder::Build() {
+    switch (Context_.Operation) {
+        case otCreateLRep:
+        case otLogin:
+            RepositoryOption();
+            Subcommand();
+            break;
+        case otImport: Import(); break;
+        case otCheckOut: CheckOut(); break;
+        case otUpdate: Update(); break;
+        case otCommit:
+            Subcommand();
+            Message("\" no messages\"");
+            AppendIf(Options_.LocalOnly, "-l");
+            AppendIf(Options_.ForceFlag, "-f");
+            Files();
+            break;
+        case otRelease: Release(); break;
+        case otAdd:
+            Subcommand();
+            Message("\" no messages\"");
+            AddFilesToCommad();
+            break;
+        case otRemove:
+            Subcommand();
+            AppendIf(Options_.LocalOnly, "-l");
+            AppendIf(Options_.ForceFlag, "-f");
+            Files();
+            break;
+        case otStatus:
+            Subcommand();
+            AppendIf(Options_.LocalOnly, "-l");
+            AppendIf(Options_.StatusVerbose, "-v");
+            Files();
+            break;
+        case otAdmin:
+        case otHistory:
+            Subcommand();
+            Files();
+            break;
+        case otAnnotate:
+            Subcommand();
+            AppendIf(Options_.LocalOnly, "-l");
+            RevisionSelection();
+            Files();
+            break;
+        case otDiff:
+            Subcommand();
+            AppendIf(Options_.LocalOnly, "-l");
+            DiffRevisions();
+            Keyword();
+            Files();
+            break;
+        case otEdit:
+            Subcommand();
+            AppendIf(Options_.LocalOnly, "-l");
+            EditActionOption();
+            Files();
+            break;
+        case otEditors:
+        case otUnedit:
+        case otWatchers: LocalFiles(); break;
+        case otExport: Export(); break;
+        case otLog: Log(); break;
+        case otLogout: Subcommand(); break;
+        case otRdiff:
+            Subcommand();
+            AppendIf(Options_.LocalOnly, "-l");
+            DiffRevisions();
+            AppendValue(Context_.Modulename);
+            break;
+        case otRtag: Rtag(); break;
+        case otTag: Tag(); break;
+        case otWatch:
+            Subcommand();
+            AppendIf(Options_.LocalOnly, "-l");
+            EditActionOption();
+            Append(TWatchSubCommName[Options_.WatchCommand]);
+            Files();
+            break;
+        case otRlog:
+            Subcommand();
+            AppendIf(Options_.LocalOnly, "-l");
+            AppendIf(Options_.ForceFlag, "-f");
+            AppendIf(Options_.LogHeaderOnly, "-h");
+            AppendValue(Context_.Modulename);
+            break;
+    }
+}
+
+void TCommandBuilder::LocalFiles() {
+    Subcommand();
+    AppendIf(Options_.LocalOnly, "-l");
+    Files();
+}
+
+void TCommandBuilder::Import() {
+    Subcommand();
+    if (!Options_.UseDefaultIgnore) IgnoreOptions();
+    Message("\"no messages\"");
+    for (const TFileItem& item : Context_.FileItems) {
+        if (item.FileType != fi_ext) continue;
+        Append("-W");
+        Append(LConcat({"\"", item.Name, TKeywModeNames[item.KeywordMode], "\""}));
+    }
+    AppendIf(Options_.ForceFlag, "-d");
+    AppendValue(Context_.Modulename);
+    AppendValue(Options_.VendorTag);
+    AppendValue(Options_.ReleaseTag);
+}
+
+void TCommandBuilder::CheckOut() {
+    Subcommand();
+    WorkingCopyOptions();
+    TargetDirOption();
+    RevisionSelection();
+    Keyword();
+    Merge();
+    AppendValue(Context_.Modulename);
+}
+
+void TCommandBuilder::Update() {
+    Subcommand();
+    WorkingCopyOptions();
+    AppendIf(Options_.CreateDirs, "-d");
+    RevisionSelection();
+    Keyword();
+    Merge();
+    Files();
+}
+
+void TCommandBuilder::Export() {
+    Subcommand();
+    RevisionSelection();
+    AppendIf(Options_.LocalOnly, "-l");
+    TargetDirOption();
+    Keyword();
+    AppendValue(Context_.Modulename);
+}
+
+void TCommandBuilder::Release() {
+    Subcommand();
+    AppendIf(Options_.ReleaseExport, "-e");
+    if (Options_.ReleaseDelete) {
+        Append("-d");
+        AppendIf(Options_.ReleaseForce, "-f");
+    }
+    AppendValue(Context_.Modulename);
+}
+
+void TCommandBuilder::Log() {
+    Subcommand();
+    AppendIf(Options_.LocalOnly, "-l");
+    AppendIf(Options_.ForceFlag, "-f");
+    AppendIf(Options_.LogHeaderOnly, "-h");
+    AppendIf(Options_.LogSuppressEmpty, "-S");
+    if (!Options_.LogNoFiles) Files();
+}
+
+void TCommandBuilder::Rtag() {
+    if (Options_.TagName.empty()) return;
+    Subcommand();
+    TagOptions();
+    AppendValue(Context_.Modulename);
+}
+
+void TCommandBuilder::Tag() {
+    if (Options_.TagName.empty()) return;
+    Subcommand();
+    TagOptions();
+    Files();
+}
+
+}  // namespace tandrel

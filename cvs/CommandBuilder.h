@@ -1,0 +1,87 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "core/Customvcs_types.h"
+#include "core/FileItems.h"
+#include "cvs/CvsOptions.h"
+
+namespace tandrel {
+
+/// What a command line is built from besides the options. Refers to its parts, does not keep them.
+struct TCommandContext {
+    TOperationType Operation;
+    TConnectionType ConnectionType;
+    const std::string& RepositoryPath;
+    const std::string& CVSROOT;
+    const std::string& Modulename;
+    const std::string& WorkingDirectory;
+    const TFileItems& FileItems;
+    /// Quote every value so that the client reads it as one argument, whatever it holds. Otherwise
+    /// values stand as the plain rules put them.
+    bool StrictQuoting = false;
+    /// Whether a folder is under version control already. Asked once for each folder.
+    std::function<bool(const std::string& folder)> IsUnderVersionControl;
+};
+
+/// Builds the client's argument string for one operation, by appending to what is there.
+class TCommandBuilder {
+public:
+    /// @param commandLine the text to append to; it and the other two must outlive the builder.
+    TCommandBuilder(std::string& commandLine, const TCvsOptions& options,
+                    const TCommandContext& context)
+        : Line_(commandLine), Options_(options), Context_(context) {}
+
+    /// Appends the whole command. An operation that is none appends nothing. Raises
+    /// framework::Exception for a file outside the working directory; the text is then unfinished.
+    void Build();
+    /// Appends the folders and files of "add": folders that are not yet under version control
+    /// first, upper before lower ones.
+    void AddFilesToCommad();
+
+private:
+    void Append(std::string_view piece);
+    void AppendIf(bool condition, std::string_view option);
+    void AppendValue(std::string_view value);
+    void AppendQuoted(std::string_view value);
+    std::string Value(std::string_view value) const;
+    std::string Quoted(std::string_view value) const;
+
+    void RepositoryOption();
+    void Subcommand();
+    void RevisionSelection();
+    void Keyword();
+    void Merge();
+    void MergeOption(std::string_view revision, bool useDate, framework::TDateTime date);
+    void DiffRevisions();
+    void DiffRevision(std::string_view revision, bool useDate, framework::TDateTime date);
+    void Files();
+    void Message(std::string_view whenEmpty);
+    void IgnoreOptions();
+    void EditActionOption();
+    void TargetDirOption();
+    void WorkingCopyOptions();
+    void TagOptions();
+
+    void Import();
+    void CheckOut();
+    void Update();
+    void Export();
+    void Release();
+    void Log();
+    void Rtag();
+    void Tag();
+    void LocalFiles();
+
+    std::string& Line_;
+    const TCvsOptions& Options_;
+    const TCommandContext& Context_;
+};
+
+/// The value as one argument of the client's run-time library: in quotes, with inner quotes and the
+/// backslashes before them escaped. Without `always` a value that needs no quotes gets none.
+std::string QuoteArgument(std::string_view value, bool always);
+
+}  // namespace tandrel

@@ -1,0 +1,190 @@
+// The operations on a repository: options in, one command, result out.
+
+#include "core/Cvs_utils.h"
+#include "cvs/Cvstempl.h"
+#include "cvs/Dialogs.h"
+#include "framework/base/exceptions.h"
+
+namespace tandrel {
+
+std::string TCvsObject::ExecuteDirectory() {
+    // An export makes the module's folder: it cannot run in it.
+    return Operation == otExport ? ProjectRoot() : Get_CurrentProcDirectory();
+}
+
+bool TCvsObject::Run(const TStartMessage& start) {
+    if (NoCVSROOTMessage()) return false;
+    CommandLine.clear();
+    try {
+        if (ParseCommand()) {
+            if (start) start();
+            Execute(ExecuteDirectory());
+        }
+    } catch (const framework::EAbort&) {
+        throw;
+    } catch (const framework::Exception& error) {
+        // Bad input, such as a file of another project.
+        MessageProc(error.what());
+        ExitCode = 1;
+        return false;
+    }
+    return ExitCode == 0;
+}
+
+void TCvsObject::ShowResult(const std::string& caption, const std::string& text) {
+    // Without a root nothing was begun, and the exit code is that of some earlier command.
+    if (!CVSROOT().empty()) Show_OkForm(caption, text, ExitCode);
+}
+
+bool TCvsObject::NoDialog() {
+    MessageProc("The dialog of this operation is not available: nothing was done");
+    return false;
+}
+
+// --- operations without messages of their own -------------------------------------------------
+
+bool TCvsObject::Status() {
+    TCustomCvsObj::Status();
+    return Run();
+}
+
+bool TCvsObject::Admin() {
+    TCustomCvsObj::Admin();
+    return Run();
+}
+
+bool TCvsObject::Annotate() {
+    TCustomCvsObj::Annotate();
+    return Run();
+}
+
+bool TCvsObject::Diff() {
+    TCustomCvsObj::Diff();
+    return Run();
+}
+
+bool TCvsObject::Edit() {
+    TCustomCvsObj::Edit();
+    return Run();
+}
+
+bool TCvsObject::Editors() {
+    TCustomCvsObj::Editors();
+    return Run();
+}
+
+bool TCvsObject::History() {
+    TCustomCvsObj::History();
+    return Run();
+}
+
+bool TCvsObject::Log() {
+    TCustomCvsObj::Log();
+    return Run();
+}
+
+bool TCvsObject::Rdiff() {
+    TCustomCvsObj::Rdiff();
+    return Run();
+}
+
+bool TCvsObject::Unedit() {
+    TCustomCvsObj::Unedit();
+    return Run();
+}
+
+bool TCvsObject::watch() {
+    TCustomCvsObj::watch();
+    return Run();
+}
+
+bool TCvsObject::Watchers() {
+    TCustomCvsObj::Watchers();
+    return Run();
+}
+
+bool TCvsObject::Export_cmd(bool Interactive) {
+    TCustomCvsObj::Export_cmd(Interactive);
+    return Run();
+}
+
+bool TCvsObject::RLog() {
+    Operation = otRlog;
+    return Run();
+}
+
+// --- the working copy -------------------------------------------------------------------------
+
+bool TCvsObject::CheckOut(bool Interactive) {
+    TCustomCvsObj::CheckOut(Interactive);
+    const bool done = Run([this] {
+        MessageProc("CheckOut project %S into directory(%s) from  repository %s ",
+                    {Modulename(), Get_CurrentProcDirectory(), CVSROOT()});
+    });
+    if (Interactive) ShowResult("CVS CheckOut", "CVS project " + Modulename());
+    return done;
+}
+
+bool TCvsObject::Update() {
+    TCustomCvsObj::Update();
+    const bool done = Run([this] {
+        MessageProc("Update project %S directory(%s) from  repository %s ",
+                    {Modulename(), Get_CurrentProcDirectory(), CVSROOT()});
+    });
+    ShowResult("CVS update", "CVS update  \"" + Modulename() + "\"");
+    return done;
+}
+
+bool TCvsObject::Commit(bool Interactive) {
+    TCustomCvsObj::Commit(Interactive);
+    if (Interactive) return NoDialog();
+    if (OnCommit) OnCommit(*this);
+    return Run([this] {
+        MessageProc("Commit  project from  directory(%s) into repository %s ",
+                    {WorkingDirectory(), CVSROOT()});
+    });
+}
+
+bool TCvsObject::Import(bool Interactive) {
+    TCustomCvsObj::Import(Interactive);
+    const bool done = Run([this] {
+        MessageProc("Imorting directory(%s) into repository %s ", {WorkingDirectory(), CVSROOT()});
+    });
+    if (Interactive) ShowResult("CVS import", "CVS import " + WorkingDirectory());
+    return done;
+}
+
+bool TCvsObject::RunFileOperation(const char* whenEmpty) {
+    if (!FileItems.Empty()) return Run();
+    MessageProc(whenEmpty);
+    return ExitCode == 0;
+}
+
+bool TCvsObject::Add() {
+    TCustomCvsObj::Add();
+    return RunFileOperation("No files in FileList ");
+}
+
+bool TCvsObject::Remove() {
+    TCustomCvsObj::Remove();
+    return RunFileOperation("No files in  FileList ");
+}
+
+// --- labels and branches ----------------------------------------------------------------------
+
+bool TCvsObject::Create_Rtag(bool Interactive) {
+    TCustomCvsObj::Create_Rtag(Interactive);
+    if (Interactive) return NoDialog();
+    TagBranch = true;
+    if (OnCreateBranch) OnCreateBranch(*this);
+    return Run();
+}
+
+bool TCvsObject::Create_Tag(bool Interactive) {
+    TCustomCvsObj::Create_Tag(Interactive);
+    if (Interactive) return NoDialog();
+    if (OnCreateLabel) OnCreateLabel(*this);
+    return Run();
+}
+
+}  // namespace tandrel

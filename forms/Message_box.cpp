@@ -1,0 +1,26 @@
+#include "forms/Message_box.h"
+
+#include <algorithm>
+
+#include "core/Resources.h"
+#include "framework/ui/images.h"
+#include "framework/ui/labels.h"
+
+namespace tandrel {
+
+SIZE AddPictureAndText(framework::TForm& box, const std::wstring& bitmap, const std::string& text) {
+    using L = TMessageBoxLayout;
+    auto& picture = box.Make<framework::TImage>("Image1", box);
+    picture.LoadResource(ResourceModule(), bitmap);
+    const int size = box.Scale(L::Picture);
+    const int top = box.Scale(L::Margin);
+    picture.SetBounds(box.Scale(L::Margin), top, size, size);
+    auto& label = box.Make<framework::TLabel>("Label1", box, text);
+    const int height = std::max(size, label.Height());
+    label.SetBounds(box.Scale(L::TextLeft), top + (height - label.Height()) / 2, label.Width(),
+                    label.Height());
+    return {std::max(box.Scale(L::Width), label.Width() + box.Scale(L::RoomBesideText)),
+            top + height};
+}
+
+}  // namespace tandrel

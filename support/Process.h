@@ -1,0 +1,21 @@
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+namespace support {
+
+struct TProcessResult {
+    DWORD ExitCode = 0;
+    std::string Output;  ///< Standard output and standard error as they came.
+};
+
+/// Runs a program to its end, without anything of the engine: the bare way to ask the real client.
+/// Raises framework::EOSError when it cannot be started and framework::Exception when it does not
+/// end in time; it is killed then.
+/// @param input what it may read. @param deadline milliseconds.
+TProcessResult RunProcess(const std::string& commandLine, const std::string& directory,
+                          const std::string& input = {}, DWORD deadline = 60000);
+
+}  // namespace support
