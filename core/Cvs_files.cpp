@@ -6,8 +6,10 @@
 #include <shlobj.h>
 
 #include <algorithm>
+#include <cstring>
 #include <fstream>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "core/Cvs_utils.h"
@@ -63,8 +65,38 @@ bool RunShell(UINT Function, const std::string& From, const std::string& To, FIL
     return Code == 0 || Fail(IsShellCode(Code) ? ERROR_CAN_NOT_COMPLETE : static_cast<DWORD>(Code));
 }
 
+/// Lifts the write protection of files that are to be deleted: some versions of the shell do not
+/// delete them otherwise, whatever the flags. Files that are still there in the end get it back.
+class WriteProtectionLifted {
+public:
+    explicit WriteProtectionLifted(const std::string& ShellNames) {
+        for (const char* Name = ShellNames.c_str(); *Name != 0; Name += std::strlen(Name) + 1) {
+            const DWORD Attributes = ::GetFileAttributesA(Name);
+            constexpr DWORD Kind = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY;
+            if (Attributes == INVALID_FILE_ATTRIBUTES ||
+                (Attributes & Kind) != FILE_ATTRIBUTE_READONLY)
+                continue;
+            if (::SetFileAttributesA(Name, Attributes & ~DWORD{FILE_ATTRIBUTE_READONLY}))
+                Files_.emplace_back(Name, Attributes);
+        }
+    }
+    ~WriteProtectionLifted() {
+        const DWORD LastError = ::GetLastError();
+        for (const auto& [Name, Attributes] : Files_)
+            ::SetFileAttributesA(Name, Attributes);
+        ::SetLastError(LastError);
+    }
+    WriteProtectionLifted(const WriteProtectionLifted&) = delete;
+    WriteProtectionLifted& operator=(const WriteProtectionLifted&) = delete;
+
+private:
+    std::vector<std::pair<const char*, DWORD>> Files_;
+};
+
 bool ShellDelete(std::string_view Names) {
-    return RunShell(FO_DELETE, ShellList(Names), {}, FOF_NOCONFIRMATION, "Delete files");
+    const std::string List = ShellList(Names);
+    const WriteProtectionLifted Lifted(List);
+    return RunShell(FO_DELETE, List, {}, FOF_NOCONFIRMATION, "Delete files");
 }
 
 std::string FullName(const std::string& Path) {
