@@ -1,0 +1,29 @@
+#pragma once
+
+#include <string>
+
+#include "core/Customvcs.h"
+#include "core/CvsExecute.h"
+#include "core/Progress_frm.h"
+#include "tests/support/Messages.h"
+
+namespace tests {
+
+/// The abstract object with just enough body to run the fake client and to see what it is told.
+class TTestObject : public tandrel::TCustomCvsObj {
+public:
+    TTestObject() { CvsExecutable = FakeClient(); }
+
+    bool GetIsVCSstored() override { return false; }
+
+    /// Runs the fake client with these arguments in the folder for temporary files.
+    void Run(const std::string& arguments) {
+        Log.Clear();
+        CommandLine = " " + arguments;
+        Execute("C:\\");
+    }
+
+    TMessageLog Log{*this};
+};
+
+}  // namespace tests

@@ -1,0 +1,204 @@
+#include <gtest/gtest.h>
+
+#include <climits>
+
+#include "core/Customvcs_types.h"
+#include "core/Cvs_utils.h"
+#include "core/Cvsroot.h"
+#include "cvs/Cvstempl_types.h"
+#include "framework/base/exceptions.h"
+#include "framework/base/string_list.h"
+
+namespace tandrel {
+namespace {
+
+TEST(NameTables, StandInTheOrderOfTheirEnumerations) {
+    static_assert(otRlog == 25 && TOperationNames.size() == 26);
+    static_assert(sizeof(TOperationType) == 1 && sizeof(TMergeType) == 1);
+    // One from the start, middle and end of each run: a name too many or too few would shift them.
+    EXPECT_EQ(TOperationNames[otCreateLRep], "init");
+    EXPECT_EQ(TOperationNames[otStatus], "status");
+    EXPECT_EQ(TOperationNames[otHistory], "history");
+    EXPECT_EQ(TOperationNames[otTag], "tag");
+    EXPECT_EQ(TOperationNames[otRlog], "rlog");
+    EXPECT_EQ(TKeywModeNames[Km_none], "");
+    EXPECT_EQ(TKeywModeDescr[Km_kkvl], "default with lokers name");
+    EXPECT_EQ(TKeywModeNames[Km_kv], "-kv");
+    EXPECT_EQ(TKeywModeDescr[Km_kv], "only keyword values");
+    EXPECT_EQ(TFileTypeNames[fi_dir], "directory");
+    EXPECT_EQ(TActionEditName[aeAll], "all");
+    EXPECT_EQ(TWatchSubCommName[wsRemove], "remove");
+}
+
+TEST(NameTables, GiveOnePastTheEndForNoMember) {
+    EXPECT_EQ(GetStikyTypeIndex(stMostRecent), 5);
+    EXPECT_EQ(GetStikyTypeIndex(static_cast<TStikyType>(200)), 6);
+    EXPECT_EQ(GetMergeTypeIndex(mtNone), 0);
+    EXPECT_EQ(GetMergeTypeIndex(static_cast<TMergeType>(3)), 3);
+    EXPECT_EQ(GetDiffTypeIndex(dctMostRecent), 3);
+    EXPECT_EQ(GetDiffTypeIndex(static_cast<TDiffCompareType>(255)), 4);
+}
+
+TEST(Utils, JoinAndTrim) {
+    EXPECT_EQ(SlashSep("C:\\A\\", "b"), "C:\\A\\b");
+    EXPECT_EQ(SlashSep("C:\\A", "b"), "C:\\A\\b");
+    EXPECT_EQ(SlashSep("C:\\A", ""), "C:\\A\\");
+    EXPECT_EQ(SlashSep("", "b"), "");
+    EXPECT_EQ(SlashSemicolon("a"), "a;");
+    EXPECT_EQ(SlashSemicolon("a;"), "a;");
+    EXPECT_EQ(SlashSemicolon(""), "");
+    EXPECT_EQ(SetApostrophe("a b"), "\"a b\"");
+    EXPECT_EQ(SetApostrophe("\"a"), "\"a\"");
+    EXPECT_EQ(SetApostrophe("a\""), "\"a\"");
+    EXPECT_EQ(SetApostrophe("\""), "\"");
+    EXPECT_EQ(SetApostrophe(""), "");
+    EXPECT_EQ(RemoveSlashSep("C:\\\\"), "C:\\");
+    EXPECT_EQ(RemoveSlashSep("C:/"), "C:/");
+    EXPECT_EQ(RemoveBackSlash("//a"), "/a");
+    EXPECT_EQ(RemoveBackSlash("\\a"), "\\a");
+    EXPECT_EQ(FirstChar(""), "");
+    EXPECT_EQ(LastPos("a\\b\\c", '\\'), 4);
+    EXPECT_EQ(LastPos("abc", '\\'), 0);
+    EXPECT_EQ(LeftPadCh("7", '0', 2), "07");
+    EXPECT_EQ(LeftPadCh("123", '0', 2), "123");
+    EXPECT_EQ(LeftPadCh("7", '0', INT_MIN), "7");
+}
+
+TEST(Utils, CopyUpToACharacter) {
+    std::string Result = "before";
+    CopyFromPosToString("a;b", 3, ';', Result);
+    EXPECT_EQ(Result, "before");
+    CopyFromPosToString("a;b;c", 3, ';', Result);
+    EXPECT_EQ(Result, "b");
+    CopyFromPosToString("a;b", 2, ';', Result);
+    EXPECT_EQ(Result, "");
+    // The result may be the text itself.
+    Result = "name;rest";
+    CopyFromPosToString(Result, 1, ';', Result);
+    EXPECT_EQ(Result, "name");
+
+    EXPECT_EQ(RemoveBeforeString("-kb", '-'), "kb");
+    EXPECT_EQ(RemoveBeforeString("a-b-c", '-'), "b-c");
+    EXPECT_EQ(RemoveBeforeString("kb", '-'), "");
+}
+
+TEST(Utils, CountFromAPosition) {
+    EXPECT_EQ(CountFromPosToString("ab;cd", 1, ';'), 2);
+    EXPECT_EQ(CountFromPosToString("ab;cd", 3, ';'), 0);
+    EXPECT_EQ(CountFromPosToString("ab;cd", 4, ';'), 2);
+    EXPECT_EQ(CountFromPosToPerevod("a\rb\nc\r\nd", 1), 5);
+    EXPECT_EQ(CountFromPosToPerevod("a\rb\nc\r\nd", 7), 2);
+    EXPECT_EQ(CountFromPosToPerevod("a\r", 1), 2);
+}
+
+TEST(Utils, FindALineBreakBeforeAPosition) {
+    const std::string Text = "ab\r\ncd";
+    const bool Expected[] = {false, false, false, true, true, true, false, false};
+    for (int Pos = 0; Pos < 8; ++Pos)
+        EXPECT_EQ(IsPerevodBeforePos(Text, Pos), Expected[Pos]) << Pos;
+    EXPECT_FALSE(IsPerevodBeforePos("\r", 1));
+    EXPECT_TRUE(IsPerevodBeforePos("\r\n", 3));
+}
+
+TEST(Utils, CopyBetweenPositions) {
+    EXPECT_EQ(CopyStartFromPos_BeforePos("abcde", 2, 4), "bc");
+    EXPECT_EQ(CopyStartFromPos_BeforePos("abcde", 2, 2), "b");
+    EXPECT_EQ(CopyStartFromPos_BeforePos("abcde", 3, 2), "");
+    EXPECT_EQ(CopyStartFromPos_BeforePos("abcde", 4, 99), "de");
+    EXPECT_EQ(CopyStartFromPos_BeforePos("abcde", 6, 9), "");
+    EXPECT_EQ(CopyStartFromPos_BeforePos("abcde", -1, 3), "ab");
+    EXPECT_EQ(Copy_FromPosToEnd("abcde", 5), "e");
+    EXPECT_EQ(Copy_FromPosToEnd("abcde", 6), "");
+    EXPECT_EQ(Copy_FromPosToEnd("abcde", 0), "abcde");
+}
+
+TEST(Utils, TakeAnyPosition) {
+    for (const std::string_view Text : {"", "\r\n", "a;b"}) {
+        for (const int Pos : {INT_MIN, INT_MIN + 1, -1, 0, 4, 5, INT_MAX - 1, INT_MAX}) {
+            std::string Result;
+            CopyFromPosToString(Text, Pos, ';', Result);
+            EXPECT_LE(CountFromPosToString(Text, Pos, ';'), 3);
+            EXPECT_LE(CountFromPosToPerevod(Text, Pos), 3);
+            IsPerevodBeforePos(Text, Pos);
+            for (const int Before : {INT_MIN, 0, 1, INT_MAX})
+                EXPECT_LE(CopyStartFromPos_BeforePos(Text, Pos, Before).size(), Text.size());
+            EXPECT_EQ(Copy_FromPosToEnd(Text, Pos), Pos > 1 ? "" : Text);
+        }
+    }
+}
+
+TEST(Utils, JoinCommandLines) {
+    EXPECT_EQ(LConcat({"update", "", "-A"}), "update  -A");
+    EXPECT_EQ(LConcat({"", "", "update", "-A", ""}), "update -A ");
+    EXPECT_EQ(LConcat({}), "");
+    std::string Text = "cvs ";
+    LAppend(Text, "a b");
+    EXPECT_EQ(Text, "cvs  a b");
+}
+
+TEST(Utils, FindTheNameRelativeToTheRoot) {
+    struct {
+        const char *Root, *Dir, *Expected;
+    } const Cases[] = {
+        {"C:\\Work", "C:\\Work", "f.c"},
+        {"C:\\Work\\", "c:\\work", "f.c"},
+        {"C:\\Work", "C:\\Work\\", "f.c"},
+        {"C:\\Work", "c:\\WORK\\Sub", "Sub\\f.c"},
+        {"C:\\Work\\", "C:\\Work\\Sub\\", "Sub\\f.c"},
+        {"C:\\", "C:\\a\\b", "a\\b\\f.c"},
+        {"C:\\W\xE4rme", "C:\\W\xC4RME\\\xFC", "\xFC\\f.c"},
+        {"C:\\Work", "C:\\Work\\Old\\C:\\Work\\x", "Old\\C:\\Work\\x\\f.c"},
+    };
+    for (const auto& [Root, Dir, Expected] : Cases)
+        EXPECT_EQ(GetRelativePath(Root, Dir, "f.c"), Expected) << Root << ' ' << Dir;
+}
+
+TEST(Utils, RefuseANameOutsideTheRoot) {
+    for (const char* const Dir : {"C:\\Workshop", "C:\\Wor", "D:\\Work\\Sub", "C:\\"}) {
+        try {
+            GetRelativePath("C:\\Work", Dir, "f.c");
+            FAIL() << Dir;
+        } catch (const framework::Exception& Error) {
+            EXPECT_EQ(Error.what(),
+                      "File " + SlashSep(Dir, "f.c") + " is not locating in  working direktory ");
+        }
+    }
+    EXPECT_THROW(GetRelativePath("", "C:\\Work", "f.c"), framework::Exception);
+}
+
+TEST(Cvsroot, IsComposedForEachConnection) {
+    struct {
+        TConnectionType Type;
+        const char *User, *Password, *Port, *Expected;
+    } const Cases[] = {
+        {cnLocal, "u", "p", "9", "/r "},
+        {cnPServer, "u", "", "", ":pserver:u@srv:/r  "},
+        {cnPServer, "", "", "2401", ":pserver:srv:/r  "},
+        {cnPServer, "u", "p", "2401", ":pserver:u:p@srv:/r  "},
+        {cnPServer, "", "p", "02401", ":pserver::p@srv:02401:/r  "},
+        {cnPServer, "%s", "%d", "%", ":pserver:%s:%d@srv:%:/r  "},
+        {cnSSH, "u", "p", "2222", ":ext:u@srv:/r  "},
+        {cnSSH, "", "p", "", ":ext:srv:/r  "},
+    };
+    for (const auto& [Type, User, Password, Port, Expected] : Cases)
+        EXPECT_EQ(CompileCVSROOT(Type, "srv", User, Password, Port, "/r"), Expected);
+}
+
+TEST(Cvsroot, ConvertsItsTexts) {
+    for (const TConnectionType Type : {cnLocal, cnPServer, cnSSH})
+        EXPECT_EQ(ConnTypeFromStr(StrFromConnType(Type)), Type);
+    EXPECT_EQ(StrFromConnType(cnLocal), "Local");
+    EXPECT_EQ(ConnTypeFromStr("PSERVER"), cnPServer);
+    EXPECT_EQ(ConnTypeFromStr("Ext"), cnSSH);
+    for (const char* const Text : {"", "ssh", "pserver "})
+        EXPECT_EQ(ConnTypeFromStr(Text), cnLocal);
+
+    EXPECT_EQ(Get_KeywordMode("kkv"), Km_kkv);
+    EXPECT_EQ(Get_KeywordMode("kb"), Km_kb);
+    EXPECT_EQ(Get_KeywordMode("kv"), Km_kv);
+    for (const char* const Text : {"", "-kb", "KB", "k"})
+        EXPECT_EQ(Get_KeywordMode(Text), Km_none);
+}
+
+}  // namespace
+}  // namespace tandrel

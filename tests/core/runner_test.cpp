@@ -1,0 +1,254 @@
+// The run of one command: what the child does, what the user is told, what is left behind.
+
+#include <gtest/gtest.h>
+
+#include "framework/base/exceptions.h"
+#include "framework/ui/application.h"
+#include "tests/core/TestObject.h"
+#include "tests/support/Leaks.h"
+
+namespace {
+
+using tests::TTestObject;
+
+class Runner : public testing::Test {
+protected:
+    TTestObject Obj;
+};
+
+TEST_F(Runner, TellsTheExitCode) {
+    Obj.Run("exit 0");
+    EXPECT_EQ(Obj.ExitCode, 0);
+    EXPECT_EQ(Obj.Log.All(), " CVS command execute successful  with Exitcode 0\r\n");
+    Obj.Run("exit 3");
+    EXPECT_EQ(Obj.ExitCode, 3);
+    EXPECT_EQ(Obj.Log.All(), " CVS command execute  with Exitcode 3\r\n");
+    Obj.Run("exit -1");
+    EXPECT_EQ(Obj.ExitCode, -1);
+}
+
+TEST_F(Runner, RunsInTheGivenFolderWithTheProcessEnvironment) {
+    Obj.SetEnvVariable("TANDREL_TEST", "a value");
+    Obj.SetEnvVariable("", "nothing");
+    Obj.Run("surroundings TANDREL_TEST");
+    EXPECT_EQ(Obj.Log.Texts.front(), "folder:C:\\;TANDREL_TEST=a value;");
+    Obj.Set_WorkingDirectory("C:\\windows");
+    Obj.Execute("");
+    EXPECT_EQ(Obj.Log.Texts[2], "folder:C:\\windows;TANDREL_TEST=a value;");
+}
+
+TEST_F(Runner, TellsWhenTheClientCannotBeStarted) {
+    int ends = 0;
+    Obj.ExecuteClass->OnEndProgress = [&](framework::TObject* sender) {
+        EXPECT_EQ(sender, Obj.ExecuteClass.get());
+        ++ends;
+    };
+    const std::string complaint = "Could not create process \r\n";
+    Obj.CvsExecutable = "no-such-client";
+    Obj.Run("update");
+    EXPECT_EQ(Obj.Log.All(), complaint);
+    EXPECT_EQ(Obj.ExitCode, 1);
+    Obj.CvsExecutable = tests::FakeClient();
+    Obj.Log.Clear();
+    Obj.Execute("C:\\a folder that is gone");
+    EXPECT_EQ(Obj.Log.All(), complaint);
+    // No folder at all must not turn into the host's own.
+    Obj.Log.Clear();
+    Obj.Execute("");
+    EXPECT_EQ(Obj.Log.All(), complaint);
+    EXPECT_EQ(Obj.ExitCode, 1);
+    EXPECT_EQ(ends, 3);
+}
+
+TEST_F(Runner, HandsOverLongOutputWholeAndInOrder) {
+    Obj.Run("flood 1000");
+    std::string output = Obj.Log.All();
+    for (const std::string& chunk : Obj.Log.Texts) EXPECT_LE(chunk.size(), 1023u);
+    EXPECT_GT(Obj.Log.Texts.size(), 63u);
+    for (int line = 0; line < 1000; ++line)
+        ASSERT_EQ(std::stoi(output.substr(static_cast<std::size_t>(line) * 64, 16)), line);
+    EXPECT_EQ(output.substr(64000), " CVS command execute successful  with Exitcode 0\r\n");
+}
+
+TEST_F(Runner, KeepsUpWithAHundredMegabytes) {
+    constexpr long long Lines = 100LL * 1024 * 1024 / 64;
+    long long bytes = 0;
+    std::string last;
+    Obj.OnMessage = [&](framework::TObject*, const std::string& text) {
+        if (text.starts_with(" CVS")) return;
+        bytes += static_cast<long long>(text.size());
+        last = (last + text).substr(last.size() + text.size() > 64 ? last.size() + text.size() - 64 : 0);
+    };
+    Obj.Run("flood " + std::to_string(Lines));
+    EXPECT_EQ(bytes, Lines * 64);
+    EXPECT_EQ(std::stoll(last.substr(0, 16)), Lines - 1);
+    EXPECT_EQ(Obj.ExitCode, 0);
+}
+
+TEST_F(Runner, EndsAFloodWhenItIsAborted) {
+    long long bytes = 0;
+    Obj.OnMessage = [&](framework::TObject*, const std::string& text) {
+        bytes += static_cast<long long>(text.size());
+        if (bytes > 1000000) Obj.Aborted = true;
+        if (!text.starts_with("0") && !text.starts_with(".")) Obj.Log.Texts.push_back(text);
+    };
+    Obj.Run("flood 0");
+    ASSERT_FALSE(Obj.Log.Texts.empty());
+    EXPECT_EQ(Obj.Log.Texts.back(), "User cancel execute command   flood 0  \r\n");
+    EXPECT_EQ(Obj.ExitCode, 1);
+    EXPECT_TRUE(Obj.Aborted) << "only a run that ends by itself clears the mark";
+    Obj.OnMessage = nullptr;
+    Obj.Run("exit 0");
+    EXPECT_EQ(Obj.ExitCode, 0) << "the next run clears it first";
+    EXPECT_FALSE(Obj.Aborted);
+}
+
+TEST_F(Runner, KillsAChildThatStaysAfterItsOutput) {
+    const ULONGLONG start = ::GetTickCount64();
+    Obj.Run("close-output-and-stay");
+    const ULONGLONG time = ::GetTickCount64() - start;
+    EXPECT_EQ(Obj.ExitCode, 1);
+    EXPECT_EQ(Obj.Log.All(), "") << "a kill is not told";
+    EXPECT_GE(time, 3900u) << "one second of grace, three after the kill";
+    EXPECT_LT(time, 15000u);
+}
+
+TEST_F(Runner, WaitsForAGrandchildThatKeepsTheOutput) {
+    const ULONGLONG start = ::GetTickCount64();
+    Obj.Run("grandchild 1500 7");
+    EXPECT_GE(::GetTickCount64() - start, 1400u);
+    EXPECT_EQ(Obj.ExitCode, 7) << "the child's code, not the grandchild's";
+}
+
+TEST_F(Runner, CutsAChunkAtABinaryZero) {
+    Obj.Run("zeros");
+    ASSERT_EQ(Obj.Log.Texts.size(), 2u);
+    EXPECT_EQ(Obj.Log.Texts[0], "before");
+}
+
+TEST_F(Runner, ContainsErrorsOfTheHostsHandler) {
+    int told = 0;
+    const auto before = framework::Application().OnException;
+    framework::Application().OnException = [&](const std::exception& error) {
+        EXPECT_STREQ(error.what(), "handler");
+        ++told;
+    };
+    Obj.OnMessage = [](framework::TObject*, const std::string&) {
+        throw framework::Exception("handler");
+    };
+    Obj.ExecuteClass->OnEndProgress = [](framework::TObject*) {
+        throw framework::Exception("handler");
+    };
+    Obj.Run("say-and-sleep text 0");
+    framework::Application().OnException = before;
+    EXPECT_EQ(told, 3) << "the output, the exit message, the end";
+    EXPECT_EQ(Obj.ExitCode, 0);
+}
+
+// --- captured output --------------------------------------------------------------------------
+
+TEST_F(Runner, CapturesUpToTheLimit) {
+    const tests::TMessageLog log(Obj);
+    std::string text;
+    {
+        const tandrel::TOutputCapture capture(Obj);
+        Obj.Run("flood 6400");  // 400 KB
+        text = capture.Text();
+        EXPECT_EQ(Obj.OutputList.load()->Count(), 51);
+    }
+    EXPECT_EQ(Obj.OutputList.load(), nullptr);
+    EXPECT_LE(text.size(), 51u * 1023);
+    EXPECT_EQ(text.find("\r\n0000000000000001"), 62u) << "lines that two chunks share are whole";
+}
+
+TEST_F(Runner, WithholdsSuppressedOutputOnlyWhileCapturing) {
+    Obj.SuppressOutput = true;
+    Obj.Run("say-and-sleep shown 0");
+    EXPECT_EQ(Obj.Log.Texts.front(), "shown");
+    const tandrel::TOutputCapture capture(Obj);
+    Obj.Run("say-and-sleep withheld 0");
+    EXPECT_EQ(Obj.Log.All(), " CVS command execute successful  with Exitcode 0\r\n");
+    EXPECT_EQ(capture.Text(), "");
+}
+
+// --- questions --------------------------------------------------------------------------------
+
+class AnsweringObject : public TTestObject {
+public:
+    void ProcessConfirm(const std::string& output, std::string& answer) override {
+        EXPECT_TRUE(framework::OnMainThread());
+        Questions.push_back(output);
+        answer = Reply;
+    }
+    std::vector<std::string> Questions;
+    std::string Reply;
+};
+
+TEST(RunnerAnswers, WritesOneFixedBlockForEachChunk) {
+    AnsweringObject obj;
+    obj.Reply = "Yes\r\n";
+    obj.AnswerPrompts = true;
+    // The carriage returns: the one in the answer, and the one that ends the block.
+    obj.Run("ask 2");
+    ASSERT_EQ(obj.Questions.size(), 2u);
+    EXPECT_EQ(obj.Questions[0], "Are you sure? ");
+    EXPECT_EQ(obj.Log.Texts[1], "answer:Yes\r\n;1024");
+    EXPECT_FALSE(obj.AnswerPrompts) << "for one run only";
+    obj.Run("say-and-sleep x 0");
+    EXPECT_EQ(obj.Questions.size(), 2u);
+}
+
+TEST(RunnerAnswers, CutsAnAnswerThatIsTooLong) {
+    AnsweringObject obj;
+    obj.Reply = std::string(5000, 'y');
+    obj.AnswerPrompts = true;
+    obj.Run("ask 1");
+    EXPECT_EQ(obj.Log.Texts[1], "answer:" + std::string(1023, 'y') + "\r;1024");
+}
+
+TEST(RunnerAnswers, DoesNotHangOnAChildThatNeverReads) {
+    AnsweringObject obj;
+    obj.Reply = "Yes\r\n";
+    obj.AnswerPrompts = true;
+    obj.Run("never-read 200");
+    EXPECT_GT(obj.Questions.size(), 4u) << "more blocks than a pipe holds";
+    EXPECT_EQ(obj.ExitCode, 0);
+}
+
+// --- nothing left behind ----------------------------------------------------------------------
+
+void WaitForFormToGo(TTestObject& obj) {
+    EXPECT_TRUE(tests::PumpUntil([&] { return obj.ExecuteClass->ProgressForm == nullptr; }));
+}
+
+void ExpectSame(const tests::TResources& before, const tests::TResources& after) {
+    EXPECT_EQ(after.Handles, before.Handles);
+    EXPECT_EQ(after.Threads, before.Threads);
+    EXPECT_EQ(after.Windows, before.Windows);
+    EXPECT_EQ(after.GdiObjects, before.GdiObjects);
+}
+
+TEST_F(Runner, LeavesNothingBehindAfterTwoHundredRuns) {
+    Obj.Run("exit 0");
+    WaitForFormToGo(Obj);
+    const tests::TResources before = tests::CountResources();
+    for (int i = 0; i < 200; ++i) {
+        Obj.Run("exit 0");
+        ASSERT_EQ(Obj.ExitCode, 0);
+        // Some runs find the last one's form, some have to make their own.
+        if (i % 40 == 0) WaitForFormToGo(Obj);
+    }
+    WaitForFormToGo(Obj);
+    ExpectSame(before, tests::CountResources());
+}
+
+TEST_F(Runner, LeavesNothingBehindAfterKills) {
+    Obj.Run("close-output-and-stay");
+    WaitForFormToGo(Obj);
+    const tests::TResources before = tests::CountResources();
+    for (int i = 0; i < 5; ++i) Obj.Run("close-output-and-stay");
+    WaitForFormToGo(Obj);
+    ExpectSame(before, tests::CountResources());
+}
+
+}  // namespace
