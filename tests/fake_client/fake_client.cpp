@@ -1,0 +1,114 @@
+// A client that does what a real one will not do on demand. The first argument says what.
+
+#include <windows.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+namespace {
+
+void Write(const std::string& bytes) {
+    DWORD written = 0;
+    ::WriteFile(::GetStdHandle(STD_OUTPUT_HANDLE), bytes.data(), static_cast<DWORD>(bytes.size()),
+                &written, nullptr);
+}
+
+/// Writes numbered lines of 64 bytes, in blocks of 4 KB. A count of zero is for ever.
+void Flood(long long lines) {
+    std::string block;
+    for (long long line = 0; lines == 0 || line < lines; ++line) {
+        char text[65];
+        std::snprintf(text, sizeof text, "%016lld................................................",
+                      line);
+        text[62] = '\r';
+        text[63] = '\n';
+        block.append(text, 64);
+        if (block.size() == 4096) {
+            Write(block);
+            block.clear();
+        }
+    }
+    Write(block);
+}
+
+/// Reads until `end` has been read `count` times; returns all bytes.
+std::string ReadInput(char end, int count) {
+    std::string input;
+    char ch = 0;
+    for (DWORD read = 0;
+         count > 0 && ::ReadFile(::GetStdHandle(STD_INPUT_HANDLE), &ch, 1, &read, nullptr) && read;) {
+        input += ch;
+        if (ch == end) --count;
+    }
+    return input;
+}
+
+void StartGrandchild(const char* milliseconds) {
+    char program[MAX_PATH];
+    ::GetModuleFileNameA(nullptr, program, sizeof program);
+    std::string commandLine = "\"" + std::string(program) + "\" sleep " + milliseconds;
+    STARTUPINFOA startup{};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION information{};
+    if (!::CreateProcessA(nullptr, commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
+                          &startup, &information))
+        std::exit(99);
+    ::CloseHandle(information.hThread);
+    ::CloseHandle(information.hProcess);
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+    const std::vector<std::string> words(arguments + 1, arguments + count);
+    const std::string mode = words.empty() ? "" : words[0];
+    const auto number = [&](std::size_t index) {
+        return index < words.size() ? std::atoi(words[index].c_str()) : 0;
+    };
+    if (mode == "exit") return number(1);
+    if (mode == "flood") {
+        Flood(number(1));
+    } else if (mode == "sleep") {
+        ::Sleep(static_cast<DWORD>(number(1)));
+    } else if (mode == "say-and-sleep") {
+        Write(words[1]);
+        ::Sleep(static_cast<DWORD>(number(2)));
+    } else if (mode == "close-output-and-stay") {
+        // A console would keep a handle of the output for itself.
+        ::FreeConsole();
+        ::CloseHandle(::GetStdHandle(STD_OUTPUT_HANDLE));
+        ::Sleep(60000);
+    } else if (mode == "grandchild") {
+        StartGrandchild(words[1].c_str());
+        return number(2);
+    } else if (mode == "zeros") {
+        Write(std::string("before\0behind\r\n", 15));
+    } else if (mode == "ask") {
+        Write("Are you sure? ");
+        const std::string input = ReadInput('\r', number(1));
+        Write("answer:" + input.substr(0, input.find('\0')) + ";" + std::to_string(input.size()));
+    } else if (mode == "never-read") {
+        // Each write is one chunk for the reader, as long as it keeps up.
+        for (int i = number(1); i > 0; --i) {
+            Write("not a question\r\n");
+            ::Sleep(2);
+        }
+    } else if (mode == "arguments") {
+        for (std::size_t i = 1; i < words.size(); ++i) Write("[" + words[i] + "]\r\n");
+    } else if (mode == "surroundings") {
+        char folder[MAX_PATH], value[1024];
+        ::GetCurrentDirectoryA(sizeof folder, folder);
+        std::string text = "folder:" + std::string(folder) + ";";
+        for (std::size_t i = 1; i < words.size(); ++i) {
+            const DWORD length = ::GetEnvironmentVariableA(words[i].c_str(), value, sizeof value);
+            text += words[i] + "=" + std::string(value, length) + ";";
+        }
+        Write(text);
+    } else {
+        Write("fake client: what is " + mode + "?\r\n");
+        return 98;
+    }
+    return 0;
+}
