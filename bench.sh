@@ -8,8 +8,9 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 . "$root/scripts/session.sh"
 
 set_up
-build_preset win32
 start_session own
+build_preset win32
+await_wine
 mkdir -p "$WINEPREFIX/drive_c/work"
 cd "$WINEPREFIX/drive_c/work"
 await "$root/scripts/emulator.sh" "$root/build/win32/bin/bench.exe" "$@"

@@ -80,7 +80,7 @@ need_space() { # DIRECTORY MEGABYTES WHAT
 
 # lock FD WAITING: takes the lock of the open descriptor, saying WAITING if somebody else has it.
 lock() {
-    flock --exclusive --nonblock "$1" && return
+    flock --exclusive --timeout 1 "$1" && return
     say "$2"
     # Not in the background: the descriptor has to be open in flock.
     flock --exclusive "$1"

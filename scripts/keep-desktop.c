@@ -1,15 +1,18 @@
-/* Keeps Wine's desktop alive for a session.
+/* The first program of a session: keeps Wine's desktop alive, and says "ready" when it is there.
  *
- * The first program that opens a window starts the desktop, which ends a second after the last such
- * program and holds the standard error of its starter open until then.  CTest reads that to its
- * end, so every window test would take a second longer.  This program needs no window of its own:
- * asking for the desktop makes it one of the desktop's users.
+ * Whichever program first opens a window starts the desktop, which inherits its standard error.
+ * CTest reads that to its end: a test that had to start the desktop would seem to run as long as
+ * that does.  Without a user the desktop ends after a second, so there has to be one all the time.
+ * It needs no window of its own: asking for the desktop is enough.
  */
+#include <stdio.h>
 #include <windows.h>
 
 int main(void)
 {
     GetDesktopWindow();
+    puts("ready");
+    fflush(stdout);
     Sleep(INFINITE);
     return 0;
 }

@@ -23,17 +23,33 @@ fresh_prefix() {
         "$wine" "$WINEPREFIX" "$checkout/lock" >"$root/build/wine.env"
 }
 
+# Starts Wine in the background; await_wine says when it can be used.
+#
 # The server of this prefix stays up between programs: a start then takes 30 ms, not a second.  The
-# first program starts Wine's own services, which keep its standard output open for good: it must
-# not be one whose output somebody reads to the end.
+# first program starts Wine's services and its desktop, which inherit its standard output and error:
+# it must not be one whose output somebody reads to the end.
+keeper_pid=
 start_wine() {
     at_exit+=(stop_wine)
     "$wine/wineserver32" -p 9>&-
-    logged wine "starting Wine" timeout 120 "$root/scripts/emulator.sh" cmd /c exit
-    "$root/scripts/emulator.sh" 'C:\windows\keep-desktop.exe' </dev/null >/dev/null 2>&1 9>&- &
+    : >"$logs/wine.log"
+    "$root/scripts/emulator.sh" 'C:\windows\keep-desktop.exe' \
+        </dev/null >"$logs/wine.log" 2>&1 9>&- &
+    keeper_pid=$!
 }
 
+await_wine() {
+    local i
+    for ((i = 0; i < 1200; i++)); do
+        ! grep -q ready "$logs/wine.log" || return 0
+        kill -0 "$keeper_pid" 2>/dev/null || break
+        sleep 0.05
+    done
+    explain "starting Wine" "$logs/wine.log"
+}
+
+# Ends the server and with it all that still runs in this prefix.  Nobody needs to wait for that:
+# this last process keeps the checkout's lock until it is done.
 stop_wine() {
-    "$wine/wineserver32" -k 2>/dev/null
-    timeout 10 "$wine/wineserver32" -w 2>/dev/null
+    "$wine/wineserver32" -k </dev/null >/dev/null 2>&1 &
 }

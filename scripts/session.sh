@@ -27,7 +27,8 @@ set_up() {
     ensure_products
 }
 
-# start_session [OWN_DISPLAY]: with "OWN_DISPLAY" empty a display of the user's is used.
+# start_session [OWN_DISPLAY]: with "OWN_DISPLAY" empty a display of the user's is used.  Wine gets
+# ready while the caller builds; await_wine before its first use.
 start_session() {
     if [ -n "${1:-}" ] || [ -z "${DISPLAY:-}" ]; then start_display; fi
     export TANDREL_SESSION=1 TZ=UTC
@@ -39,5 +40,6 @@ if [ "${BASH_SOURCE[0]}" = "$0" ]; then
     set_up
     start_session own
     start_pserver
+    await_wine
     await "$@"
 fi
