@@ -2,6 +2,7 @@
 
 #include "framework/base/exceptions.h"
 #include "framework/base/handle.h"
+#include "framework/base/paths.h"
 
 namespace support {
 
@@ -71,6 +72,12 @@ TProcessResult RunProcess(const std::string& commandLine, const std::string& dir
     ReadAvailable(output.Read.Get(), result.Output);
     ::GetExitCodeProcess(process.Get(), &result.ExitCode);
     return result;
+}
+
+std::string FakeClient() {
+    char program[MAX_PATH];
+    ::GetModuleFileNameA(nullptr, program, sizeof program);
+    return "\"" + framework::ExtractFilePath(program) + "fake_client.exe\"";
 }
 
 }  // namespace support

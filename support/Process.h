@@ -18,4 +18,8 @@ struct TProcessResult {
 TProcessResult RunProcess(const std::string& commandLine, const std::string& directory,
                           const std::string& input = {}, DWORD deadline = 60000);
 
+/// The start of a command line that runs the fake client (support/fake_client), which lies beside
+/// the program.
+std::string FakeClient();
+
 }  // namespace support

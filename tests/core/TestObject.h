@@ -5,6 +5,7 @@
 #include "core/Customvcs.h"
 #include "core/CvsExecute.h"
 #include "core/Progress_frm.h"
+#include "support/Process.h"
 #include "tests/support/Messages.h"
 
 namespace tests {
@@ -12,7 +13,7 @@ namespace tests {
 /// The abstract object with just enough body to run the fake client and to see what it is told.
 class TTestObject : public tandrel::TCustomCvsObj {
 public:
-    TTestObject() { CvsExecutable = FakeClient(); }
+    TTestObject() { CvsExecutable = support::FakeClient(); }
 
     bool GetIsVCSstored() override { return false; }
 

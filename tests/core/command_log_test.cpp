@@ -76,7 +76,6 @@ public:
 
 TEST_F(CommandLog, ReplaysInOrderAndDeletesTheFile) {
     Obj.ConnectionType = cnLocal;
-    const std::string program = tests::FakeClient();
     support::WriteBytes(LogFile, " arguments 1;C:\\first\r\n\r\n arguments 2;C:\\second\n"
                                  "no folder here\r\n;\r\n arguments 3;C:\\third");
     std::vector<std::string> runs;

@@ -49,7 +49,7 @@ TEST_F(Runner, TellsWhenTheClientCannotBeStarted) {
     Obj.Run("update");
     EXPECT_EQ(Obj.Log.All(), complaint);
     EXPECT_EQ(Obj.ExitCode, 1);
-    Obj.CvsExecutable = tests::FakeClient();
+    Obj.CvsExecutable = support::FakeClient();
     Obj.Log.Clear();
     Obj.Execute("C:\\a folder that is gone");
     EXPECT_EQ(Obj.Log.All(), complaint);

@@ -1,6 +1,5 @@
 #include "tests/support/Messages.h"
 
-#include "framework/base/paths.h"
 #include "framework/ui/application.h"
 
 namespace tests {
@@ -13,12 +12,6 @@ bool PumpUntil(const std::function<bool()>& condition, DWORD milliseconds) {
         framework::Application().ProcessMessages();
     }
     return true;
-}
-
-std::string FakeClient() {
-    char program[MAX_PATH];
-    ::GetModuleFileNameA(nullptr, program, sizeof program);
-    return "\"" + framework::ExtractFilePath(program) + "fake_client.exe\"";
 }
 
 TMessageLog::TMessageLog(tandrel::TCustomCvsObj& obj) {

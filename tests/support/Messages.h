@@ -13,9 +13,6 @@ namespace tests {
 /// Serves messages until the condition holds; false when it does not within the time.
 bool PumpUntil(const std::function<bool()>& condition, DWORD milliseconds = 5000);
 
-/// The start of a command line that runs the fake client (tests/fake_client).
-std::string FakeClient();
-
 /// Keeps every text that a version-control object gives to the user.
 class TMessageLog {
 public:
