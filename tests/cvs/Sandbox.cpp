@@ -1,0 +1,78 @@
+#include "tests/cvs/Sandbox.h"
+
+#include <gtest/gtest.h>
+
+#include "core/Cvsroot.h"
+#include "framework/base/files.h"
+
+namespace tests {
+namespace {
+
+void CopyFolder(const std::string& from, const std::string& to) {
+    framework::ForceDirectories(to);
+    framework::TFileSearch search(from + "\\*.*", framework::faAnyFile);
+    for (framework::TSearchRec entry; search.Next(entry);) {
+        if (entry.Name == "." || entry.Name == "..") continue;
+        const std::string source = from + "\\" + entry.Name, target = to + "\\" + entry.Name;
+        if (entry.IsDirectory())
+            CopyFolder(source, target);
+        else
+            ::CopyFileA(source.c_str(), target.c_str(), TRUE);
+    }
+}
+
+std::string Checked(const std::string& commandLine, const std::string& folder) {
+    const auto result = support::RunProcess(commandLine, folder);
+    EXPECT_EQ(result.ExitCode, 0u) << commandLine << "\n" << result.Output;
+    return result.Output;
+}
+
+/// The repository that all sandboxes are copies of.
+const std::string& Template() {
+    static const support::TTempFolder folder("template");
+    static const std::string repository = [] {
+        const std::string path = folder / "repository";
+        const std::string client = "cvs -Q -d \":local:" + path + "\" ";
+        Checked(client + "init", folder.Path());
+        support::WriteBytes(folder / "mod\\a.c", "one\r\ntwo\r\n");
+        support::WriteBytes(folder / "mod\\b.c", "b\r\n");
+        support::WriteBytes(folder / "mod\\sub\\c.c", "c\r\n");
+        Checked(client + "import -m first mod VENDOR START", folder / "mod");
+        return path;
+    }();
+    return repository;
+}
+
+}  // namespace
+
+TSandbox::TSandbox() { CopyFolder(Template(), Repository); }
+
+std::string TSandbox::Ask(const std::string& arguments) const {
+    return support::RunProcess("cvs -Q -d \":local:" + Repository + "\" " + arguments, Folder.Path())
+        .Output;
+}
+
+std::string TSandbox::Client(const std::string& arguments, const std::string& folder) const {
+    return Checked("cvs -d \":local:" + Repository + "\" " + arguments, folder);
+}
+
+std::string TSandbox::CheckOut(const std::string& folder) const {
+    framework::ForceDirectories(Folder / folder);
+    Client("-Q checkout mod", Folder / folder);
+    return Folder / (folder + "\\mod");
+}
+
+TSandboxObject::TSandboxObject(const TSandbox& sandbox) {
+    ConnectionType = tandrel::cnLocal;
+    Path = sandbox.Repository;
+    SetCVSROOT(tandrel::CompileCVSROOT(ConnectionType, "", "", "", "", Path));
+    Set_ProjectRoot(sandbox.Folder.Path());
+    Set_Modulename("mod");
+}
+
+TSandboxObject::TSandboxObject(const TSandbox& sandbox, const std::string& workingCopy)
+    : TSandboxObject(sandbox) {
+    Set_WorkingDirectory(workingCopy);
+}
+
+}  // namespace tests
