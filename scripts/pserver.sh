@@ -41,6 +41,7 @@ make_repository() { # SYSTEM_USER
     hash=$(perl -e 'print crypt($ARGV[0], q($1$tandrel$))' "$TANDREL_PSERVER_PASSWORD") &&
         (umask 022 && HOME=/ cvs -f -d "$CVSROOT" init) &&
         printf '%s:%s:%s\n' "$TANDREL_PSERVER_USER" "$hash" "$1" >"$CVSROOT/CVSROOT/passwd" &&
+        chmod u+w "$CVSROOT/CVSROOT/config" &&
         echo 'SystemAuth=no' >>"$CVSROOT/CVSROOT/config" &&
         { [ "$(id -u)" != 0 ] || chown -R "$1:" "$pserver_dir"; }
 }
