@@ -54,7 +54,7 @@ ensure_packages() {
     mapfile -t missing < <(missing_packages)
     [ ${#missing[@]} -gt 0 ] || return 0
     become_root_possible ||
-        fail "the packages ${missing[*]} are missing, and installing them needs root or sudo"
+        fail "these packages are missing, and installing them needs root or sudo: ${missing[*]}"
     say "installing ${missing[*]}"
     logged packages "installing packages" apt_install "${missing[@]}"
 }
