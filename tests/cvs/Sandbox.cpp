@@ -53,7 +53,9 @@ std::string TSandbox::Ask(const std::string& arguments) const {
 }
 
 std::string TSandbox::Client(const std::string& arguments, const std::string& folder) const {
-    return Checked("cvs -d \":local:" + Repository + "\" " + arguments, folder);
+    // As the package writes a local root. The client takes two spellings of one root for two
+    // repositories.
+    return Checked("cvs -d \"" + Repository + "\" " + arguments, folder);
 }
 
 std::string TSandbox::CheckOut(const std::string& folder) const {

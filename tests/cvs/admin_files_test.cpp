@@ -1,0 +1,96 @@
+// What a working copy tells about itself.
+
+#include <gtest/gtest.h>
+
+#include "cvs/AdminFiles.h"
+#include "framework/base/files.h"
+#include "tests/cvs/Sandbox.h"
+
+namespace {
+
+using namespace tandrel;
+using tests::TSandboxObject;
+
+TEST(AdminFiles, TakesARootApart) {
+    struct {
+        const char* Line;
+        TConnectionType Type;
+        const char *User, *Server, *Path;
+    } const cases[] = {
+        {"C:\\repo", cnLocal, "", "", "C:\\repo"},
+        {"/home/me@work/repo", cnLocal, "", "", "/home/me@work/repo"},
+        {":local:C:\\repo", cnLocal, "", "", "C:\\repo"},
+        {":pserver:me@host:/repo", cnPServer, "me", "host", "/repo"},
+        {":pserver:me:secret@host:/repo", cnPServer, "me", "host", "/repo"},
+        {":pserver:host:/repo", cnPServer, "", "host", "/repo"},
+        {":pserver:me@host:2402/repo", cnPServer, "me", "host", "2402/repo"},
+        {":ext:me@host:/repo", cnSSH, "me", "host", "/repo"},
+        {":ext:me@host/repo", cnSSH, "me", "host", "/repo"},
+        {":fork:/repo", cnLocal, "", "", "/repo"},
+        {":", cnLocal, "", "", ""},
+        {":pserver", cnPServer, "", "", ""},
+        {":pserver:@", cnPServer, "", "", ""},
+        {"", cnLocal, "", "", ""},
+    };
+    for (const auto& [line, type, user, server, path] : cases) {
+        const TRootLine root = ParseRootLine(line);
+        EXPECT_EQ(root.ConnectionType, type) << line;
+        EXPECT_EQ(root.User, user) << line;
+        EXPECT_EQ(root.Server, server) << line;
+        EXPECT_EQ(root.Path, path) << line;
+    }
+}
+
+TEST(AdminFiles, RecognisesAWorkingCopy) {
+    const tests::TSandbox sandbox;
+    const std::string copy = sandbox.CheckOut("work");
+    TCvsObject obj;
+    EXPECT_FALSE(obj.GetIsVCSstored());
+    obj.Set_WorkingDirectory(copy + "\\sub");
+    EXPECT_TRUE(obj.IsVCSStoredFlag);
+    EXPECT_EQ(obj.ConnectionType, cnLocal);
+    EXPECT_EQ(obj.Path, sandbox.Repository);
+    EXPECT_EQ(obj.CVSROOT(), sandbox.Repository);
+    EXPECT_EQ(obj.Modulename(), "mod/sub");
+    EXPECT_EQ(obj.WorkingDirectory(), copy + "\\sub");
+    // Any file or folder of that name will not do.
+    support::WriteBytes(sandbox.Folder / "plain\\CVS", "a file");
+    obj.Set_WorkingDirectory(sandbox.Folder / "plain");
+    EXPECT_FALSE(obj.IsVCSStoredFlag);
+    framework::ForceDirectories(sandbox.Folder / "lower\\cvs");
+    obj.Set_WorkingDirectory(sandbox.Folder / "lower");
+    EXPECT_FALSE(obj.IsVCSStoredFlag);
+}
+
+TEST(AdminFiles, ComposesTheRootOfARemoteCopy) {
+    const tests::TSandbox sandbox;
+    const std::string copy = sandbox.Folder / "remote";
+    support::WriteBytes(copy + "\\CVS\\Root", ":pserver:me:secret@host:2402/repo\n");
+    support::WriteBytes(copy + "\\CVS\\Repository", "group/mod\r\n");
+    TCvsObject obj;
+    obj.Set_WorkingDirectory(copy);
+    EXPECT_EQ(obj.CVSROOT(), ":pserver:me@host:2402/repo");
+    EXPECT_EQ(obj.Modulename(), "group/mod");
+    EXPECT_TRUE(obj.CVS_SystemDirectory("CVS") && !obj.CVS_SystemDirectory("cvs"));
+    EXPECT_TRUE(obj.CVS_SystemFile(".CVSIGNORE"));
+    EXPECT_EQ(obj.Get_RepositoryFileName("a.c", false) + obj.Get_RepositoryFileName("a", true),
+              "a.c,va");
+    obj.Set_Modulename("mod");
+    EXPECT_EQ(obj.Get_RepositoryPath("C:\\work\\MOD\\a.c"), ":pserver:me@host:2402/repo\\MOD\\a.c");
+    EXPECT_EQ(obj.Get_RepositoryPath("C:\\work\\a.c"), "");
+}
+
+TEST(AdminFiles, FindsNamesInTheLogListInAnyCase) {
+    TCvsObject obj;
+    EXPECT_FALSE(CheckTagNameExists(obj, "REL"));
+    EXPECT_EQ(obj.LogListA.Add("REL", "1.4", true), nullptr);
+    EXPECT_EQ(obj.LogListA.Add("rel", "1.5", true), nullptr) << "another name";
+    TLogClass* const known = obj.LogListA.Add("REL", "1.6", false);
+    ASSERT_NE(known, nullptr);
+    EXPECT_EQ(known->Value, "1.4");
+    EXPECT_FALSE(known->IsLabel);
+    EXPECT_TRUE(CheckTagNameExists(obj, "Rel"));
+    EXPECT_FALSE(CheckTagNameExists(obj, "REL2"));
+}
+
+}  // namespace

@@ -1,0 +1,265 @@
+// Whole operations with the real client, checked in the repository.
+
+#include <gtest/gtest.h>
+
+#include "framework/base/files.h"
+#include "framework/base/format.h"
+#include "tests/cvs/Sandbox.h"
+#include "tests/support/FormDriver.h"
+
+namespace {
+
+using namespace tandrel;
+using framework::FileExists;
+using framework::Format;
+using tests::TSandboxObject;
+
+constexpr const char* Success = " CVS command execute successful  with Exitcode 0\r\n";
+
+class Operations : public testing::Test {
+protected:
+    /// The next result form says this; it is closed.
+    static void ExpectResult(const std::string& caption, const std::string& text) {
+        tests::ExpectForm(caption, [text](framework::TForm& form) {
+            EXPECT_EQ(tests::TextOf(form, "Label1"), text);
+            tests::Click(form, "BitBtn1");
+        });
+    }
+
+    tests::TSandbox Sandbox;
+};
+
+TEST_F(Operations, CreateARepository) {
+    TCvsObject obj;
+    const tests::TMessageLog log(obj);
+    obj.Path = Sandbox.Folder / "new";
+    EXPECT_FALSE(obj.TCustomCvsObj::CreateLocalRepository());
+    ASSERT_TRUE(obj.ParseCommand());
+    obj.Execute(obj.Get_CurrentProcDirectory());
+    EXPECT_EQ(obj.ExitCode, 0) << log.All();
+    EXPECT_TRUE(FileExists(obj.Path + "\\CVSROOT\\modules"));
+}
+
+TEST_F(Operations, CheckOutTellsAndShowsItsResult) {
+    TSandboxObject obj(Sandbox);
+    ExpectResult("CVS CheckOut", "CVS project mod successfuly completed");
+    EXPECT_TRUE(obj.CheckOut(true));
+    EXPECT_TRUE(obj.Messages.All().starts_with(
+        Format("CheckOut project mod into directory(%s) from  repository %s \r\n",
+               {Sandbox.Folder.Path(), Sandbox.Repository})));
+    EXPECT_TRUE(obj.Messages.All().ends_with(Success));
+    EXPECT_EQ(Sandbox.Read(Sandbox.Folder / "mod\\sub\\c.c"), "c\r\n");
+
+    obj.Set_Modulename("no such module");
+    ExpectResult("CVS CheckOut", "CVS project no such module execute with Exitcode 1");
+    EXPECT_FALSE(obj.CheckOut(true));
+    EXPECT_FALSE(obj.CheckOut(false)) << "and no form";
+}
+
+TEST_F(Operations, ImportPutsAProjectIn) {
+    TSandboxObject obj(Sandbox);
+    Sandbox.Write(Sandbox.Folder / "proj\\main.c", "text\r\n");
+    Sandbox.Write(Sandbox.Folder / "proj\\main.o", "object\r\n");
+    obj.Set_Modulename("proj");
+    obj.VendorTag = "V";
+    obj.ReleaseTag = "R";
+    obj.CommitMessage = "first import";
+    obj.UseDefaultIgnore = true;
+    ExpectResult("CVS import", "CVS import " + (Sandbox.Folder / "proj") + " successfuly completed");
+    EXPECT_TRUE(obj.Import(true));
+    EXPECT_TRUE(obj.Messages.All().starts_with(
+        Format("Imorting directory(%s) into repository %s \r\n",
+               {Sandbox.Folder / "proj", Sandbox.Repository})));
+    EXPECT_EQ(Sandbox.Ask("checkout -p proj/main.c"), "text\r\n");
+    EXPECT_EQ(Sandbox.Ask("rls proj").find("main.o"), std::string::npos);
+    // Without tags the client refuses.
+    obj.VendorTag.clear();
+    EXPECT_FALSE(obj.Import(false));
+}
+
+TEST_F(Operations, ADayOnAWorkingCopy) {
+    const std::string copy = Sandbox.CheckOut("work");
+    TSandboxObject obj(Sandbox, copy);
+    Sandbox.Write(copy + "\\new\\deep\\d.c", "d\r\n");
+    obj.FileItems.AddFile(copy + "\\new\\deep\\d.c", Km_none);
+    EXPECT_TRUE(obj.Add());
+    obj.FileItems.Clear();
+    EXPECT_TRUE(obj.RemoveFile(copy + "\\b.c", true));
+
+    int committing = 0;
+    obj.OnCommit = [&](TCvsObject& sender) {
+        EXPECT_EQ(&sender, &obj);
+        sender.CommitMessage = "set by the host";
+        ++committing;
+    };
+    obj.Messages.Clear();
+    EXPECT_TRUE(obj.Commit(false));
+    EXPECT_EQ(committing, 1);
+    EXPECT_TRUE(obj.Messages.All().starts_with(
+        Format("Commit  project from  directory(%s) into repository %s \r\n",
+               {copy, Sandbox.Repository})));
+    EXPECT_NE(Sandbox.Ask("rlog mod/new/deep/d.c").find("set by the host"), std::string::npos);
+    EXPECT_EQ(Sandbox.Ask("rls mod").find("b.c"), std::string::npos);
+
+    obj.TagName = "REL";
+    int labelling = 0;
+    obj.OnCreateLabel = [&](TCvsObject&) { ++labelling; };
+    EXPECT_TRUE(obj.Create_Tag(false));
+    EXPECT_EQ(labelling, 1);
+    EXPECT_FALSE(obj.TagBranch);
+    obj.TagName = "BRANCH";
+    int branching = 0;
+    obj.OnCreateBranch = [&](TCvsObject&) { ++branching; };
+    EXPECT_TRUE(obj.Create_Rtag(false));
+    EXPECT_EQ(branching, 1);
+    EXPECT_TRUE(obj.TagBranch) << "and stays so";
+    const std::string log = Sandbox.Ask("rlog -h mod/a.c");
+    EXPECT_NE(log.find("REL: 1.1.1.1"), std::string::npos) << log;
+    EXPECT_NE(log.find("BRANCH: 1.1.1.1.0.2"), std::string::npos) << log;
+
+    const std::string other = Sandbox.CheckOut("other");
+    EXPECT_EQ(Sandbox.Read(other + "\\new\\deep\\d.c"), "d\r\n");
+}
+
+TEST_F(Operations, UpdateAlwaysShowsItsResult) {
+    const std::string copy = Sandbox.CheckOut("work"), other = Sandbox.CheckOut("other");
+    Sandbox.Write(other + "\\a.c", "changed\r\n");
+    Sandbox.Client("-Q commit -m change", other);
+    TSandboxObject obj(Sandbox, copy);
+    ExpectResult("CVS update", "CVS update  \"mod\" successfuly completed");
+    EXPECT_TRUE(obj.Update());
+    EXPECT_TRUE(obj.Messages.All().starts_with(
+        Format("Update project mod directory(%s) from  repository %s \r\n",
+               {copy, Sandbox.Repository})));
+    EXPECT_EQ(Sandbox.Read(copy + "\\a.c"), "changed\r\n");
+
+    // A file of another project: told, and the form does not call it a success.
+    obj.Messages.Clear();
+    obj.FileItems.AddFile(other + "\\a.c", Km_none);
+    ExpectResult("CVS update", "CVS update  \"mod\" execute with Exitcode 1");
+    EXPECT_FALSE(obj.Update());
+    EXPECT_EQ(obj.Messages.All(),
+              "File " + other + "\\a.c is not locating in  working direktory \r\n");
+}
+
+TEST_F(Operations, SimpleOperationsRunWithTheOptionsAsTheyStand) {
+    const std::string copy = Sandbox.CheckOut("work");
+    Sandbox.Write(copy + "\\a.c", "other text\r\n");
+    TSandboxObject obj(Sandbox, copy);
+    EXPECT_TRUE(obj.Status());
+    EXPECT_NE(obj.Messages.All().find("Locally Modified"), std::string::npos);
+    EXPECT_FALSE(obj.Diff()) << "the client's way of saying that there are differences";
+    EXPECT_EQ(obj.ExitCode, 1);
+    for (const auto operation :
+         {&TCvsObject::Log, &TCvsObject::Annotate, &TCvsObject::Editors, &TCvsObject::watch,
+          &TCvsObject::Watchers, &TCvsObject::Edit}) {
+        obj.Messages.Clear();
+        EXPECT_TRUE((obj.*operation)()) << obj.CommandLine << obj.Messages.All();
+    }
+    EXPECT_TRUE(obj.RLog());
+    obj.FileItems.AddFile(copy + "\\b.c", Km_none);
+    EXPECT_TRUE(obj.Unedit());
+    EXPECT_TRUE(obj.Admin());
+    EXPECT_EQ(obj.CommandLine, " admin b.c");
+    obj.History();  // this client's local repositories keep none
+    EXPECT_EQ(obj.CommandLine, " history b.c");
+    obj.FileItems.Clear();
+    obj.StikyType = stHead;
+    EXPECT_TRUE(obj.Rdiff());
+    EXPECT_FALSE(FileExists(Sandbox.Folder / "exported\\mod\\a.c"));
+    obj.Set_ProjectRoot(Sandbox.Folder / "exported");
+    framework::ForceDirectories(obj.ProjectRoot());
+    EXPECT_TRUE(obj.Export_cmd(true)) << "no dialog, no result form";
+    EXPECT_TRUE(FileExists(Sandbox.Folder / "exported\\mod\\a.c"));
+    EXPECT_FALSE(framework::DirectoryExists(Sandbox.Folder / "exported\\mod\\CVS"));
+}
+
+// --- what cannot be done ----------------------------------------------------------------------
+
+TEST_F(Operations, NeedARoot) {
+    TSandboxObject obj(Sandbox, Sandbox.CheckOut("work"));
+    EXPECT_TRUE(obj.Status());
+    obj.SetCVSROOT("   ");
+    obj.Messages.Clear();
+    EXPECT_FALSE(obj.Status());
+    EXPECT_FALSE(obj.Update()) << "and there is no result to show";
+    EXPECT_FALSE(obj.Import(true));
+    const std::string complaint = "CVSROOT variable is not set \r\n";
+    EXPECT_EQ(obj.Messages.All(), complaint + complaint + complaint);
+}
+
+TEST_F(Operations, NeedFilesToAddOrRemove) {
+    TSandboxObject obj(Sandbox, Sandbox.CheckOut("work"));
+    obj.ExitCode = 0;
+    EXPECT_TRUE(obj.Add()) << "the state is that of the last command";
+    obj.ExitCode = 5;
+    EXPECT_FALSE(obj.Remove());
+    EXPECT_EQ(obj.Messages.All(), "No files in FileList \r\nNo files in  FileList \r\n");
+    EXPECT_EQ(obj.ExitCode, 5);
+}
+
+TEST_F(Operations, FailInTheOpen) {
+    const std::string copy = Sandbox.CheckOut("work");
+    TSandboxObject obj(Sandbox, copy);
+    obj.SetCVSROOT(Sandbox.Folder / "no repository");
+    obj.Messages.Clear();
+    EXPECT_FALSE(obj.CheckOut(false));
+    EXPECT_NE(obj.Messages.All().find("no repository"), std::string::npos) << obj.Messages.All();
+    EXPECT_TRUE(obj.Messages.All().ends_with(" CVS command execute  with Exitcode 1\r\n"));
+
+    obj.Set_WorkingDirectory(Sandbox.Folder / "gone");
+    obj.Messages.Clear();
+    EXPECT_FALSE(obj.Status());
+    EXPECT_EQ(obj.Messages.All(), "Could not create process \r\n");
+
+    // Operations whose dialog is missing do nothing when they are to show it.
+    obj.Messages.Clear();
+    EXPECT_FALSE(obj.Commit(true) || obj.Create_Tag(true) || obj.Create_Rtag(true));
+    EXPECT_NE(obj.Messages.All(), "");
+}
+
+// --- around the command -----------------------------------------------------------------------
+
+TEST_F(Operations, SetTheChildsEnvironment) {
+    TSandboxObject obj(Sandbox);
+    obj.SetCVSROOT("  :pserver:me@host:/repo  ");
+    obj.Set_CVS_RSH(" rsh ");
+    obj.Set_CVSIGNORE("*.o *.x");
+    obj.Set_CVSREAD("1");
+    EXPECT_EQ(obj.GetEnvVariable(), "CVSROOT=:pserver:me@host:/repo; CVS_RSH= rsh ; "
+                                    "CVSIGNORE=*.o *.x; CVSREAD=1; PATH=");
+    obj.CvsExecutable = support::FakeClient();
+    obj.CommandLine = " surroundings CVSROOT CVS_RSH CVSIGNORE CVSREAD";
+    obj.Execute("C:\\");
+    EXPECT_EQ(obj.Messages.Texts.front(), "folder:C:\\;CVSROOT=:pserver:me@host:/repo;CVS_RSH= rsh ;"
+                                          "CVSIGNORE=*.o *.x;CVSREAD=1;");
+    obj.Set_CVS_RSH("");
+    obj.Set_CVSIGNORE("");
+    ::SetEnvironmentVariableA("CVSREAD", nullptr);
+}
+
+TEST_F(Operations, RunWhereTheirCommandBelongs) {
+    TSandboxObject obj(Sandbox);
+    const std::string root = Sandbox.Folder.Path();
+    for (const auto operation : {otCheckOut, otRelease, otRlog, otUpdate, otImport, otRtag}) {
+        obj.Operation = operation;
+        const bool names_module = operation == otCheckOut || operation == otRelease || operation == otRlog;
+        EXPECT_EQ(obj.Get_CurrentProcDirectory(), names_module ? root : root + "\\mod");
+    }
+    EXPECT_EQ(obj.Get_Version(), "1.1b");
+}
+
+TEST_F(Operations, StrictQuotingMakesOddNamesWork) {
+    const std::string copy = Sandbox.CheckOut("work");
+    TSandboxObject obj(Sandbox, copy);
+    obj.StrictQuoting = true;
+    const std::string name = copy + "\\it's 100% new & odd.c";
+    Sandbox.Write(name, "text\r\n");
+    EXPECT_TRUE(obj.AddFile(name)) << obj.Messages.All();
+    obj.CommitMessage = "say \"yes\", 100% sure & done \\";
+    EXPECT_TRUE(obj.Commit(false)) << obj.Messages.All();
+    EXPECT_NE(Sandbox.Ask("rlog \"mod/it's 100% new & odd.c\"").find(obj.CommitMessage),
+              std::string::npos);
+}
+
+}  // namespace
