@@ -1,0 +1,170 @@
+// Forms, controls, timers and the message loop.
+
+#include <gtest/gtest.h>
+
+#include "framework/base/exceptions.h"
+#include "framework/ui/application.h"
+#include "framework/ui/buttons.h"
+#include "framework/ui/form.h"
+#include "framework/ui/labels.h"
+#include "framework/ui/task_windows.h"
+#include "framework/ui/timer.h"
+#include "tests/support/FormDriver.h"
+#include "tests/support/Leaks.h"
+#include "tests/support/Messages.h"
+
+namespace {
+
+using namespace framework;
+
+TEST(Components, AreFoundByNameAndFreedByTheirOwner) {
+    TForm form("owner");
+    auto& panel = form.Make<TPanel>("Panel1", form);
+    auto& label = form.Make<TLabel>("Label1", panel, "text");
+    EXPECT_EQ(form.Find<TLabel>("LABEL1"), &label);
+    EXPECT_EQ(form.Find<TButton>("Label1"), nullptr) << "of another class";
+    EXPECT_EQ(form.FindComponent("nothing"), nullptr);
+    EXPECT_EQ(&label.Form(), &form);
+    const HWND window = label.Handle();
+    label.Free();
+    EXPECT_FALSE(::IsWindow(window));
+    EXPECT_EQ(form.FindComponent("Label1"), nullptr);
+    const HWND inner = panel.Handle();
+    Application().CreateForm<TForm>("application's").Free();
+    EXPECT_TRUE(::IsWindow(inner));
+}
+
+TEST(Controls, ShowTextInTheProcessCodePage) {
+    TForm form("caption \xE4 & \"b\"");
+    EXPECT_EQ(form.Text(), "caption \xE4 & \"b\"");
+    auto& label = form.Make<TLabel>("Label1", form, "short");
+    const int width = label.Width();
+    label.SetText("a much longer text\nin two lines");
+    EXPECT_GT(label.Width(), width);
+    EXPECT_GE(label.Height(), 2 * form.Scale(11));
+    EXPECT_EQ(label.Text(), "a much longer text\nin two lines");
+}
+
+TEST(Controls, TakeTheirEdges) {
+    TForm form("aligned");
+    form.SetClientSize(300, 200);
+    struct {
+        TAlign Align;
+        int Left, Top, Width, Height;
+    } const cases[] = {{TAlign::Left, 0, 30, 20, 170},
+                       {TAlign::Top, 0, 0, 300, 30},
+                       {TAlign::Client, 20, 30, 280, 170}};
+    std::vector<TPanel*> panels;
+    for (const auto& [align, left, top, width, height] : cases) {
+        auto& panel = form.Make<TPanel>("", form);
+        panel.SetBounds(0, 0, 20, 30);
+        panel.SetAlign(align);
+        panels.push_back(&panel);
+    }
+    for (std::size_t i = 0; i < panels.size(); ++i) {
+        const RECT area = panels[i]->Bounds();
+        EXPECT_EQ(area.left, cases[i].Left);
+        EXPECT_EQ(area.top, cases[i].Top);
+        EXPECT_EQ(panels[i]->Width(), cases[i].Width);
+        EXPECT_EQ(panels[i]->Height(), cases[i].Height);
+    }
+    form.SetClientSize(400, 300);
+    EXPECT_EQ(panels[2]->Width(), 380);
+    EXPECT_EQ(panels[2]->Height(), 270);
+}
+
+TEST(Forms, EndModalRunsWithTheirResult) {
+    TForm behind("behind");
+    behind.Show();
+    TForm form("modal");
+    auto& ok = form.Make<TButton>("Ok", form, "Ok", TButtonRole::Default);
+    ok.ModalResult = mrOk;
+    int clicked = 0;
+    ok.OnClick = [&](TObject* sender) { clicked += sender == &ok ? 1 : 0; };
+    tests::ExpectForm("modal", [&](TForm& shown) {
+        EXPECT_FALSE(behind.Enabled());
+        EXPECT_TRUE(shown.Enabled() && shown.Visible());
+        ok.SetEnabled(false);
+        tests::Click(shown, "Ok");
+        EXPECT_EQ(shown.ModalResult, mrNone) << "a disabled button does nothing";
+        ok.SetEnabled(true);
+        EXPECT_THROW(shown.ShowModal(), Exception);
+        tests::PressKey(shown, VK_RETURN);
+    });
+    EXPECT_EQ(form.ShowModal(), mrOk);
+    EXPECT_EQ(clicked, 1);
+    EXPECT_TRUE(behind.Enabled());
+    EXPECT_FALSE(form.Visible());
+    tests::ExpectForm("modal", [](TForm& shown) { ::PostMessageW(shown.Handle(), WM_CLOSE, 0, 0); });
+    EXPECT_EQ(form.ShowModal(), mrCancel);
+    tests::ExpectForm("modal", [](TForm&) { throw Exception("while it is open"); });
+    EXPECT_THROW(form.ShowModal(), Exception);
+    EXPECT_TRUE(behind.Enabled()) << "also after an exception";
+}
+
+TEST(Forms, TranslateExceptionsAtTheWindowProcedure) {
+    TForm form("throws");
+    auto& button = form.Make<TButton>("B", form, "B");
+    form.Show();
+    const auto before = Application().OnException;
+    std::string told;
+    Application().OnException = [&](const std::exception& error) { told += error.what(); };
+    button.OnClick = [](TObject*) { throw Exception("from a handler"); };
+    ::SendMessageW(button.Handle(), BM_CLICK, 0, 0);
+    EXPECT_EQ(told, "from a handler");
+    button.OnClick = [](TObject*) { Abort(); };
+    ::SendMessageW(button.Handle(), BM_CLICK, 0, 0);
+    EXPECT_EQ(told, "from a handler") << "the silent exception is silent";
+    Application().OnException = before;
+}
+
+TEST(TaskWindows, AreDisabledInABracket) {
+    TForm shown("shown"), hidden("hidden"), exempt("exempt");
+    shown.Show();
+    exempt.Show();
+    {
+        const TTaskWindowsDisabled disabled(exempt.Handle());
+        EXPECT_FALSE(shown.Enabled());
+        EXPECT_TRUE(hidden.Enabled() && exempt.Enabled());
+        const TTaskWindowsDisabled inner;
+        EXPECT_FALSE(exempt.Enabled());
+    }
+    EXPECT_TRUE(shown.Enabled() && exempt.Enabled());
+}
+
+TEST(Timers, TickUntilTheyAreStopped) {
+    int ticks = 0;
+    {
+        TTimer timer(20);
+        timer.OnTimer = [&](TObject*) {
+            if (++ticks == 3) timer.SetEnabled(false);
+        };
+        EXPECT_FALSE(timer.Enabled());
+        timer.SetEnabled(true);
+        EXPECT_TRUE(tests::PumpUntil([&] { return !timer.Enabled(); }));
+        EXPECT_EQ(ticks, 3);
+        timer.OnTimer = [&](TObject*) { ++ticks; };
+        timer.SetEnabled(true);
+        // Time passes without messages, so a tick waits when the timer goes.
+        EXPECT_EQ(::WaitForSingleObject(::GetCurrentThread(), 60), static_cast<DWORD>(WAIT_TIMEOUT));
+    }
+    Application().ProcessMessages();
+    EXPECT_EQ(ticks, 3);
+}
+
+TEST(Forms, LeaveNothingBehind) {
+    const auto open = [] {
+        TForm form("leak");
+        form.Make<TButton>("B", form, "B");
+        form.Make<TLabel>("L", form, "L");
+        form.Show();
+    };
+    open();
+    const tests::TResources before = tests::CountResources();
+    for (int i = 0; i < 100; ++i) open();
+    const tests::TResources after = tests::CountResources();
+    EXPECT_EQ(after.Windows, before.Windows);
+    EXPECT_EQ(after.GdiObjects, before.GdiObjects);
+}
+
+}  // namespace
