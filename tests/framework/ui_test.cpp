@@ -105,7 +105,7 @@ TEST(Forms, EndModalRunsWithTheirResult) {
 TEST(Forms, TranslateExceptionsAtTheWindowProcedure) {
     TForm form("throws");
     auto& button = form.Make<TButton>("B", form, "B");
-    form.Show();
+    button.SetBounds(0, 0, 75, 25);
     const auto before = Application().OnException;
     std::string told;
     Application().OnException = [&](const std::exception& error) { told += error.what(); };
