@@ -28,10 +28,11 @@ make_product() {
         remove_unused
         need_space "$cache" "$space" "$what"
         say "$what"
-        rm -rf "$path.part"
-        local name=${path##*/}
-        logged "${name%-*}" "$what" make_part "$script" "$path.part" "$@"
-        mv "$path.part" "$path"
+        # What was cut short may still be at work: so each maker has a folder of its own.
+        rm -rf "$path".part.*
+        local name=${path##*/} part=$path.part.$$
+        logged "${name%-*}" "$what" make_part "$script" "$part" "$@"
+        mv "$part" "$path"
     fi
     exec 8>&-
 }
