@@ -18,6 +18,16 @@ char AsciiUpper(char c) {
     return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
 }
 
+#if !defined(_WIN32)
+/// Other systems have no code page for the process: the letters of Western Europe stand in for it.
+char WesternUpper(char c) {
+    const auto code = static_cast<unsigned char>(c);
+    if (code >= 0xE0 && code <= 0xFE && code != 0xF7)
+        return static_cast<char>(code - 0x20);
+    return AsciiUpper(c);
+}
+#endif
+
 bool IsBlank(char c) {
     return static_cast<unsigned char>(c) <= ' ';
 }
@@ -30,7 +40,7 @@ std::string UpperCase(std::string_view text) {
     ::CharUpperBuffA(result.data(), static_cast<DWORD>(result.size()));
 #else
     for (char& c : result)
-        c = AsciiUpper(c);
+        c = WesternUpper(c);
 #endif
     return result;
 }
