@@ -99,20 +99,6 @@ bool ShellDelete(std::string_view Names) {
     return RunShell(FO_DELETE, List, {}, FOF_NOCONFIRMATION, "Delete files");
 }
 
-std::string FullName(const std::string& Path) {
-    std::string Result(::GetFullPathNameA(Path.c_str(), 0, nullptr, nullptr), '\0');
-    Result.resize(::GetFullPathNameA(Path.c_str(), static_cast<DWORD>(Result.size()), Result.data(),
-                                     nullptr));
-    return Result;
-}
-
-/// True when a path is that of the folder or file `Above`, or lies within it.
-bool LiesWithin(const std::string& Path, const std::string& Above) {
-    const std::string Name = SlashSep(FullName(Path), "");
-    const std::string Start = SlashSep(FullName(Above), "");
-    return framework::SameText(std::string_view(Name).substr(0, Start.size()), Start);
-}
-
 /// Opened for its attributes alone, which works whoever else has it open.
 framework::FileHandle OpenForAttributes(const std::string& Path) {
     return framework::FileHandle(
@@ -186,7 +172,7 @@ bool MoveFileExt(const std::string& Src, const std::string& Dst, bool DeleteSour
     if (Src.empty() || Dst.empty())
         return Fail(ERROR_INVALID_PARAMETER);
     try {
-        if (DeleteSource && (LiesWithin(Dst, Src) || IsSame(Src, Dst)))
+        if (DeleteSource && IsSame(Src, Dst))
             return Fail(ERROR_INVALID_PARAMETER);
         if (DeleteSource && HasLink(Src))
             return Fail(ERROR_NOT_SUPPORTED);

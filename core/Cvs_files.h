@@ -11,8 +11,8 @@ namespace tandrel {
 
 /// Copies a file or folder; with `DeleteSource` deletes the source once the copy is complete, so
 /// that it is a move. False when a name is empty. A source that could not be copied completely is
-/// kept; a source with a link to a folder in it, or whose destination is itself or lies within it,
-/// is not moved at all.
+/// kept; a source with a link to a folder in it, or that is its own destination, is not touched at
+/// all.
 bool MoveFileExt(const std::string& Src, const std::string& Dst, bool DeleteSource);
 /// Deletes a folder with everything in it. False when there is no such folder, and, with nothing
 /// deleted, when there is a link to a folder in it: what lies behind the link is somewhere else.
