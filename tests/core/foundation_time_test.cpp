@@ -279,6 +279,11 @@ TEST(EntriesTimes, AreZeroForEverythingElse) {
         EXPECT_EQ(InternetTimeToDateTime(Text), 0) << Text;
 }
 
+TEST(EntriesTimes, OfTwoFiguresForTheYearAreOfThisAgeOrZero) {
+    const TDateTime Value = InternetTimeToDateTime("Friday, 05-Mar-04 14:07:09 GMT");
+    EXPECT_TRUE(Value == 0 || Show(Value) == "2004-03-05 14:07:09") << Show(Value);
+}
+
 TEST(EntriesTimes, AreWrittenAsInternetDates) {
     EXPECT_EQ(DateTimeInternetTime(At(2004, 3, 5, 14, 7, 9)), "Fri, 05 Mar 2004 14:07:09 GMT");
     const TDateTime Value = At(2026, 11, 21, 7, 54, 1);
