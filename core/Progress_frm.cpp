@@ -48,8 +48,7 @@ void TVcs_ProgressForm::WMStartProgress(WPARAM thread) {
     Thread = reinterpret_cast<const std::unique_ptr<TProgressThread>*>(thread)->get();
     // The message comes again every second; the clip and the focus are not to start anew.
     if (Visible() && Enabled()) return;
-    Animate1_->LoadResource(ResourceModule(), ProgressClip);
-    Animate1_->Play();
+    if (Animate1_->LoadResource(ResourceModule(), ProgressClip)) Animate1_->Play();
     DisableClose();
     // A form that was still showing when the run began was disabled with all other windows.
     SetEnabled(true);

@@ -15,7 +15,10 @@ SIZE AddPictureAndText(framework::TForm& box, const std::wstring& bitmap, const 
     const int size = box.Scale(L::Picture);
     const int top = box.Scale(L::Margin);
     picture.SetBounds(box.Scale(L::Margin), top, size, size);
-    auto& label = box.Make<framework::TLabel>("Label1", box, text);
+    // A text that is wider than the screen goes on in the next line.
+    const RECT screen = framework::TForm::WorkArea();
+    const int room = screen.right - screen.left - box.Scale(2 * L::RoomBesideText);
+    auto& label = box.Make<framework::TLabel>("Label1", box, text, room);
     const int height = std::max(size, label.Height());
     label.SetBounds(box.Scale(L::TextLeft), top + (height - label.Height()) / 2, label.Width(),
                     label.Height());

@@ -50,13 +50,16 @@ void TForm::SetClientSize(int width, int height) {
     Centre();
 }
 
-void TForm::Centre() {
+RECT TForm::WorkArea() {
     MONITORINFO monitor{};
     monitor.cbSize = sizeof monitor;
-    const HWND main = Application().MainWindow();
-    ::GetMonitorInfoW(::MonitorFromWindow(main ? main : Handle(), MONITOR_DEFAULTTOPRIMARY),
+    ::GetMonitorInfoW(::MonitorFromWindow(Application().MainWindow(), MONITOR_DEFAULTTOPRIMARY),
                       &monitor);
-    const RECT& area = monitor.rcWork;
+    return monitor.rcWork;
+}
+
+void TForm::Centre() {
+    const RECT area = WorkArea();
     ::SetWindowPos(Handle(), nullptr, (area.left + area.right - Width()) / 2,
                    (area.top + area.bottom - Height()) / 2, 0, 0,
                    SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);

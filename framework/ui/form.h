@@ -31,6 +31,9 @@ public:
     /// Sets the size of the inner area, in pixels, and centres the form on the screen.
     void SetClientSize(int width, int height);
 
+    /// The part of the screen that windows may use, where the form is centred.
+    static RECT WorkArea();
+
     void SetVisible(bool visible) override;
     void Show() { SetVisible(true); }
     /// Keeps the form above all windows that are not.

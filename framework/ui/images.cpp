@@ -45,10 +45,9 @@ TAnimate::TAnimate(TControl& parent) : TControl(&parent) {
     CreateHandle(ANIMATE_CLASSW, WS_CHILD | WS_VISIBLE | ACS_CENTER | ACS_TRANSPARENT, 0, parent.Handle());
 }
 
-void TAnimate::LoadResource(HINSTANCE module, int id) {
-    if (!::SendMessageW(Handle(), ACM_OPENW, reinterpret_cast<WPARAM>(module),
-                        reinterpret_cast<LPARAM>(MAKEINTRESOURCEW(id))))
-        throw EOSError(ERROR_RESOURCE_NAME_NOT_FOUND);
+bool TAnimate::LoadResource(HINSTANCE module, int id) {
+    return ::SendMessageW(Handle(), ACM_OPENW, reinterpret_cast<WPARAM>(module),
+                          reinterpret_cast<LPARAM>(MAKEINTRESOURCEW(id))) != 0;
 }
 
 void TAnimate::Play() {

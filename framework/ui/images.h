@@ -29,9 +29,9 @@ private:
 class FRAMEWORK_API TAnimate : public TControl {
 public:
     explicit TAnimate(TControl& parent);
-    /// Opens a clip from the module's AVI resources; the clip rests on its first frame. Raises
-    /// EOSError when the module has no such clip.
-    void LoadResource(HINSTANCE module, int id);
+    /// Opens a clip from the module's AVI resources; the clip rests on its first frame. False, and
+    /// an empty control, when the module has no clip that can be played.
+    bool LoadResource(HINSTANCE module, int id);
     /// Plays all frames again and again.
     void Play();
 };

@@ -4,8 +4,11 @@
 
 namespace framework {
 
-TLabel::TLabel(TControl& parent, const std::string& caption) : TControl(&parent) {
-    CreateHandle(L"STATIC", WS_CHILD | WS_VISIBLE | SS_NOPREFIX, 0, parent.Handle(), caption);
+TLabel::TLabel(TControl& parent, const std::string& caption, int maxWidth)
+    : TControl(&parent), MaxWidth_(maxWidth) {
+    const DWORD breaks = MaxWidth_ > 0 ? SS_EDITCONTROL : 0;
+    CreateHandle(L"STATIC", WS_CHILD | WS_VISIBLE | SS_NOPREFIX | breaks, 0, parent.Handle(),
+                 caption);
     AdjustSize();
 }
 
@@ -18,8 +21,9 @@ void TLabel::AdjustSize() {
     const HDC dc = ::GetDC(Handle());
     const HGDIOBJ font = reinterpret_cast<HGDIOBJ>(::SendMessageW(Handle(), WM_GETFONT, 0, 0));
     const HGDIOBJ before = ::SelectObject(dc, font);
-    RECT area{};
-    ::DrawTextW(dc, ToWide(Text()).c_str(), -1, &area, DT_CALCRECT | DT_NOPREFIX);
+    RECT area{0, 0, MaxWidth_, 0};
+    const UINT breaks = MaxWidth_ > 0 ? DT_WORDBREAK | DT_EDITCONTROL : 0;
+    ::DrawTextW(dc, ToWide(Text()).c_str(), -1, &area, DT_CALCRECT | DT_NOPREFIX | breaks);
     ::SelectObject(dc, before);
     ::ReleaseDC(Handle(), dc);
     ::SetWindowPos(Handle(), nullptr, 0, 0, area.right, area.bottom,

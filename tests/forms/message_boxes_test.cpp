@@ -53,14 +53,20 @@ TEST(MessageBoxes, TellSuccessAndFailure) {
     Show_OkForm("CVS update", "what", 57);
 }
 
-TEST(MessageBoxes, WidenForLongTexts) {
-    const std::string text(200, 'W');
-    ExpectForm("c", [&](TForm& form) {
-        ExpectTidy(form, {"Image1", "Label1", "BitBtn1"});
-        EXPECT_GE(form.ClientSize().cx, form.Find<TControl>("Label1")->Width() + form.Scale(74));
-        Click(form, "BitBtn1");
-    });
-    Show_OkForm("c", text, 0);
+TEST(MessageBoxes, WidenForLongTextsButNotBeyondTheScreen) {
+    for (const std::size_t length : {60, 2000}) {
+        ExpectForm("c", [&](TForm& form) {
+            ExpectTidy(form, {"Image1", "Label1", "BitBtn1"});
+            EXPECT_GE(form.ClientSize().cx,
+                      form.Find<TControl>("Label1")->Width() + form.Scale(74));
+            const RECT screen = TForm::WorkArea(), box = form.Bounds();
+            EXPECT_GE(box.left, screen.left);
+            EXPECT_LE(box.right, screen.right);
+            EXPECT_LE(box.bottom, screen.bottom);
+            Click(form, "BitBtn1");
+        });
+        Show_OkForm("c", std::string(length, 'W'), 0);
+    }
 }
 
 TEST(MessageBoxes, ShowTextsAsTheyAre) {
