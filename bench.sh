@@ -4,11 +4,11 @@
 # Installs what is missing, builds, and runs the measurements; prints their table.
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
-# shellcheck source=scripts/session.sh
-. "$root/scripts/session.sh"
+# shellcheck source=scripts/environment.sh
+. "$root/scripts/environment.sh"
 
 set_up
-start_session own
+start_environment own
 build_preset win32
 await_wine
 mkdir -p "$WINEPREFIX/drive_c/work"

@@ -7,7 +7,10 @@
 
 # Set by the command that sources this file: the root of the checkout.
 : "${root:?}"
-cache=${TANDREL_CACHE:-${XDG_CACHE_HOME:-${HOME:?}/.cache}/tandrel}
+# Some build services run without HOME.
+: "${HOME:=$(getent passwd "$(id -u)" | cut -d: -f6)}"
+export HOME
+cache=${TANDREL_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/tandrel}
 logs=$root/build/logs
 
 # Progress goes to standard output, so that standard error holds the reason of a failure alone.

@@ -7,8 +7,9 @@
 #   TANDREL_WINE   folder with the programs wine32 and wineserver32
 #   WINEPREFIX     Wine's data
 #
-# Inside a session (session.sh) both are set.  Outside of one they come from build/wine.env, which
-# every set-up leaves behind, so that "ctest --preset win32" works from the command line.
+# Inside of environment.sh both are set.  Outside of it they come from build/wine.env, which every
+# set-up leaves behind, so that "ctest --preset win32" works from the command line.  That is slow:
+# with no server kept up, every test waits four seconds for Wine to start and to end.
 set -euo pipefail
 
 if [ -z "${TANDREL_WINE:-}" ] || [ -z "${WINEPREFIX:-}" ]; then
@@ -34,11 +35,11 @@ export WINEPATH='Z:\usr\lib\gcc\i686-w64-mingw32\12-posix;Z:\usr\i686-w64-mingw3
 export XAUTHORITY=${XAUTHORITY:-${HOME:-}/.Xauthority}
 export HOME=$WINEPREFIX.home
 
-# Outside of a session: wait for one that uses the same prefix, and let one wait for us.  (-o: the
+# Outside of environment.sh: wait for a command that uses the same prefix, and let it wait for us.  (-o: the
 # Wine server must not inherit the lock.)
-if [ -z "${TANDREL_SESSION:-}" ] && [ -n "${TANDREL_LOCK:-}" ]; then
+if [ -z "${TANDREL_ENVIRONMENT:-}" ] && [ -n "${TANDREL_LOCK:-}" ]; then
     [ -n "${DISPLAY:-}" ] ||
-        echo 'emulator.sh: no DISPLAY, so no windows; try scripts/session.sh COMMAND.' >&2
+        echo 'emulator.sh: no DISPLAY, so no windows; try scripts/environment.sh COMMAND.' >&2
     exec flock --shared -o "$TANDREL_LOCK" "$TANDREL_WINE/wine32" "$@"
 fi
 exec "$TANDREL_WINE/wine32" "$@"

@@ -1,4 +1,5 @@
-/* The first program of a session: keeps Wine's desktop alive, and says "ready" when it is there.
+/* The first program that ./test and its like start: keeps Wine's desktop alive, and says "ready"
+ * when it is there.
  *
  * Whichever program first opens a window starts the desktop, which inherits its standard error.
  * CTest reads that to its end: a test that had to start the desktop would seem to run as long as

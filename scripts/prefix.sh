@@ -6,7 +6,7 @@
 # what a failed test left behind.  Each checkout has its own; of the 590 MB all but 20 are hard
 # links to the template, which only Wine's own unchanging files may be.
 
-# Exports what emulator.sh wants and leaves it in build/wine.env for use outside of a session.
+# Exports what emulator.sh wants and leaves it in build/wine.env for use outside of environment.sh.
 fresh_prefix() {
     local shared=drive_c/windows/system32
     export TANDREL_WINE=$wine WINEPREFIX=$checkout/prefix

@@ -1,10 +1,10 @@
 #!/bin/bash
-# session.sh [COMMAND...]
+# environment.sh [COMMAND...]
 #
 # Runs COMMAND with all that the tests find around them: a display, a warm Wine with fresh data and
 # a password server of cvs.  For example:
 #
-#   scripts/session.sh ctest --preset win32 -R Entries
+#   scripts/environment.sh ctest --preset win32 -R Entries
 #
 # ./run, ./test and ./bench.sh source this file for its functions.
 set -euo pipefail
@@ -27,18 +27,18 @@ set_up() {
     ensure_products
 }
 
-# start_session [OWN_DISPLAY]: with "OWN_DISPLAY" empty a display of the user's is used.  Wine gets
+# start_environment [OWN_DISPLAY]: with "OWN_DISPLAY" empty a display of the user's is used.  Wine gets
 # ready while the caller builds; await_wine before its first use.
-start_session() {
+start_environment() {
     if [ -n "${1:-}" ] || [ -z "${DISPLAY:-}" ]; then start_display; fi
-    export TANDREL_SESSION=1 TZ=UTC
+    export TANDREL_ENVIRONMENT=1 TZ=UTC
     fresh_prefix
     start_wine
 }
 
 if [ "${BASH_SOURCE[0]}" = "$0" ]; then
     set_up
-    start_session own
+    start_environment own
     start_pserver
     await_wine
     await "$@"
