@@ -132,6 +132,12 @@ public:
     /// Hands on raw output, and keeps it while output is captured.
     void MessageProc2(const std::string& Chunk);
 
+    /// Appends the folder's entries, and all below, to the tree, completed from the client's records
+    /// and ignore lists. What cannot be read is told and left out.
+    void LoadFiles(TWorkDirTree& Tree, const std::string& Dir);
+    /// Builds WorkDirTree anew from the working directory.
+    void Load_WorkDirTree();
+
     /// The working directory's backup name; empty when there is none to give.
     std::string Get_NewName() const;
     /// Deletes the files (not the folders) of FileItems; true when that succeeded.

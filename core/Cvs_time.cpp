@@ -22,13 +22,6 @@ constexpr double SameInstant = 0.0001 / (24 * 60 * 60);
 /// A file system may keep a file's date less exactly than the client does.
 constexpr double SameFileDate = 0.0001;
 
-TIME_ZONE_INFORMATION PresentZone() {
-    TIME_ZONE_INFORMATION Zone{};
-    if (::GetTimeZoneInformation(&Zone) == TIME_ZONE_ID_INVALID)
-        framework::RaiseLastOSError();
-    return Zone;
-}
-
 TDateTime DaylightBias(const TIME_ZONE_INFORMATION& Zone) {
     return static_cast<double>(Zone.Bias + Zone.DaylightBias) / MinutesPerDay;
 }
@@ -113,6 +106,13 @@ void ReplaceHour(int Hour, framework::TControl& Edit, TimeWriter Write) {
 
 }  // namespace
 
+TIME_ZONE_INFORMATION PresentTimeZone() {
+    TIME_ZONE_INFORMATION Zone{};
+    if (::GetTimeZoneInformation(&Zone) == TIME_ZONE_ID_INVALID)
+        framework::RaiseLastOSError();
+    return Zone;
+}
+
 TDateTime InternetTimeToDateTime(const std::string& Text) {
     TDateTime Value = 0;
     if (TryEntriesTime(Text, Value))
@@ -143,7 +143,7 @@ std::string DateTimeInternetTime(TDateTime Value) {
 }
 
 TDateTime DateToZeroTimeZone(TDateTime Value) {
-    return Value + static_cast<double>(PresentZone().Bias) / MinutesPerDay;
+    return Value + static_cast<double>(PresentTimeZone().Bias) / MinutesPerDay;
 }
 
 TDateTime UTCToLocalTime(TDateTime Value, const TIME_ZONE_INFORMATION& Zone) {
@@ -153,22 +153,27 @@ TDateTime UTCToLocalTime(TDateTime Value, const TIME_ZONE_INFORMATION& Zone) {
 }
 
 TDateTime UTCToLocalTime(TDateTime Value) {
-    return UTCToLocalTime(Value, PresentZone());
+    return UTCToLocalTime(Value, PresentTimeZone());
 }
 
 bool CompareDateTime(TDateTime FileDate, TDateTime RepositoryDate) {
+    return CompareDateTime(FileDate, RepositoryDate, PresentTimeZone());
+}
+
+bool CompareDateTime(TDateTime FileDate, TDateTime RepositoryDate,
+                     const TIME_ZONE_INFORMATION& Zone) {
     if (RepositoryDate == 0)
         return true;
-    return std::abs(UTCToLocalTime(RepositoryDate) - FileDate) > SameFileDate;
+    return std::abs(UTCToLocalTime(RepositoryDate, Zone) - FileDate) > SameFileDate;
 }
 
 SYSTEMTIME _SystemTimeToLocalTime(const SYSTEMTIME& Time) {
     return framework::DateTimeToSystemTime(
-        UTCToLocalTime(framework::SystemTimeToDateTime(Time), PresentZone()));
+        UTCToLocalTime(framework::SystemTimeToDateTime(Time), PresentTimeZone()));
 }
 
 SYSTEMTIME _LocalTimeToSystemTime(const SYSTEMTIME& Time) {
-    const TIME_ZONE_INFORMATION Zone = PresentZone();
+    const TIME_ZONE_INFORMATION Zone = PresentTimeZone();
     const TDateTime Local = framework::SystemTimeToDateTime(Time);
     TDateTime Value = Local + static_cast<double>(Zone.Bias) / MinutesPerDay;
     if (HasDaylightRules(Zone)) {

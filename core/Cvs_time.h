@@ -30,9 +30,15 @@ framework::TDateTime UTCToLocalTime(framework::TDateTime Value);
 /// The same by the rules of a given zone.
 framework::TDateTime UTCToLocalTime(framework::TDateTime Value, const TIME_ZONE_INFORMATION& Zone);
 
+/// The system's present time zone.
+TIME_ZONE_INFORMATION PresentTimeZone();
+
 /// True when a file counts as changed: its date (local) and the one that the client recorded (UTC,
 /// zero for none) are more than 0.0001 day apart.
 bool CompareDateTime(framework::TDateTime FileDate, framework::TDateTime RepositoryDate);
+/// The same by the rules of a given zone, for those who compare many.
+bool CompareDateTime(framework::TDateTime FileDate, framework::TDateTime RepositoryDate,
+                     const TIME_ZONE_INFORMATION& Zone);
 
 /// UTC to local time and back. A local time that occurs twice is taken for the daylight one, one
 /// that the clock skips for standard time. Raise framework::EConvertError for a record that holds

@@ -34,4 +34,16 @@ private:
     TFileItem& AddPath(std::string_view Path, TFileType Type);
 };
 
+/// Empties the list when the operation is over, however it ends.
+class TFileItemsForCall {
+public:
+    explicit TFileItemsForCall(TFileItems& items) : Items_(items) {}
+    ~TFileItemsForCall() { Items_.Clear(); }
+    TFileItemsForCall(const TFileItemsForCall&) = delete;
+    TFileItemsForCall& operator=(const TFileItemsForCall&) = delete;
+
+private:
+    TFileItems& Items_;
+};
+
 }  // namespace tandrel

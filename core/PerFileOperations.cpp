@@ -6,22 +6,6 @@
 #include "framework/base/files.h"
 
 namespace tandrel {
-namespace {
-
-/// Empties the list when the operation is over, however it ends.
-class TFileItemsForCall {
-public:
-    explicit TFileItemsForCall(TFileItems& items) : Items_(items) {}
-    ~TFileItemsForCall() { Items_.Clear(); }
-    TFileItemsForCall(const TFileItemsForCall&) = delete;
-    TFileItemsForCall& operator=(const TFileItemsForCall&) = delete;
-
-private:
-    TFileItems& Items_;
-};
-
-}  // namespace
-
 bool TCustomCvsObj::WithFile(const std::string& FileName, bool (TCustomCvsObj::*Operate)()) {
     const TFileItemsForCall cleared(FileItems);
     FileItems.AddFile(FileName, Km_none);

@@ -3,10 +3,13 @@
 #include "cvs/AdminFiles.h"
 
 #include <algorithm>
+#include <unordered_map>
 
+#include "core/Cvs_time.h"
 #include "core/Cvs_utils.h"
 #include "core/Cvsroot.h"
 #include "cvs/Cvstempl.h"
+#include "framework/base/exceptions.h"
 #include "framework/base/files.h"
 #include "framework/base/text.h"
 #include "framework/base/text_file.h"
@@ -14,12 +17,9 @@
 namespace tandrel {
 namespace {
 
-constexpr const char* AdminDirectory = "CVS";
-constexpr const char* IgnoreFile = ".cvsignore";
-
 /// The first line of one of the working directory's administrative files; false when it has none.
 bool FirstLine(const std::string& workingDirectory, const char* name, std::string& line) {
-    const std::string path = SlashSep(SlashSep(workingDirectory, AdminDirectory), name);
+    const std::string path = SlashSep(SlashSep(workingDirectory, AdminDirectoryName), name);
     if (!framework::FileExists(path)) return false;
     return framework::TTextFile::Reset(path).ReadLine(line);
 }
@@ -32,7 +32,44 @@ std::string_view CutUpTo(std::string_view& text, char separator) {
     return head;
 }
 
+/// Takes the next field of an entry off the line; empty when no slash ends it.
+std::string_view CutField(std::string_view& line) {
+    if (line.find('/') == std::string_view::npos) return {};
+    return CutUpTo(line, '/');
+}
+
+/// Finds the items of one folder by their names, upper and lower case alike. Folders hold thousands
+/// of them, and each is looked for.
+class TFolderIndex {
+public:
+    TFolderIndex(const TWorkDirTree& tree, const std::string& dir) {
+        Items_.reserve(static_cast<std::size_t>(tree.Count()));
+        for (TWorkDirItem& item : tree)
+            if (framework::SameText(item.Directory, dir))
+                Items_.try_emplace(framework::UpperCase(item.Name), &item);
+    }
+    TWorkDirItem* Find(std::string_view name) const {
+        const auto found = Items_.find(framework::UpperCase(name));
+        return found == Items_.end() ? nullptr : found->second;
+    }
+
+private:
+    std::unordered_map<std::string, TWorkDirItem*> Items_;
+};
+
 }  // namespace
+
+TEntryLine ParseEntryLine(std::string_view line) {
+    TEntryLine entry;
+    if (line.starts_with('/')) line.remove_prefix(1);
+    entry.IsDirectory = line.starts_with("D/");
+    if (entry.IsDirectory) line.remove_prefix(2);
+    entry.Name = CutField(line);
+    if (entry.IsDirectory) return entry;
+    entry.Revision = CutField(line);
+    entry.TimeStamp = CutField(line);
+    return entry;
+}
 
 TRootLine ParseRootLine(std::string_view line) {
     TRootLine root;
@@ -63,10 +100,10 @@ TRootLine ParseRootLine(std::string_view line) {
     return root;
 }
 
-bool TCvsObject::CVS_SystemDirectory(const std::string& Name) { return Name == AdminDirectory; }
+bool TCvsObject::CVS_SystemDirectory(const std::string& Name) { return Name == AdminDirectoryName; }
 
 bool TCvsObject::CVS_SystemFile(const std::string& Name) {
-    return framework::SameText(Name, IgnoreFile);
+    return framework::SameText(Name, IgnoreFileName);
 }
 
 std::string TCvsObject::Get_RepositoryPath(const std::string& Path_) {
@@ -77,6 +114,36 @@ std::string TCvsObject::Get_RepositoryPath(const std::string& Path_) {
 
 std::string TCvsObject::Get_RepositoryFileName(const std::string& Name, bool IsDirectory) {
     return IsDirectory ? Name : Name + ",v";
+}
+
+void TCvsObject::ReadCVSInfo(TWorkDirTree& Tree, const std::string& Dir) {
+    const std::string path = SlashSep(SlashSep(Dir, AdminDirectoryName), "Entries");
+    auto file = framework::TTextFile::Reset(path);
+    const TFolderIndex index(Tree, Dir);
+    const TIME_ZONE_INFORMATION zone = PresentTimeZone();
+    const std::string repositoryPath = Get_RepositoryPath(Dir);
+    for (std::string line; file.ReadLine(line);) {
+        const TEntryLine entry = ParseEntryLine(line);
+        if (entry.Name.empty()) continue;
+        TWorkDirItem* const item = index.Find(entry.Name);
+        if (!item) throw framework::Exception("Error  reading " + path);
+        item->InRepository = true;
+        item->Revision = entry.Revision;
+        item->TimeStamp = entry.TimeStamp;
+        item->RepositoryPath = repositoryPath;
+        item->RepositoryFileName = Get_RepositoryFileName(item->Name, item->IsDirectory);
+        item->RepositoryDate =
+            item->TimeStamp.empty() ? 0 : InternetTimeToDateTime(item->TimeStamp);
+        if (!entry.IsDirectory)
+            item->Changed = CompareDateTime(item->FileDate, item->RepositoryDate, zone);
+    }
+}
+
+void TCvsObject::ReadCVS_SystemFile(TWorkDirTree& Tree, const std::string& Dir) {
+    auto file = framework::TTextFile::Reset(SlashSep(Dir, IgnoreFileName));
+    const TFolderIndex index(Tree, Dir);
+    for (std::string line; file.ReadLine(line);)
+        if (TWorkDirItem* const item = index.Find(framework::Trim(line))) item->Included = false;
 }
 
 bool TCvsObject::GetIsVCSstored() {

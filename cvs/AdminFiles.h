@@ -7,6 +7,11 @@
 
 namespace tandrel {
 
+/// The client's folder of records, in each folder of a working copy.
+inline constexpr const char* AdminDirectoryName = "CVS";
+/// The list of what the client is to ignore in its folder.
+inline constexpr const char* IgnoreFileName = ".cvsignore";
+
 /// The parts of a working copy's root.
 struct TRootLine {
     bool HasMethod = false;  ///< The line begins with a method; otherwise it is a local path.
@@ -18,5 +23,16 @@ struct TRootLine {
 
 /// Takes a root apart. Any text gives a result; a password in it is dropped.
 TRootLine ParseRootLine(std::string_view line);
+
+/// One line of the client's Entries file. Refers to the line.
+struct TEntryLine {
+    bool IsDirectory = false;
+    std::string_view Name;  ///< Empty when the line names nothing.
+    std::string_view Revision;
+    std::string_view TimeStamp;
+};
+
+/// Takes an entry apart. Any text gives a result; a field that does not end in a slash is empty.
+TEntryLine ParseEntryLine(std::string_view line);
 
 }  // namespace tandrel

@@ -2,6 +2,8 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "core/Customvcs.h"
 #include "cvs/CvsOptions.h"
@@ -32,19 +34,32 @@ public:
     bool CVS_SystemFile(const std::string& Name) override;
     std::string Get_RepositoryPath(const std::string& Path) override;
     std::string Get_RepositoryFileName(const std::string& Name, bool IsDirectory) override;
+    void ReadCVSInfo(TWorkDirTree& Tree, const std::string& Dir) override;
+    void ReadCVS_SystemFile(TWorkDirTree& Tree, const std::string& Dir) override;
     bool GetIsVCSstored() override;
     void LoadVCSProjectInfo() override;
+
+    std::string LogFileEx(const std::string& FileName) override;
+    std::string DiffFileEx(const std::string& FileName) override;
 
     TCvsObject();
     ~TCvsObject() override;
 
+    void LoadPreferences(HKEY RootKey, const std::string& Key) override;
+    void SavePreferences(HKEY RootKey, const std::string& Key) override;
     void ProcessConfirm(const std::string& Output, std::string& Answer) override;
+    bool PlaceProject() override;
+    bool PullProject() override;
+    /// Takes the client's records off the working directory, and the module out of a local
+    /// repository when that is asked for.
+    bool RemoveProjectFrom() override;
     bool CheckOut(bool Interactive) override;
     bool Update() override;
     bool Commit(bool Interactive) override;
     bool Add() override;
     bool Remove() override;
     bool Import(bool Interactive) override;
+    bool Release() override;
     bool Status() override;
     bool Admin() override;
     bool Annotate() override;
@@ -60,9 +75,45 @@ public:
     bool Unedit() override;
     bool watch() override;
     bool Watchers() override;
+    /// Does nothing.
+    bool WatchersBrowser() override;
+    /// Does nothing.
+    bool CommitBrowser() override;
     void HelpCommand(TOperationType Op) override;
+    bool StatusFile(const std::string& FileName) override;
+    bool DiffFile(bool Interactive, const std::string& FileName) override;
+    bool LogFile(const std::string& FileName) override;
     /// The log of the whole module, from the repository.
     bool RLog();
+
+    // What is left of an operation when its dialog has been accepted.
+
+    /// Puts the working directory into the repository and makes it a working copy. The user's files
+    /// are in the working directory or in its backup (Get_NewName) at any time; messages say which.
+    /// Raises EOSError when the backup cannot be made.
+    bool PlaceProjectAccepted();
+    bool PullProjectAccepted();
+    bool ReleaseAccepted();
+
+    /// Fills LogListA from the log of the selected files, or of the module when there is no working
+    /// copy; true when the client succeeded. What is captured is limited by OutputListLimit.
+    bool ParseLogInfo();
+    /// Fills LogListB likewise.
+    bool ParseLogInfoForRevDate();
+
+    /// Moves the working directory to its backup name. False when there is none to move; raises
+    /// EOSError when it cannot be moved.
+    bool CreateCopyProject();
+    /// Appends the full names of all files below the folder. Raises EInOutError.
+    static void CreateCopyList(const std::string& Dir, std::vector<std::string>& List);
+    /// Deletes the client's records below the folder; true when nothing failed. Links are not
+    /// followed.
+    bool DeleteCVSDirs(const std::string& Dir);
+    /// Deletes a file if it is there, and tells. Raises EInOutError when it cannot.
+    void TryDeleteFile(const std::string& Dir, const std::string& Name);
+    /// Writes the ignored names of the selection into the working directory's ignore list and opens
+    /// it in an editor. Raises EInOutError.
+    void ExploreIgnore();
 
     /// Appends the command of Operation to CommandLine; true when CommandLine then holds text.
     /// Raises framework::Exception, and leaves CommandLine alone, for a file outside the working
@@ -88,9 +139,13 @@ public:
     const std::string& CVSREAD() const { return CVSREAD_; }
     const std::string& CVSPATH() const { return CVSPATH_; }
 
+    TBeforeOperationEvent OnPlaceProject;
+    TBeforeOperationEvent OnPullProject;
     TBeforeOperationEvent OnCommit;
     TBeforeOperationEvent OnCreateLabel;
     TBeforeOperationEvent OnCreateBranch;
+    TBeforeOperationEvent OnRelease;
+    TBeforeOperationEvent OnDiff;
 
     TLogList LogListA;  ///< Symbolic names of the project.
     TLogList LogListB;  ///< Dates of its revisions.
@@ -98,6 +153,11 @@ public:
     /// Quote every value so that the client reads it as one argument, whatever it holds. Without
     /// it, blanks in names and quotes in messages part arguments.
     bool StrictQuoting = false;
+
+    bool ExportInsteadOfCheckout = false;  ///< Pulling leaves no records of the client.
+    bool KeepProjectCopy = false;          ///< Placing leaves its backup where it is.
+    bool KeepCvsIgnore = true;             ///< Taking records off leaves the ignore lists.
+    bool RemoveFromRepository = false;     ///< Taking records off also deletes the module.
 
 private:
     /// Tells what begins; called only when a command is about to run.
@@ -109,6 +169,15 @@ private:
     void ShowResult(const std::string& caption, const std::string& text);
     /// Tells that an operation that was called interactively has no dialog; answers false.
     bool NoDialog();
+    bool RunLog(bool headerOnly, TLogList& list,
+                bool (*parse)(std::string_view text, TLogList& list));
+    /// Builds the model anew if there is one, after a command that may have changed all of it.
+    void ReloadModel();
+    bool CanBePlaced();
+    bool Place();
+    bool BringFilesBack();
+    void ShowPlaceResult(int code);
+    bool DeleteAdminDirectory(const std::string& Dir);
     /// The folder that the present operation's command runs in.
     std::string ExecuteDirectory();
     template <class Action>

@@ -5,10 +5,14 @@
 
 namespace tandrel {
 
+void TLogList::Clear() {
+    Index_.clear();
+    TCollection::Clear();
+}
+
 TLogClass* TLogList::ItemExist(std::string_view name) const {
-    for (TLogClass& item : *this)
-        if (item.Name == name) return &item;
-    return nullptr;
+    const auto found = Index_.find(name);
+    return found == Index_.end() ? nullptr : found->second;
 }
 
 TLogClass* TLogList::Add(std::string_view name, std::string_view value, bool isLabel) {
@@ -20,6 +24,7 @@ TLogClass* TLogList::Add(std::string_view name, std::string_view value, bool isL
     item.Name = name;
     item.Value = value;
     item.IsLabel = isLabel;
+    Index_.emplace(item.Name, &item);
     return nullptr;
 }
 

@@ -36,6 +36,10 @@ void TCvsObject::ShowResult(const std::string& caption, const std::string& text)
     if (!CVSROOT().empty()) Show_OkForm(caption, text, ExitCode);
 }
 
+void TCvsObject::ReloadModel() {
+    if (!WorkDirTree.Empty()) Load_WorkDirTree();
+}
+
 bool TCvsObject::NoDialog() {
     MessageProc("The dialog of this operation is not available: nothing was done");
     return false;
@@ -121,6 +125,7 @@ bool TCvsObject::CheckOut(bool Interactive) {
         MessageProc("CheckOut project %S into directory(%s) from  repository %s ",
                     {Modulename(), Get_CurrentProcDirectory(), CVSROOT()});
     });
+    ReloadModel();
     if (Interactive) ShowResult("CVS CheckOut", "CVS project " + Modulename());
     return done;
 }
@@ -131,6 +136,7 @@ bool TCvsObject::Update() {
         MessageProc("Update project %S directory(%s) from  repository %s ",
                     {Modulename(), Get_CurrentProcDirectory(), CVSROOT()});
     });
+    ReloadModel();
     ShowResult("CVS update", "CVS update  \"" + Modulename() + "\"");
     return done;
 }
@@ -139,10 +145,12 @@ bool TCvsObject::Commit(bool Interactive) {
     TCustomCvsObj::Commit(Interactive);
     if (Interactive) return NoDialog();
     if (OnCommit) OnCommit(*this);
-    return Run([this] {
+    const bool done = Run([this] {
         MessageProc("Commit  project from  directory(%s) into repository %s ",
                     {WorkingDirectory(), CVSROOT()});
     });
+    ReloadModel();
+    return done;
 }
 
 bool TCvsObject::Import(bool Interactive) {

@@ -27,7 +27,7 @@ public:
     }
 
     /// Removes all items.
-    void Clear() { Items_.clear(); }
+    virtual void Clear() { Items_.clear(); }
 
     auto begin() const { return Iterator{Items_.data()}; }
     auto end() const { return Iterator{Items_.data() + Items_.size()}; }

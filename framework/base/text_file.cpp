@@ -1,6 +1,8 @@
 #include "framework/base/text_file.h"
 
 #include "framework/base/exceptions.h"
+#include "framework/base/file_functions.h"
+#include "framework/base/paths.h"
 
 namespace framework {
 
@@ -105,8 +107,8 @@ bool TTextFile::Fill() {
 void TTextFile::Flush() {
     while (!Buffer_.empty()) {
         DWORD count = 0;
-        if (!::WriteFile(File_.Get(), Buffer_.data(), static_cast<DWORD>(Buffer_.size()), &count,
-                         nullptr))
+        if (!FileFunctions().Write(File_.Get(), Buffer_.data(), static_cast<DWORD>(Buffer_.size()),
+                                   &count, nullptr))
             throw EInOutError(::GetLastError(), Path_);
         Buffer_.erase(0, count);
     }
@@ -119,6 +121,23 @@ void TTextFile::FlushQuietly() noexcept {
         Flush();
     } catch (const Exception&) {
         // Close is where errors are reported.
+    }
+}
+
+void ReplaceTextFile(const std::string& path, const std::vector<std::string>& lines) {
+    char fresh[MAX_PATH];
+    if (!::GetTempFileNameA(ExtractFileDir(path).c_str(), "txt", 0, fresh))
+        throw EInOutError(::GetLastError(), path);
+    try {
+        auto file = TTextFile::Rewrite(fresh);
+        for (const std::string& line : lines)
+            file.WriteLine(line);
+        file.Close();
+        if (!FileFunctions().Move(fresh, path.c_str(), MOVEFILE_REPLACE_EXISTING))
+            throw EInOutError(::GetLastError(), path);
+    } catch (...) {
+        ::DeleteFileA(fresh);
+        throw;
     }
 }
 

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 #include <utility>
 
 #include "framework/api.h"
@@ -49,5 +50,9 @@ private:
     std::size_t Position_ = 0;  // of the next character in Buffer_ while reading
     bool Writing_ = false;
 };
+
+/// Makes these lines the content of a file. The file has its old content or all of the new one at
+/// any time, also when the disk is full. Raises EInOutError.
+FRAMEWORK_API void ReplaceTextFile(const std::string& path, const std::vector<std::string>& lines);
 
 }  // namespace framework

@@ -1,0 +1,128 @@
+// Filling the model of the working copy from the disk.
+
+#include <objbase.h>
+
+#include <string>
+#include <unordered_map>
+
+#include "core/Customvcs.h"
+#include "core/Cvs_files.h"
+#include "core/Cvs_time.h"
+#include "core/Cvs_utils.h"
+#include "framework/base/exceptions.h"
+#include "framework/base/files.h"
+#include "framework/base/text.h"
+
+namespace tandrel {
+namespace {
+
+/// The shell's names are objects of COM, which the calling thread may not have at hand yet.
+class TComForCall {
+public:
+    TComForCall() : Initialized_(SUCCEEDED(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) {}
+    ~TComForCall() {
+        if (Initialized_) ::CoUninitialize();
+    }
+    TComForCall(const TComForCall&) = delete;
+    TComForCall& operator=(const TComForCall&) = delete;
+
+private:
+    bool Initialized_;
+};
+
+/// The shell's icons, asked for once for each kind of file; kinds that carry pictures of their own
+/// are asked for one by one.
+class TIconCache {
+public:
+    int IconOf(const std::string& path, const std::string& name, bool isDirectory) {
+        const std::string kind = isDirectory ? "\\" : ExtensionOf(name);
+        for (const char* own : {".EXE", ".ICO", ".CUR", ".LNK"})
+            if (kind == own) return GetShellImage(path, false, false);
+        const auto [icon, isNew] = Icons_.try_emplace(kind, 0);
+        if (isNew) icon->second = GetShellImage(path, false, false);
+        return icon->second;
+    }
+
+private:
+    static std::string ExtensionOf(const std::string& name) {
+        const std::size_t dot = name.rfind('.');
+        return dot == std::string::npos ? std::string() : framework::UpperCase(name.substr(dot));
+    }
+
+    std::unordered_map<std::string, int> Icons_;
+};
+
+bool IsMissingFile(const framework::EInOutError& error) {
+    return error.ErrorCode == ERROR_FILE_NOT_FOUND || error.ErrorCode == ERROR_PATH_NOT_FOUND;
+}
+
+}  // namespace
+
+/// One load of a tree: what its folders share.
+class TWorkDirLoader {
+public:
+    explicit TWorkDirLoader(TCustomCvsObj& obj) : Obj_(obj) {}
+
+    void Load(TWorkDirTree& tree, const std::string& dir) {
+        Contained([&] { ListFolder(tree, dir); });
+        Contained([&] { Obj_.ReadCVSInfo(tree, dir); });
+        Contained([&] { Obj_.ReadCVS_SystemFile(tree, dir); });
+    }
+
+private:
+    void ListFolder(TWorkDirTree& tree, const std::string& dir) {
+        framework::TFileSearch search(SlashSep(dir, "*.*"), framework::faAnyFile);
+        for (framework::TSearchRec entry; search.Next(entry);) {
+            if (entry.Name == "." || entry.Name == "..") continue;
+            if (entry.IsDirectory() && Obj_.CVS_SystemDirectory(entry.Name)) continue;
+            TWorkDirItem& item = AddItem(tree, dir, entry);
+            // What lies behind a link is not part of this working copy, and may lead back to it.
+            if (item.IsDirectory && !entry.IsLink()) Load(*item.Children, SlashSep(dir, item.Name));
+        }
+    }
+
+    TWorkDirItem& AddItem(TWorkDirTree& tree, const std::string& dir,
+                          const framework::TSearchRec& entry) {
+        TWorkDirItem& item = tree.Add();
+        item.Directory = dir;
+        item.Name = entry.Name;
+        item.IsDirectory = entry.IsDirectory();
+        item.ImageIndex = Icons_.IconOf(SlashSep(dir, entry.Name), entry.Name, item.IsDirectory);
+        item.Included = true;
+        item.FileDate = UTCToLocalTime(entry.LastWriteTime, Zone_);
+        return item;
+    }
+
+    /// A folder that cannot be read is told; the others are read all the same.
+    template <class Action>
+    void Contained(Action action) {
+        try {
+            action();
+        } catch (const framework::EInOutError& error) {
+            // An ordinary folder, without records or an ignore list.
+            if (!IsMissingFile(error)) Obj_.MessageProc(error.what());
+        } catch (const framework::Exception& error) {
+            Obj_.MessageProc(error.what());
+        }
+    }
+
+    TCustomCvsObj& Obj_;
+    const TComForCall Com_;
+    TIconCache Icons_;
+    const TIME_ZONE_INFORMATION Zone_ = PresentTimeZone();
+};
+
+void TCustomCvsObj::LoadFiles(TWorkDirTree& Tree, const std::string& Dir) {
+    TWorkDirLoader(*this).Load(Tree, Dir);
+}
+
+void TCustomCvsObj::Load_WorkDirTree() {
+    if (!framework::DirectoryExists(WorkingDirectory_)) {
+        MessageProc("working  directory is not set");
+        return;
+    }
+    WorkDirTree.Clear();
+    LoadFiles(WorkDirTree, WorkingDirectory_);
+}
+
+}  // namespace tandrel

@@ -1,0 +1,148 @@
+// Placing a project into a repository, pulling one out, releasing a working copy.
+
+#include "core/Cvs_files.h"
+#include "core/Cvs_utils.h"
+#include "core/ProjectFiles.h"
+#include "cvs/AdminFiles.h"
+#include "cvs/Cvstempl.h"
+#include "cvs/Dialogs.h"
+#include "framework/base/exceptions.h"
+#include "framework/base/files.h"
+#include "framework/base/text.h"
+
+namespace tandrel {
+namespace {
+
+/// Whether a path below the folder leads through the client's records.
+bool IsAdminPath(const std::string& path, const std::string& folder) {
+    return path.find(std::string("\\") + AdminDirectoryName + "\\", folder.size()) !=
+           std::string::npos;
+}
+
+/// Makes the folders below one folder below another, too; folders without files are in no list.
+void MakeFolders(const std::string& from, const std::string& to) {
+    framework::ForceDirectories(to);
+    framework::TFileSearch search(SlashSep(from, "*.*"), framework::faAnyFile);
+    for (framework::TSearchRec entry; search.Next(entry);)
+        if (entry.IsDirectory() && !entry.IsLink() && entry.Name != "." && entry.Name != ".." &&
+            entry.Name != AdminDirectoryName)
+            MakeFolders(SlashSep(from, entry.Name), SlashSep(to, entry.Name));
+}
+
+}  // namespace
+
+bool TCvsObject::WatchersBrowser() { return false; }
+bool TCvsObject::CommitBrowser() { return false; }
+
+bool TCvsObject::Release() {
+    TCustomCvsObj::Release();
+    return NoDialog();
+}
+
+bool TCvsObject::ReleaseAccepted() {
+    TCustomCvsObj::Release();
+    if (OnRelease) OnRelease(*this);
+    AnswerPrompts = true;
+    const bool done = Run([this] { MessageProc("Release directory(%s)  ", {WorkingDirectory()}); });
+    // A command that was not run has not used it up.
+    AnswerPrompts = false;
+    return done;
+}
+
+bool TCvsObject::PullProject() { return NoDialog(); }
+
+bool TCvsObject::PullProjectAccepted() {
+    if (OnPullProject) OnPullProject(*this);
+    const bool done = ExportInsteadOfCheckout ? Export_cmd(false) : CheckOut(false);
+    Show_OkForm("CVS Pull Project ",
+                "project \"" + Modulename() + "\" pull into directory " + ProjectRoot(),
+                done ? ExitCode.load() : 1);
+    return done;
+}
+
+// --- placing ----------------------------------------------------------------------------------
+
+void TCvsObject::ShowPlaceResult(int code) {
+    Show_OkForm("CVS PlaceProject",
+                "project \"" + Modulename() + "\" place into repository " + CVSROOT(), code);
+}
+
+bool TCvsObject::PlaceProject() { return NoDialog(); }
+
+bool TCvsObject::PlaceProjectAccepted() {
+    bool placed = false;
+    try {
+        placed = CanBePlaced() && Place();
+    } catch (const framework::EInOutError& error) {
+        // The ignore lists could not be written: nothing was moved yet.
+        MessageProc(error.what());
+    }
+    ShowPlaceResult(placed ? 0 : 1);
+    return placed;
+}
+
+bool TCvsObject::CanBePlaced() {
+    // The dialog may have chosen another folder than the one the flag was taken for.
+    if (IsVCSStoredFlag || GetIsVCSstored()) {
+        MessageProc("Project already  in CVS ");
+        return false;
+    }
+    const std::string module = SlashSep(ProjectRoot(), Modulename());
+    if (Modulename().empty() ||
+        !framework::SameText(RemoveSlashSep(WorkingDirectory()), RemoveSlashSep(module))) {
+        // The check-out would make another folder than the one that was moved aside.
+        MessageProc("Working directory(%s) is not the folder of project %s in directory(%s)",
+                    {WorkingDirectory(), Modulename(), ProjectRoot()});
+        return false;
+    }
+    if (const std::string backup = Get_NewName();
+        backup.empty() || ::GetFileAttributesA(backup.c_str()) != INVALID_FILE_ATTRIBUTES) {
+        MessageProc("Directory(%s) already exists, nothing was done", {backup});
+        return false;
+    }
+    return true;
+}
+
+bool TCvsObject::Place() {
+    if (OnPlaceProject) OnPlaceProject(*this);
+    const bool ofThisFolder =
+        !WorkDirTree.Empty() &&
+        framework::SameText(WorkDirTree.GetItem(0).Directory, WorkingDirectory());
+    if (!ofThisFolder) Load_WorkDirTree();
+    WorkDirTree.SaveIgnore(IgnoreFileName);
+    if (!Import(false) || !CreateCopyProject()) return false;
+    // The model's files are elsewhere for the time being.
+    WorkDirTree.Clear();
+    // Whatever has taken the folder's place meanwhile.
+    RevoveDirExt(WorkingDirectory());
+    StikyType = stNone;
+    StikyBranch = VendorTag;
+    const bool checkedOut = CheckOut(false);
+    const bool complete = BringFilesBack();
+    Load_WorkDirTree();
+    return complete && checkedOut;
+}
+
+bool TCvsObject::BringFilesBack() {
+    const std::string backup = Get_NewName();
+    bool complete = false;
+    try {
+        std::vector<std::string> fresh, kept;
+        MakeFolders(backup, WorkingDirectory());
+        CreateCopyList(WorkingDirectory(), fresh);
+        CreateCopyList(backup, kept);
+        std::erase_if(kept, [&](const std::string& path) { return IsAdminPath(path, backup); });
+        complete = MoveFileExt2(backup, WorkingDirectory(), kept, fresh, !KeepProjectCopy,
+                                [this](const std::string& path, const std::string& reason) {
+                                    MessageProc("File %s is not moved back: %s", {path, reason});
+                                });
+        if (complete && !KeepProjectCopy && !RemoveEmptyDirs(backup))
+            MessageProc("Directory(%s) is kept, there are files left in it", {backup});
+    } catch (const framework::Exception& error) {
+        MessageProc(error.what());
+    }
+    if (!complete) MessageProc("Your files are in directory(%s)", {backup});
+    return complete;
+}
+
+}  // namespace tandrel
