@@ -14,6 +14,7 @@ namespace framework {
 /// One node of a tree view.
 class FRAMEWORK_API TTreeNode : public TObject {
 public:
+    ~TTreeNode() override;
     /// Adds a node below this one, behind its last child; it belongs to the tree.
     virtual TTreeNode& AddChild(const std::string& text) = 0;
     virtual void DeleteChildren() = 0;
@@ -38,6 +39,7 @@ struct TListRow {
 /// The rows of a list view.
 class FRAMEWORK_API TListRows : public TObject {
 public:
+    ~TListRows() override;
     /// Nothing is drawn between the two. Brackets may stand in brackets.
     virtual void BeginUpdate() = 0;
     virtual void EndUpdate() = 0;
@@ -60,6 +62,7 @@ private:
 /// A text with lines, such as a rich edit holds.
 class FRAMEWORK_API TTextView : public TObject {
 public:
+    ~TTextView() override;
     virtual void Clear() = 0;
     /// Lines end in CR LF.
     virtual void SetText(const std::string& text) = 0;

@@ -19,12 +19,12 @@ public:
 
     /// Runs the fake client with these arguments in the folder for temporary files.
     void Run(const std::string& arguments) {
-        Log.Clear();
+        Messages.Clear();
         CommandLine = " " + arguments;
         Execute("C:\\");
     }
 
-    TMessageLog Log{*this};
+    TMessageLog Messages{*this};
 };
 
 }  // namespace tests

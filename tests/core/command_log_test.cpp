@@ -34,15 +34,15 @@ TEST_F(CommandLog, AppendsAddAndRemoveToAnExistingFile) {
     support::WriteBytes(LogFile, "before\r\n");
     Give(" add a.c");
     EXPECT_EQ(Obj.ExitCode, 1);
-    EXPECT_EQ(Obj.Log.All(),
+    EXPECT_EQ(Obj.Messages.All(),
               "server is offline \r\nCVS command   add a.c saved  in vcsCommand.log \r\n");
     Obj.Operation = otRemove;
     Give(" remove 100%s.c");
     EXPECT_EQ(Logged(), "before\r\n add a.c;" + Folder.Path() + "\r\n remove 100%s.c;" +
                             Folder.Path() + "\r\n");
-    Obj.Log.Clear();
+    Obj.Messages.Clear();
     Give("");
-    EXPECT_EQ(Obj.Log.All(),
+    EXPECT_EQ(Obj.Messages.All(),
               "server is offline \r\nCVS command   saved  in vcsCommand.log \r\n")
         << "said even when nothing was written";
 }
@@ -52,12 +52,12 @@ TEST_F(CommandLog, DropsOtherCommandsAndNeedsTheFile) {
     Obj.ExecuteClass->OnEndProgress = [&](framework::TObject*) { ++ends; };
     Give(" add a.c");
     EXPECT_FALSE(FileExists(LogFile)) << "the engine never creates it";
-    EXPECT_EQ(Obj.Log.All(), "server is offline \r\n") << "the error ends the worker in silence";
+    EXPECT_EQ(Obj.Messages.All(), "server is offline \r\n") << "the error ends the worker in silence";
     support::WriteBytes(LogFile, "");
     Obj.Operation = otCommit;
-    Obj.Log.Clear();
+    Obj.Messages.Clear();
     Give(" commit");
-    EXPECT_EQ(Obj.Log.All(), "server is offline \r\n");
+    EXPECT_EQ(Obj.Messages.All(), "server is offline \r\n");
     EXPECT_EQ(Logged(), "");
     EXPECT_EQ(ends, 2);
 }
@@ -86,7 +86,7 @@ TEST_F(CommandLog, ReplaysInOrderAndDeletesTheFile) {
     // A line without ";" repeats the command before it, in what is left of the line behind it.
     EXPECT_EQ(runs, (std::vector<std::string>{" arguments 1|;C:\\first", " arguments 2|;C:\\second",
                                               " arguments 2|re", " arguments 3|;C:\\third"}));
-    EXPECT_EQ(Obj.Log.Texts.front(), "CVS process command saved in vcsCommand.log \r\n");
+    EXPECT_EQ(Obj.Messages.Texts.front(), "CVS process command saved in vcsCommand.log \r\n");
     EXPECT_FALSE(FileExists(LogFile));
     EXPECT_TRUE(Obj.ServerOnline());
     runs.clear();
@@ -102,7 +102,7 @@ TEST_F(CommandLog, StillCountsAsOffLineDuringTheReplay) {
     support::WriteBytes(LogFile, " add a.c;C:\\x\r\n add b.c;C:\\x\r\n");
     Obj.Set_ServerOnline(true);
     // Each command goes through the log again, and the log is then deleted: so it is stated.
-    EXPECT_EQ(Obj.Log.All(), "CVS process command saved in vcsCommand.log \r\n"
+    EXPECT_EQ(Obj.Messages.All(), "CVS process command saved in vcsCommand.log \r\n"
                              "server is offline \r\n"
                              "CVS command   add a.c saved  in vcsCommand.log \r\n"
                              "server is offline \r\n"
@@ -120,10 +120,10 @@ TEST_F(CommandLog, SurvivesDamageAndMissingFolders) {
     EXPECT_TRUE(Obj.ServerOnline());
 
     Obj.Set_ServerOnline(false);
-    Obj.Log.Clear();
+    Obj.Messages.Clear();
     Obj.Set_WorkingDirectory("C:\\gone");
     Obj.Set_ServerOnline(true);
-    EXPECT_EQ(Obj.Log.All(), "") << "no file, no word";
+    EXPECT_EQ(Obj.Messages.All(), "") << "no file, no word";
     EXPECT_TRUE(Obj.ServerOnline());
 }
 

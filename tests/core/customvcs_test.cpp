@@ -127,7 +127,7 @@ TEST_F(Customvcs, GivesABackupName) {
 TEST_F(Customvcs, FormatsMessagesOnlyWithArguments) {
     Obj.MessageProc("100% of %s");
     Obj.MessageProc("%s is %d%%", {"a %s", 5});
-    EXPECT_EQ(Obj.Log.All(), "100% of %s\r\na %s is 5%\r\n");
+    EXPECT_EQ(Obj.Messages.All(), "100% of %s\r\na %s is 5%\r\n");
     Obj.OnMessage = nullptr;
     Obj.MessageProc("nobody listens");
 }
@@ -152,7 +152,7 @@ TEST_F(Customvcs, RemovesAFileHereOnlyWhenAsked) {
     Obj.Calls.clear();
     EXPECT_FALSE(Obj.RemoveFile(file, true));
     EXPECT_EQ(Obj.Calls, "") << "nothing is taken out of version control that was not deleted";
-    EXPECT_EQ(Obj.Log.All(), "file " + file + " not deleted\r\n");
+    EXPECT_EQ(Obj.Messages.All(), "file " + file + " not deleted\r\n");
     EXPECT_EQ(Obj.FileItems.Count(), 1) << "the list then stays";
 }
 
@@ -174,7 +174,7 @@ TEST_F(Customvcs, MovesAFileItselfOrAfterTheMove) {
     EXPECT_FALSE(Obj.MoveFile(Folder / "gone.c", Folder / "new.c", true));
     EXPECT_FALSE(Obj.MoveFile(to, Folder / "new.c", false));
     const std::string complaint = "file " + (Folder / "new.c") + " is not Exists\r\n";
-    EXPECT_EQ(Obj.Log.All(), complaint + complaint);
+    EXPECT_EQ(Obj.Messages.All(), complaint + complaint);
     EXPECT_EQ(Obj.Calls, "");
     Obj.Result = false;
     EXPECT_FALSE(Obj.MoveFile(from, to, false));
@@ -187,7 +187,7 @@ TEST_F(Customvcs, ReportsAMoveThatFailed) {
     const framework::FileHandle open(
         ::CreateFileA(from.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
     EXPECT_FALSE(Obj.MoveFile(from, Folder / "to.c", true));
-    EXPECT_EQ(Obj.Log.All(), "file " + from + " not moved to " + (Folder / "to.c") + "\r\n");
+    EXPECT_EQ(Obj.Messages.All(), "file " + from + " not moved to " + (Folder / "to.c") + "\r\n");
     EXPECT_TRUE(FileExists(from));
     EXPECT_EQ(Obj.Calls, "");
 }

@@ -17,14 +17,14 @@ TEST(DebugMode, WaitsWithoutServingMessages) {
     timer.SetEnabled(true);
     obj.OnMessage = [&](framework::TObject*, const std::string& text) {
         EXPECT_FALSE(obj.ExecuteClass->ProgressForm->Visible());
-        obj.Log.Texts.push_back(text);
+        obj.Messages.Texts.push_back(text);
     };
     const ULONGLONG start = ::GetTickCount64();
     obj.Run("say-and-sleep text 2500");
     EXPECT_GE(::GetTickCount64() - start, 2400u) << "to the end of the child all the same";
     EXPECT_EQ(ticks, 0);
     EXPECT_FALSE(obj.ExecuteClass->ProgressForm->Visible());
-    EXPECT_EQ(obj.Log.All(), "text CVS command execute successful  with Exitcode 0\r\n");
+    EXPECT_EQ(obj.Messages.All(), "text CVS command execute successful  with Exitcode 0\r\n");
     EXPECT_TRUE(tests::PumpUntil([&] { return ticks > 0; }));
     EXPECT_TRUE(tests::PumpUntil([&] { return obj.ExecuteClass->ProgressForm == nullptr; }));
 }

@@ -130,7 +130,7 @@ TEST_F(ProgressForm, RefusesASecondRunMeanwhile) {
         Obj.Run("say-and-sleep x 500");
     }
     EXPECT_EQ(refused, 1);
-    EXPECT_EQ(Obj.Log.All(),
+    EXPECT_EQ(Obj.Messages.All(),
               "xCvs execute  second failed,reason execute already running \r\n"
               " CVS command execute successful  with Exitcode 0\r\n");
     EXPECT_EQ(Obj.ExitCode, 0);

@@ -20,10 +20,10 @@ protected:
 TEST_F(Runner, TellsTheExitCode) {
     Obj.Run("exit 0");
     EXPECT_EQ(Obj.ExitCode, 0);
-    EXPECT_EQ(Obj.Log.All(), " CVS command execute successful  with Exitcode 0\r\n");
+    EXPECT_EQ(Obj.Messages.All(), " CVS command execute successful  with Exitcode 0\r\n");
     Obj.Run("exit 3");
     EXPECT_EQ(Obj.ExitCode, 3);
-    EXPECT_EQ(Obj.Log.All(), " CVS command execute  with Exitcode 3\r\n");
+    EXPECT_EQ(Obj.Messages.All(), " CVS command execute  with Exitcode 3\r\n");
     Obj.Run("exit -1");
     EXPECT_EQ(Obj.ExitCode, -1);
 }
@@ -32,10 +32,10 @@ TEST_F(Runner, RunsInTheGivenFolderWithTheProcessEnvironment) {
     Obj.SetEnvVariable("TANDREL_TEST", "a value");
     Obj.SetEnvVariable("", "nothing");
     Obj.Run("surroundings TANDREL_TEST");
-    EXPECT_EQ(Obj.Log.Texts.front(), "folder:C:\\;TANDREL_TEST=a value;");
+    EXPECT_EQ(Obj.Messages.Texts.front(), "folder:C:\\;TANDREL_TEST=a value;");
     Obj.Set_WorkingDirectory("C:\\windows");
     Obj.Execute("");
-    EXPECT_EQ(Obj.Log.Texts[2], "folder:C:\\windows;TANDREL_TEST=a value;");
+    EXPECT_EQ(Obj.Messages.Texts[2], "folder:C:\\windows;TANDREL_TEST=a value;");
 }
 
 TEST_F(Runner, TellsWhenTheClientCannotBeStarted) {
@@ -47,25 +47,25 @@ TEST_F(Runner, TellsWhenTheClientCannotBeStarted) {
     const std::string complaint = "Could not create process \r\n";
     Obj.CvsExecutable = "no-such-client";
     Obj.Run("update");
-    EXPECT_EQ(Obj.Log.All(), complaint);
+    EXPECT_EQ(Obj.Messages.All(), complaint);
     EXPECT_EQ(Obj.ExitCode, 1);
     Obj.CvsExecutable = support::FakeClient();
-    Obj.Log.Clear();
+    Obj.Messages.Clear();
     Obj.Execute("C:\\a folder that is gone");
-    EXPECT_EQ(Obj.Log.All(), complaint);
+    EXPECT_EQ(Obj.Messages.All(), complaint);
     // No folder at all must not turn into the host's own.
-    Obj.Log.Clear();
+    Obj.Messages.Clear();
     Obj.Execute("");
-    EXPECT_EQ(Obj.Log.All(), complaint);
+    EXPECT_EQ(Obj.Messages.All(), complaint);
     EXPECT_EQ(Obj.ExitCode, 1);
     EXPECT_EQ(ends, 3);
 }
 
 TEST_F(Runner, HandsOverLongOutputWholeAndInOrder) {
     Obj.Run("flood 1000");
-    std::string output = Obj.Log.All();
-    for (const std::string& chunk : Obj.Log.Texts) EXPECT_LE(chunk.size(), 1023u);
-    EXPECT_GT(Obj.Log.Texts.size(), 63u);
+    std::string output = Obj.Messages.All();
+    for (const std::string& chunk : Obj.Messages.Texts) EXPECT_LE(chunk.size(), 1023u);
+    EXPECT_GT(Obj.Messages.Texts.size(), 63u);
     for (int line = 0; line < 1000; ++line)
         ASSERT_EQ(std::stoi(output.substr(static_cast<std::size_t>(line) * 64, 16)), line);
     EXPECT_EQ(output.substr(64000), " CVS command execute successful  with Exitcode 0\r\n");
@@ -91,11 +91,11 @@ TEST_F(Runner, EndsAFloodWhenItIsAborted) {
     Obj.OnMessage = [&](framework::TObject*, const std::string& text) {
         bytes += static_cast<long long>(text.size());
         if (bytes > 1000000) Obj.Aborted = true;
-        if (!text.starts_with("0") && !text.starts_with(".")) Obj.Log.Texts.push_back(text);
+        if (!text.starts_with("0") && !text.starts_with(".")) Obj.Messages.Texts.push_back(text);
     };
     Obj.Run("flood 0");
-    ASSERT_FALSE(Obj.Log.Texts.empty());
-    EXPECT_EQ(Obj.Log.Texts.back(), "User cancel execute command   flood 0  \r\n");
+    ASSERT_FALSE(Obj.Messages.Texts.empty());
+    EXPECT_EQ(Obj.Messages.Texts.back(), "User cancel execute command   flood 0  \r\n");
     EXPECT_EQ(Obj.ExitCode, 1);
     EXPECT_TRUE(Obj.Aborted) << "only a run that ends by itself clears the mark";
     Obj.OnMessage = nullptr;
@@ -109,7 +109,7 @@ TEST_F(Runner, KillsAChildThatStaysAfterItsOutput) {
     Obj.Run("close-output-and-stay");
     const ULONGLONG time = ::GetTickCount64() - start;
     EXPECT_EQ(Obj.ExitCode, 1);
-    EXPECT_EQ(Obj.Log.All(), "") << "a kill is not told";
+    EXPECT_EQ(Obj.Messages.All(), "") << "a kill is not told";
     EXPECT_GE(time, 3900u) << "one second of grace, three after the kill";
     EXPECT_LT(time, 15000u);
 }
@@ -123,8 +123,8 @@ TEST_F(Runner, WaitsForAGrandchildThatKeepsTheOutput) {
 
 TEST_F(Runner, CutsAChunkAtABinaryZero) {
     Obj.Run("zeros");
-    ASSERT_EQ(Obj.Log.Texts.size(), 2u);
-    EXPECT_EQ(Obj.Log.Texts[0], "before");
+    ASSERT_EQ(Obj.Messages.Texts.size(), 2u);
+    EXPECT_EQ(Obj.Messages.Texts[0], "before");
 }
 
 TEST_F(Runner, ContainsErrorsOfTheHostsHandler) {
@@ -164,10 +164,10 @@ TEST_F(Runner, CapturesUpToTheLimit) {
 TEST_F(Runner, WithholdsSuppressedOutputOnlyWhileCapturing) {
     Obj.SuppressOutput = true;
     Obj.Run("say-and-sleep shown 0");
-    EXPECT_EQ(Obj.Log.Texts.front(), "shown");
+    EXPECT_EQ(Obj.Messages.Texts.front(), "shown");
     const tandrel::TOutputCapture capture(Obj);
     Obj.Run("say-and-sleep withheld 0");
-    EXPECT_EQ(Obj.Log.All(), " CVS command execute successful  with Exitcode 0\r\n");
+    EXPECT_EQ(Obj.Messages.All(), " CVS command execute successful  with Exitcode 0\r\n");
     EXPECT_EQ(capture.Text(), "");
 }
 
@@ -192,7 +192,7 @@ TEST(RunnerAnswers, WritesOneFixedBlockForEachChunk) {
     obj.Run("ask 2");
     ASSERT_EQ(obj.Questions.size(), 2u);
     EXPECT_EQ(obj.Questions[0], "Are you sure? ");
-    EXPECT_EQ(obj.Log.Texts[1], "answer:Yes\r\n;1024");
+    EXPECT_EQ(obj.Messages.Texts[1], "answer:Yes\r\n;1024");
     EXPECT_FALSE(obj.AnswerPrompts) << "for one run only";
     obj.Run("say-and-sleep x 0");
     EXPECT_EQ(obj.Questions.size(), 2u);
@@ -203,7 +203,7 @@ TEST(RunnerAnswers, CutsAnAnswerThatIsTooLong) {
     obj.Reply = std::string(5000, 'y');
     obj.AnswerPrompts = true;
     obj.Run("ask 1");
-    EXPECT_TRUE(obj.Log.All().starts_with("Are you sure? answer:" + std::string(1023, 'y') +
+    EXPECT_TRUE(obj.Messages.All().starts_with("Are you sure? answer:" + std::string(1023, 'y') +
                                           "\r;1024"));
 }
 
