@@ -43,7 +43,10 @@ std::string TOutputCapture::Text() const {
 // --- properties -------------------------------------------------------------------------------
 
 void TCustomCvsObj::SetEnvVariable(const std::string& Name, const std::string& Value) {
-    if (!Name.empty()) ::SetEnvironmentVariableA(Name.c_str(), Value.c_str());
+    // To the client a variable without a value is still set: an empty CVSREAD makes it check files
+    // out read-only.
+    if (!Name.empty())
+        ::SetEnvironmentVariableA(Name.c_str(), Value.empty() ? nullptr : Value.c_str());
 }
 
 void TCustomCvsObj::SetCVSROOT(const std::string& Value) { CVSROOT_ = Value; }
@@ -181,7 +184,7 @@ bool TCustomCvsObj::Add() { return Record(otAdd); }
 
 bool TCustomCvsObj::Remove() {
     Record(otRemove);
-    if (DeleteLocalFiles) DeleteFileListsFiles();
+    if (DeleteLocalFiles) DeleteListedFiles(true);
     return false;
 }
 

@@ -32,7 +32,8 @@ using TMessageEvent = std::function<void(framework::TObject* Sender, const std::
 /// meaning.
 ///
 /// Everything happens on the main thread. Members that the runner's thread also reads are atomic or
-/// marked; do not assign marked ones while a command runs.
+/// marked; do not assign marked ones while a command runs. What a run needs besides is taken when it
+/// starts.
 class TCustomCvsObj : public framework::TObject {
 public:
     // The virtual operations stand in the order of their slots; derived classes keep it.
@@ -142,7 +143,8 @@ public:
     std::string Get_NewName() const;
     /// Deletes the files (not the folders) of FileItems; true when that succeeded.
     bool DeleteFileListsFiles();
-    /// Sets a variable of this process, which every child inherits; an empty name does nothing.
+    /// Sets a variable of this process, which every child inherits; an empty value removes it, an
+    /// empty name does nothing.
     void SetEnvVariable(const std::string& Name, const std::string& Value);
 
     /// Going on-line runs the command log first, while still counting as off-line.
@@ -206,6 +208,7 @@ protected:
 
 private:
     bool Record(TOperationType Kind);
+    bool DeleteListedFiles(bool OnlyExisting);
     bool WithFile(const std::string& FileName, bool (TCustomCvsObj::*Operate)());
     std::string CommandLogName() const;
     void ReplayLine(const std::string& Line, std::string& Command);

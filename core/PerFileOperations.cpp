@@ -12,15 +12,19 @@ bool TCustomCvsObj::WithFile(const std::string& FileName, bool (TCustomCvsObj::*
     return (this->*Operate)();
 }
 
-bool TCustomCvsObj::DeleteFileListsFiles() {
+bool TCustomCvsObj::DeleteListedFiles(bool OnlyExisting) {
     std::string files;
     for (const TFileItem& item : FileItems) {
         if (item.FileType != fi_file) continue;
+        const std::string path = SlashSep(item.Directory, item.Name);
+        if (OnlyExisting && !framework::FileExists(path)) continue;
         if (!files.empty()) files += '\0';
-        files += SlashSep(item.Directory, item.Name);
+        files += path;
     }
     return RevoveFilesExt(files);
 }
+
+bool TCustomCvsObj::DeleteFileListsFiles() { return DeleteListedFiles(false); }
 
 bool TCustomCvsObj::AddFile(const std::string& FileName) {
     return WithFile(FileName, &TCustomCvsObj::Add);

@@ -48,7 +48,8 @@ TProgressThread::TProgressThread(bool createSuspended, TCvsExecuteClass& execute
       Arguments_(Obj_.CommandLine),
       Directory_(executeClass.Directory.empty() ? Obj_.Get_CurrentProcDirectory()
                                                 : executeClass.Directory),
-      FormWindow_(executeClass.ProgressForm->Handle()) {
+      FormWindow_(executeClass.ProgressForm->Handle()),
+      OffLine_(!Obj_.ServerOnline() && Obj_.ConnectionType != cnLocal) {
     if (!createSuspended) Start();
 }
 
@@ -66,7 +67,12 @@ void TProgressThread::SendMsg2(const char* chunk) {
 }
 
 void TProgressThread::ExecuteCommand(const std::string& directory) {
-    if (!Obj_.ServerOnline() && Obj_.ConnectionType != cnLocal) {
+    // For this run only, whether it comes to asking or not.
+    const struct TOneShot {
+        std::atomic<bool>& Flag;
+        ~TOneShot() { Flag = false; }
+    } answers{Obj_.AnswerPrompts};
+    if (OffLine_) {
         SendMsg("server is offline ");
         framework::Synchronize([this] { Obj_.SaveCommandLog(); });
         return;

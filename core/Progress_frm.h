@@ -60,6 +60,7 @@ private:
     const std::string Arguments_;
     const std::string Directory_;
     const HWND FormWindow_;
+    const bool OffLine_;  // the command is to be kept, not run
 };
 
 /// The small window that tells that a command is running. It also is the place where the worker's

@@ -74,14 +74,16 @@ TEntryLine ParseEntryLine(std::string_view line) {
 TRootLine ParseRootLine(std::string_view line) {
     TRootLine root;
     if (!line.starts_with(':')) {
+        root.HasMethod = true;
         root.Path = line;
         return root;
     }
     line.remove_prefix(1);
-    root.HasMethod = true;
-    root.ConnectionType = ConnTypeFromStr(CutUpTo(line, ':'));
-    // The colon of a local path stands behind its drive.
-    if (root.ConnectionType == cnLocal) {
+    const std::string_view method = CutUpTo(line, ':');
+    root.HasMethod = !method.empty();
+    root.ConnectionType = ConnTypeFromStr(method);
+    // Both go without a server, and the colon of a local path stands behind its drive.
+    if (framework::SameText(method, "local") || framework::SameText(method, "fork")) {
         root.Path = line;
         return root;
     }
@@ -148,10 +150,14 @@ void TCvsObject::ReadCVS_SystemFile(TWorkDirTree& Tree, const std::string& Dir) 
 
 bool TCvsObject::GetIsVCSstored() {
     if (WorkingDirectory().empty()) return false;
-    framework::TFileSearch search(SlashSep(WorkingDirectory(), "*.*"),
-                                  framework::faHidden | framework::faDirectory);
-    for (framework::TSearchRec entry; search.Next(entry);)
-        if (entry.IsDirectory() && CVS_SystemDirectory(entry.Name)) return true;
+    try {
+        framework::TFileSearch search(SlashSep(WorkingDirectory(), "*.*"),
+                                      framework::faHidden | framework::faDirectory);
+        for (framework::TSearchRec entry; search.Next(entry);)
+            if (entry.IsDirectory() && CVS_SystemDirectory(entry.Name)) return true;
+    } catch (const framework::EInOutError&) {
+        // A folder that may not be listed is no working copy to work with.
+    }
     return false;
 }
 
@@ -160,7 +166,7 @@ void TCvsObject::LoadVCSProjectInfo() {
     std::string line;
     if (FirstLine(WorkingDirectory(), "Root", line)) {
         const TRootLine root = ParseRootLine(line);
-        ConnectionType = root.ConnectionType;
+        if (root.HasMethod) ConnectionType = root.ConnectionType;
         if (!root.User.empty()) UserName = root.User;
         if (!root.Server.empty()) Server = root.Server;
         Path = root.Path;

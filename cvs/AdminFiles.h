@@ -14,7 +14,7 @@ inline constexpr const char* IgnoreFileName = ".cvsignore";
 
 /// The parts of a working copy's root.
 struct TRootLine {
-    bool HasMethod = false;  ///< The line begins with a method; otherwise it is a local path.
+    bool HasMethod = false;  ///< ConnectionType is known.
     TConnectionType ConnectionType = cnLocal;
     std::string User;  ///< Empty when there is none.
     std::string Server;

@@ -7,6 +7,7 @@
 
 #include "core/Cvs_datetext.h"
 #include "core/Cvs_utils.h"
+#include "framework/base/text.h"
 
 namespace tandrel {
 namespace {
@@ -30,6 +31,10 @@ std::vector<TFolder> FoldersOf(const TFileItems& items, const std::string& worki
         // Items mostly come folder by folder.
         if (before && *before == item.Directory) continue;
         before = &item.Directory;
+        // A folder elsewhere is an error of its file, which is told where the file is named.
+        if (!framework::SameText(std::string_view(item.Directory).substr(0, behindRoot),
+                                 SlashSep(root, "")))
+            continue;
         std::string parent = root;
         for (std::size_t at = behindRoot; at < item.Directory.size();) {
             const std::size_t end = std::min(item.Directory.find('\\', at), item.Directory.size());
@@ -37,7 +42,7 @@ std::vector<TFolder> FoldersOf(const TFileItems& items, const std::string& worki
             at = end + 1;
             if (name.empty()) continue;
             std::string path = SlashSep(parent, name);
-            if (known.insert(path).second) folders.push_back({name, parent, path});
+            if (known.insert(framework::UpperCase(path)).second) folders.push_back({name, parent, path});
             parent = std::move(path);
         }
     }

@@ -16,8 +16,9 @@ namespace tandrel {
 class TRevisionText {
 public:
     TRevisionText& operator=(std::string_view text) {
-        Text_.fill('\0');
-        std::copy_n(text.data(), std::min(text.size(), Text_.size()), Text_.data());
+        std::array<char, 64> fresh{};
+        std::copy_n(text.data(), std::min(text.size(), fresh.size()), fresh.data());
+        Text_ = fresh;
         return *this;
     }
     operator std::string_view() const {

@@ -171,8 +171,6 @@ private:
     bool NoDialog();
     bool RunLog(bool headerOnly, TLogList& list,
                 bool (*parse)(std::string_view text, TLogList& list));
-    /// Builds the model anew if there is one, after a command that may have changed all of it.
-    void ReloadModel();
     bool CanBePlaced();
     bool Place();
     bool BringFilesBack();

@@ -1,11 +1,20 @@
 // The operations on a repository: options in, one command, result out.
 
+#include "core/CvsExecute.h"
 #include "core/Cvs_utils.h"
 #include "cvs/Cvstempl.h"
 #include "cvs/Dialogs.h"
 #include "framework/base/exceptions.h"
 
 namespace tandrel {
+namespace {
+
+/// Whether the operation may change all of a working copy, so that its model is to be built anew.
+bool ChangesWorkingCopy(TOperationType operation) {
+    return operation == otCheckOut || operation == otUpdate || operation == otCommit;
+}
+
+}  // namespace
 
 std::string TCvsObject::ExecuteDirectory() {
     // An export makes the module's folder: it cannot run in it.
@@ -18,7 +27,11 @@ bool TCvsObject::Run(const TStartMessage& start) {
     try {
         if (ParseCommand()) {
             if (start) start();
+            // Called from a handler of a run, this one will be refused.
+            const bool refused = ExecuteClass->Thread != nullptr;
             Execute(ExecuteDirectory());
+            if (!refused && ChangesWorkingCopy(Operation) && !WorkDirTree.Empty())
+                Load_WorkDirTree();
         }
     } catch (const framework::EAbort&) {
         throw;
@@ -34,10 +47,6 @@ bool TCvsObject::Run(const TStartMessage& start) {
 void TCvsObject::ShowResult(const std::string& caption, const std::string& text) {
     // Without a root nothing was begun, and the exit code is that of some earlier command.
     if (!CVSROOT().empty()) Show_OkForm(caption, text, ExitCode);
-}
-
-void TCvsObject::ReloadModel() {
-    if (!WorkDirTree.Empty()) Load_WorkDirTree();
 }
 
 bool TCvsObject::NoDialog() {
@@ -125,7 +134,6 @@ bool TCvsObject::CheckOut(bool Interactive) {
         MessageProc("CheckOut project %S into directory(%s) from  repository %s ",
                     {Modulename(), Get_CurrentProcDirectory(), CVSROOT()});
     });
-    ReloadModel();
     if (Interactive) ShowResult("CVS CheckOut", "CVS project " + Modulename());
     return done;
 }
@@ -136,7 +144,6 @@ bool TCvsObject::Update() {
         MessageProc("Update project %S directory(%s) from  repository %s ",
                     {Modulename(), Get_CurrentProcDirectory(), CVSROOT()});
     });
-    ReloadModel();
     ShowResult("CVS update", "CVS update  \"" + Modulename() + "\"");
     return done;
 }
@@ -149,7 +156,6 @@ bool TCvsObject::Commit(bool Interactive) {
         MessageProc("Commit  project from  directory(%s) into repository %s ",
                     {WorkingDirectory(), CVSROOT()});
     });
-    ReloadModel();
     return done;
 }
 

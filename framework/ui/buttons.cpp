@@ -3,18 +3,8 @@
 namespace framework {
 namespace {
 
-// The identifiers that the system's dialog keyboard asks for.
-constexpr WORD PlainId = 0xFFFF;
-
-WORD IdOf(TButtonRole role) {
-    switch (role) {
-        case TButtonRole::Default: return IDOK;
-        case TButtonRole::Cancel:
-        case TButtonRole::DefaultAndCancel: return IDCANCEL;
-        case TButtonRole::Plain: break;
-    }
-    return PlainId;
-}
+// No identifier of its own: the form knows which button the keyboard means.
+constexpr WORD ButtonId = 0xFFFF;
 
 bool IsDefault(TButtonRole role) {
     return role == TButtonRole::Default || role == TButtonRole::DefaultAndCancel;
@@ -23,16 +13,23 @@ bool IsDefault(TButtonRole role) {
 }  // namespace
 
 TButton::TButton(TControl& parent, const std::string& caption, TButtonRole role)
-    : TControl(&parent) {
+    : TControl(&parent), Form_(parent.Form()) {
     const DWORD look = IsDefault(role) ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON;
     CreateHandle(L"BUTTON", WS_CHILD | WS_VISIBLE | WS_TABSTOP | look, 0, parent.Handle(), caption,
-                 IdOf(role));
-    if (IsDefault(role)) Form().DefaultId_ = IdOf(role);
+                 ButtonId);
+    if (IsDefault(role)) Form_.DefaultButton_ = this;
+    if (role == TButtonRole::Cancel || role == TButtonRole::DefaultAndCancel)
+        Form_.CancelButton_ = this;
+}
+
+TButton::~TButton() {
+    if (Form_.DefaultButton_ == this) Form_.DefaultButton_ = nullptr;
+    if (Form_.CancelButton_ == this) Form_.CancelButton_ = nullptr;
 }
 
 void TButton::Click() {
     if (!Enabled()) return;
-    if (ModalResult != mrNone) Form().ModalResult = ModalResult;
+    if (ModalResult != mrNone) Form_.ModalResult = ModalResult;
     if (OnClick) OnClick(this);
 }
 

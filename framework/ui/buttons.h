@@ -20,6 +20,7 @@ enum class TButtonRole {
 class FRAMEWORK_API TButton : public TControl {
 public:
     TButton(TControl& parent, const std::string& caption, TButtonRole role = TButtonRole::Plain);
+    ~TButton() override;
 
     /// Does what pressing the button does: the form ends with ModalResult if that is not mrNone,
     /// and OnClick is called. A disabled button does nothing.
@@ -30,6 +31,9 @@ public:
 
 protected:
     void Notification(WORD code) override;
+
+private:
+    TForm& Form_;
 };
 
 }  // namespace framework

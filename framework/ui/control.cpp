@@ -12,6 +12,15 @@
 namespace framework {
 namespace {
 
+// A window that belongs to a control carries the procedure it had before. Others may subclass it
+// after us, so the present procedure tells nothing.
+constexpr wchar_t SystemProcProperty[] = L"FrameworkSystemProc";
+
+WNDPROC SystemProcOf(HWND window) {
+    return reinterpret_cast<WNDPROC>(
+        reinterpret_cast<void*>(::GetPropW(window, SystemProcProperty)));
+}
+
 void TakeEdge(RECT& area, RECT& bounds, TAlign align) {
     const LONG width = bounds.right - bounds.left;
     const LONG height = bounds.bottom - bounds.top;
@@ -38,10 +47,9 @@ std::vector<TControl*> Children(HWND parent) {
 TControl::~TControl() {
     FreeComponents();
     if (!Handle_) return;
-    // From here on the window belongs to the system's procedure alone, which clears it away.
+    // From here on the window has no control; its messages go to the system's procedure.
     const HWND window = std::exchange(Handle_, nullptr);
     ::SetWindowLongPtrW(window, GWLP_USERDATA, 0);
-    ::SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(SystemProc_));
     ::DestroyWindow(window);
 }
 
@@ -55,27 +63,30 @@ void TControl::CreateHandle(const wchar_t* windowClass, DWORD style, DWORD exSty
     ::SetWindowLongPtrW(Handle_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     SystemProc_ = reinterpret_cast<WNDPROC>(
         ::SetWindowLongPtrW(Handle_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(GuardedProc)));
+    ::SetPropW(Handle_, SystemProcProperty, reinterpret_cast<HANDLE>(SystemProc_));
     if (Parent_)
         ::SendMessageW(Handle_, WM_SETFONT, ::SendMessageW(parent, WM_GETFONT, 0, 0), FALSE);
 }
 
 TControl* TControl::FromHandle(HWND window) {
     // Windows of others may keep anything in that place.
-    if (!window || reinterpret_cast<WNDPROC>(::GetWindowLongPtrW(window, GWLP_WNDPROC)) != GuardedProc)
-        return nullptr;
+    if (!window || !SystemProcOf(window)) return nullptr;
     return reinterpret_cast<TControl*>(::GetWindowLongPtrW(window, GWLP_USERDATA));
 }
 
 LRESULT CALLBACK TControl::GuardedProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     auto* const control =
         reinterpret_cast<TControl*>(::GetWindowLongPtrW(window, GWLP_USERDATA));
-    // Only in its last moments a window has no control any more.
-    if (!control) return ::DefWindowProcW(window, message, wParam, lParam);
-    if (message == WM_NCDESTROY) {
-        const WNDPROC systemProc = control->SystemProc_;
-        control->Handle_ = nullptr;
-        ::SetWindowLongPtrW(window, GWLP_USERDATA, 0);
-        return ::CallWindowProcW(systemProc, window, message, wParam, lParam);
+    if (!control || message == WM_NCDESTROY) {
+        const WNDPROC systemProc = SystemProcOf(window);
+        if (message == WM_NCDESTROY) {
+            // The system took the window before its control was freed, or just after.
+            if (control) control->Handle_ = nullptr;
+            ::SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+            ::RemovePropW(window, SystemProcProperty);
+        }
+        return ::CallWindowProcW(systemProc ? systemProc : ::DefWindowProcW, window, message,
+                                 wParam, lParam);
     }
     try {
         return control->WndProc(message, wParam, lParam);

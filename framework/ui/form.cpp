@@ -2,6 +2,7 @@
 
 #include "framework/base/exceptions.h"
 #include "framework/ui/application.h"
+#include "framework/ui/buttons.h"
 #include "framework/ui/task_windows.h"
 
 namespace framework {
@@ -19,6 +20,20 @@ void RegisterFormClass() {
     windowClass.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
     windowClass.lpszClassName = FormClass;
     ::RegisterClassW(&windowClass);
+}
+
+BOOL CALLBACK FindTopmost(HWND window, LPARAM found) {
+    const bool topmost = (::GetWindowLongW(window, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0;
+    if (!topmost || !::IsWindowVisible(window)) return TRUE;
+    *reinterpret_cast<bool*>(found) = true;
+    return FALSE;
+}
+
+/// Whether this thread shows a window that stays above all others.
+bool HasTopmostWindow() {
+    bool found = false;
+    ::EnumThreadWindows(::GetCurrentThreadId(), FindTopmost, reinterpret_cast<LPARAM>(&found));
+    return found;
 }
 
 int SystemDpi() {
@@ -79,31 +94,43 @@ void TForm::DisableClose() {
 TModalResult TForm::ShowModal() {
     if (Modal_ || Visible())
         throw Exception("A form that is already open cannot be opened once more");
-    const HWND active = ::GetActiveWindow();
-    {
+    // A form that has to be answered must not lie behind one that is always on top.
+    const bool above = HasTopmostWindow();
+    if (above) SetStayOnTop(true);
+    try {
         const TTaskWindowsDisabled others;
-        ModalResult = mrNone;
-        Modal_ = true;
-        // The form may not have been there when an outer bracket disabled all windows.
-        SetEnabled(true);
-        Show();
-        TApplication& application = Application();
-        try {
-            if (application.OnModalBegin) application.OnModalBegin(*this);
-            while (ModalResult == mrNone && !application.Terminated() && Handle())
-                application.HandleMessage();
-        } catch (...) {
-            Modal_ = false;
-            SetVisible(false);
-            throw;
-        }
-        Modal_ = false;
-        if (ModalResult == mrNone) ModalResult = mrCancel;
+        RunModal();
+    } catch (...) {
+        SetVisible(false);
+        throw;
     }
     // Only now: with the others still disabled the system would activate another program's window.
     SetVisible(false);
-    if (active) ::SetActiveWindow(active);
+    if (above) SetStayOnTop(false);
     return ModalResult;
+}
+
+TModalResult TForm::RunModal() {
+    ModalResult = mrNone;
+    // The form may not have been there when an outer bracket disabled all windows.
+    SetEnabled(true);
+    Show();
+    struct TModalMark {
+        bool& Modal;
+        explicit TModalMark(bool& modal) : Modal(modal) { Modal = true; }
+        ~TModalMark() { Modal = false; }
+    } const mark(Modal_);
+    TApplication& application = Application();
+    if (application.OnModalBegin) application.OnModalBegin(*this);
+    while (ModalResult == mrNone && !application.Terminated() && Handle())
+        application.HandleMessage();
+    if (ModalResult == mrNone) ModalResult = mrCancel;
+    return ModalResult;
+}
+
+TButton* TForm::ButtonOf(WORD id) const {
+    if (id == IDOK) return DefaultButton_;
+    return id == IDCANCEL ? CancelButton_ : nullptr;
 }
 
 void TForm::CloseQuery() {
@@ -129,10 +156,15 @@ LRESULT TForm::WndProc(UINT message, WPARAM wParam, LPARAM lParam) {
             if (LOWORD(wParam) == WA_INACTIVE) LastFocus_ = ::GetFocus();
             break;
         case WM_SETFOCUS: RestoreFocus(); return 0;
-        case DM_GETDEFID:
-            if (DefaultId_ != 0)
-                return static_cast<LRESULT>(MAKELONG(DefaultId_, DC_HASDEFID));
-            return 0;
+        case DM_GETDEFID: return DefaultButton_ ? MAKELONG(IDOK, DC_HASDEFID) : 0;
+        case WM_COMMAND:
+            // The keyboard's: the system looks for the button among the form's own children only.
+            if (TButton* const button = ButtonOf(LOWORD(wParam));
+                button && !FromHandle(reinterpret_cast<HWND>(lParam))) {
+                button->Click();
+                return 0;
+            }
+            break;
         default: break;
     }
     return TControl::WndProc(message, wParam, lParam);

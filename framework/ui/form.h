@@ -10,6 +10,8 @@
 
 namespace framework {
 
+class TButton;
+
 /// How a modal form ended; zero while it is open.
 using TModalResult = int;
 inline constexpr TModalResult mrNone = 0;
@@ -55,11 +57,14 @@ private:
     friend class TButton;
     void Centre();
     void RestoreFocus();
+    TModalResult RunModal();
+    TButton* ButtonOf(WORD id) const;
 
     int Dpi_;
     GdiObject Font_;
     HWND LastFocus_ = nullptr;
-    WORD DefaultId_ = 0;  // of the button that Enter presses; 0 for none
+    TButton* DefaultButton_ = nullptr;  // the button that Enter presses, or none
+    TButton* CancelButton_ = nullptr;   // the button that Escape presses, or none
     bool Modal_ = false;
 };
 

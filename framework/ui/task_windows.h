@@ -17,15 +17,19 @@ FRAMEWORK_API TTaskWindowList DisableTaskWindows(HWND exempt);
 /// Enables the windows of the list that still exist.
 FRAMEWORK_API void EnableTaskWindows(const TTaskWindowList& windows);
 
-/// The bracket of the two: all windows of the thread are disabled while it lives.
+/// The bracket of the two: all windows of the thread are disabled while it lives. It takes the
+/// keyboard away from them, too, and in the end gives it back, with the activation, to the window
+/// that had it.
 class FRAMEWORK_API TTaskWindowsDisabled {
 public:
-    explicit TTaskWindowsDisabled(HWND exempt = nullptr) : Windows_(DisableTaskWindows(exempt)) {}
-    ~TTaskWindowsDisabled() { EnableTaskWindows(Windows_); }
+    explicit TTaskWindowsDisabled(HWND exempt = nullptr);
+    ~TTaskWindowsDisabled();
     TTaskWindowsDisabled(const TTaskWindowsDisabled&) = delete;
     TTaskWindowsDisabled& operator=(const TTaskWindowsDisabled&) = delete;
 
 private:
+    HWND Active_;
+    HWND Focus_;
     TTaskWindowList Windows_;
 };
 

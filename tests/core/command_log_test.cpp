@@ -101,7 +101,7 @@ TEST_F(CommandLog, ReplaysInOrderAndDeletesTheFile) {
 TEST_F(CommandLog, StillCountsAsOffLineDuringTheReplay) {
     support::WriteBytes(LogFile, " add a.c;C:\\x\r\n add b.c;C:\\x\r\n");
     Obj.Set_ServerOnline(true);
-    // Each command goes through the log again, and the log is then deleted: so it is stated.
+    // Each command goes through the log again, and the log is then deleted.
     EXPECT_EQ(Obj.Messages.All(), "CVS process command saved in vcsCommand.log \r\n"
                              "server is offline \r\n"
                              "CVS command   add a.c saved  in vcsCommand.log \r\n"

@@ -48,7 +48,7 @@ protected:
     RecordingObject Obj;
 };
 
-TEST_F(Customvcs, StartsAsStated) {
+TEST_F(Customvcs, StartsWithItsDefaults) {
     EXPECT_EQ(Obj.OutputListLimit, 50);
     EXPECT_EQ(Obj.ConnectionType, cnLocal);
     EXPECT_FALSE(Obj.Aborted || Obj.SuppressOutput || Obj.AnswerPrompts || Obj.ServerOnline() ||
@@ -59,15 +59,37 @@ TEST_F(Customvcs, StartsAsStated) {
 }
 
 TEST_F(Customvcs, RecordsTheKindOfOperationsWithoutABody) {
-    TCustomCvsObj& base = Obj;
-    EXPECT_FALSE(base.TCustomCvsObj::CheckOut(true));
-    EXPECT_EQ(base.Operation, otCheckOut);
-    EXPECT_FALSE(base.TCustomCvsObj::Del_Tag(false));
-    EXPECT_EQ(base.Operation, otTag);
-    EXPECT_FALSE(base.TCustomCvsObj::Create_Rtag(false));
-    EXPECT_EQ(base.Operation, otRtag);
-    EXPECT_FALSE(base.TCustomCvsObj::Export_cmd(false));
-    EXPECT_EQ(base.Operation, otExport);
+    using T = TCustomCvsObj;
+    tests::TTestObject base;
+    const std::pair<bool (T::*)(), TOperationType> plain[] = {
+        {&T::Update, otUpdate},     {&T::Add, otAdd},           {&T::Remove, otRemove},
+        {&T::Release, otRelease},   {&T::Status, otStatus},     {&T::Admin, otAdmin},
+        {&T::Annotate, otAnnotate}, {&T::Diff, otDiff},         {&T::Edit, otEdit},
+        {&T::Editors, otEditors},   {&T::History, otHistory},   {&T::Log, otLog},
+        {&T::Rdiff, otRdiff},       {&T::Unedit, otUnedit},     {&T::watch, otWatch},
+        {&T::Watchers, otWatchers}, {&T::CreateLocalRepository, otCreateLRep}};
+    const std::pair<bool (T::*)(bool), TOperationType> interactive[] = {
+        {&T::CheckOut, otCheckOut},  {&T::Commit, otCommit},      {&T::Import, otImport},
+        {&T::Export_cmd, otExport},  {&T::Login, otLogin},        {&T::Logout, otLogout},
+        {&T::Create_Rtag, otRtag},   {&T::Del_Rtag, otRtag},      {&T::Create_Tag, otTag},
+        {&T::Del_Tag, otTag}};
+    for (const auto& [operate, kind] : plain) {
+        base.Operation = otRlog;
+        EXPECT_FALSE((base.*operate)());
+        EXPECT_EQ(base.Operation, kind);
+    }
+    for (const auto& [operate, kind] : interactive) {
+        base.Operation = otRlog;
+        EXPECT_FALSE((base.*operate)(true));
+        EXPECT_EQ(base.Operation, kind);
+    }
+    for (const auto abstract : {&T::PlaceProject, &T::PullProject, &T::WatchersBrowser,
+                                &T::StatusBrowser, &T::CommitBrowser, &T::Preferences})
+        EXPECT_THROW((base.*abstract)(), framework::EAbstractError);
+    EXPECT_THROW(base.LoadVCSProjectInfo(), framework::EAbstractError);
+    EXPECT_THROW(base.ReadCVSInfo(base.WorkDirTree, ""), framework::EAbstractError);
+    EXPECT_THROW(base.ReadCVS_SystemFile(base.WorkDirTree, ""), framework::EAbstractError);
+    base.Set_WorkingDirectory("");
     base.IsVCSStoredFlag = true;
     EXPECT_FALSE(base.TCustomCvsObj::RemoveProjectFrom());
     EXPECT_FALSE(base.IsVCSStoredFlag);
@@ -76,9 +98,9 @@ TEST_F(Customvcs, RecordsTheKindOfOperationsWithoutABody) {
     char temporary[MAX_PATH];
     ::GetTempPathA(sizeof temporary, temporary);
     EXPECT_EQ(base.WorkingDirectory(), temporary);
-    EXPECT_THROW(base.TCustomCvsObj::PlaceProject(), framework::EAbstractError);
-    EXPECT_THROW(base.TCustomCvsObj::Get_Version(), framework::EAbstractError);
-    EXPECT_THROW(base.TCustomCvsObj::HelpCommand(otAdd), framework::EAbstractError);
+    EXPECT_THROW(base.TCustomCvsObj::GetIsVCSstored(), framework::EAbstractError);
+    EXPECT_THROW(base.Get_Version(), framework::EAbstractError);
+    EXPECT_THROW(base.HelpCommand(otAdd), framework::EAbstractError);
 }
 
 TEST_F(Customvcs, SplitsTheWorkingDirectory) {
@@ -233,8 +255,8 @@ TEST_F(Customvcs, FindsModelItemsInAnyCaseButNotInSubtrees) {
 }
 
 TEST_F(Customvcs, KeepsPreferencesInTheRegistry) {
-    const std::string key = "Software\\TandrelTest\\Customvcs";
-    ::RegDeleteTreeA(HKEY_CURRENT_USER, "Software\\TandrelTest");
+    const std::string key =
+        "Software\\TandrelTest\\Customvcs" + std::to_string(::GetCurrentProcessId());
     Obj.LoadPreferences(HKEY_CURRENT_USER, key);
     EXPECT_EQ(Obj.Server, "");
     Obj.Server = "server";
@@ -261,7 +283,7 @@ TEST_F(Customvcs, KeepsPreferencesInTheRegistry) {
     ASSERT_TRUE(registry.OpenKeyReadOnly(key));
     EXPECT_EQ(registry.ReadString("SERVER"), "server") << "an empty field leaves the old value";
     registry.CloseKey();
-    ::RegDeleteTreeA(HKEY_CURRENT_USER, "Software\\TandrelTest");
+    ::RegDeleteTreeA(HKEY_CURRENT_USER, key.c_str());
 
     EXPECT_THROW(Obj.SavePreferences(nullptr, key), framework::ERegistryError);
     Obj.LoadPreferences(nullptr, key);

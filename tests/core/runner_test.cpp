@@ -207,6 +207,20 @@ TEST(RunnerAnswers, CutsAnAnswerThatIsTooLong) {
                                           "\r;1024"));
 }
 
+TEST(RunnerAnswers, AreAskedForInOneRunWhateverBecomesOfIt) {
+    AnsweringObject obj;
+    obj.AnswerPrompts = true;
+    obj.CvsExecutable = "no-such-client";
+    obj.Run("update");
+    EXPECT_FALSE(obj.AnswerPrompts);
+    obj.AnswerPrompts = true;
+    obj.ConnectionType = tandrel::cnPServer;
+    obj.Run("update");
+    EXPECT_FALSE(obj.AnswerPrompts);
+}
+
+// What finds no room in the pipe is dropped, though each chunk is to be answered: the child has
+// answers enough waiting, and a write that blocks would stop the reading of its output for good.
 TEST(RunnerAnswers, DoesNotHangOnAChildThatNeverReads) {
     AnsweringObject obj;
     obj.Reply = "Yes\r\n";

@@ -27,6 +27,8 @@ TEST(AdminFiles, TakesARootApart) {
         {":ext:me@host:/repo", cnSSH, "me", "host", "/repo"},
         {":ext:me@host/repo", cnSSH, "me", "host", "/repo"},
         {":fork:/repo", cnLocal, "", "", "/repo"},
+        {":gserver:me@host:/repo", cnLocal, "me", "host", "/repo"},
+        {"::me@host:/repo", cnLocal, "me", "host", "/repo"},
         {":", cnLocal, "", "", ""},
         {":pserver", cnPServer, "", "", ""},
         {":pserver:@", cnPServer, "", "", ""},

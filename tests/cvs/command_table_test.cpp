@@ -393,11 +393,11 @@ TEST_F(CommandTable, AppendsAndReports) {
 
 TEST_F(CommandTable, AddsFoldersOnceAndBeforeTheirFiles) {
     tests::TSandboxObject obj(Sandbox, Copy);
-    for (const char* file : {"x\\y\\1.c", "z\\2.c", "x\\3.c", "sub\\w\\4.c", "5.c", "x\\y\\6.c"})
+    for (const char* file : {"x\\y\\1.c", "X\\Y\\0.c", "z\\2.c", "x\\3.c", "sub\\w\\4.c", "5.c", "x\\y\\6.c"})
         obj.FileItems.AddFile(Copy + "\\" + file, Km_none);
     obj.AddFilesToCommad();
     EXPECT_EQ(obj.CommandLine,
-              "x x\\y z sub\\w x\\y\\1.c z\\2.c x\\3.c sub\\w\\4.c 5.c x\\y\\6.c");
+              "x x\\y z sub\\w x\\y\\1.c X\\Y\\0.c z\\2.c x\\3.c sub\\w\\4.c 5.c x\\y\\6.c");
 }
 
 TEST_F(CommandTable, NamesTheSelectedFiles) {
@@ -425,8 +425,9 @@ TEST_F(CommandTable, StrictQuotingKeepsEveryValueOneArgument) {
     tests::TSandboxObject obj(Sandbox, Copy);
     obj.FileItems.AddFile(Copy + "\\with blank.c", Km_none);
     obj.CommitMessage = "he said \"no\" \\";
-    EXPECT_NE(ArgumentsOf(obj, otCommit), "[commit]\r\n[-m]\r\n[he said \"no\" \\]\r\n[with blank.c]")
-        << "the plain rules part it";
+    EXPECT_EQ(ArgumentsOf(obj, otCommit),
+              "[commit]\r\n[-m]\r\n[he said no \" with blank.c]")
+        << "the plain rules lose quotes and join values";
     obj.StrictQuoting = true;
     EXPECT_EQ(ArgumentsOf(obj, otCommit),
               "[commit]\r\n[-m]\r\n[he said \"no\" \\]\r\n[with blank.c]");
@@ -464,6 +465,8 @@ TEST_F(CommandTable, OptionsStayUntilTheyAreReset) {
     obj.MergeSpec.Kind = mtThisRev;
     obj.MergeSpec.Rev1 = std::string(100, 'x');
     EXPECT_EQ(std::string_view(obj.MergeSpec.Rev1).size(), 64u);
+    obj.MergeSpec.Rev1 = std::string_view(obj.MergeSpec.Rev1).substr(0, 3);
+    EXPECT_EQ(std::string_view(obj.MergeSpec.Rev1), "xxx") << "from itself";
     obj.Status();
     EXPECT_TRUE(obj.LocalOnly);
     obj.StrictQuoting = true;

@@ -150,13 +150,17 @@ TEST_F(Operations, SimpleOperationsRunWithTheOptionsAsTheyStand) {
     EXPECT_NE(obj.Messages.All().find("Locally Modified"), std::string::npos);
     EXPECT_FALSE(obj.Diff()) << "the client's way of saying that there are differences";
     EXPECT_EQ(obj.ExitCode, 1);
+    std::string commands;
     for (const auto operation :
          {&TCvsObject::Log, &TCvsObject::Annotate, &TCvsObject::Editors, &TCvsObject::watch,
           &TCvsObject::Watchers, &TCvsObject::Edit}) {
         obj.Messages.Clear();
         EXPECT_TRUE((obj.*operation)()) << obj.CommandLine << obj.Messages.All();
+        commands += obj.CommandLine + ";";
     }
+    EXPECT_EQ(commands, " log; annotate; editors; watch on; watchers; edit;");
     EXPECT_TRUE(obj.RLog());
+    EXPECT_EQ(obj.CommandLine, " rlog mod");
     obj.FileItems.AddFile(copy + "\\b.c", Km_none);
     EXPECT_TRUE(obj.Unedit());
     EXPECT_TRUE(obj.Admin());
@@ -233,9 +237,12 @@ TEST_F(Operations, SetTheChildsEnvironment) {
     obj.Execute("C:\\");
     EXPECT_EQ(obj.Messages.Texts.front(), "folder:C:\\;CVSROOT=:pserver:me@host:/repo;CVS_RSH= rsh ;"
                                           "CVSIGNORE=*.o *.x;CVSREAD=1;");
+    // An empty value takes the variable away: to the client an empty CVSREAD is a set one.
     obj.Set_CVS_RSH("");
     obj.Set_CVSIGNORE("");
-    ::SetEnvironmentVariableA("CVSREAD", nullptr);
+    obj.Set_CVSREAD("");
+    EXPECT_EQ(::GetEnvironmentVariableA("CVSREAD", nullptr, 0), 0u);
+    EXPECT_EQ(::GetLastError(), static_cast<DWORD>(ERROR_ENVVAR_NOT_FOUND));
 }
 
 TEST_F(Operations, RunWhereTheirCommandBelongs) {

@@ -89,11 +89,12 @@ TEST_F(Prompts, LoginAnswersThePasswordServer) {
     TSandboxObject obj(Sandbox);
     obj.ConnectionType = cnPServer;
     obj.Server = "127.0.0.1";
-    obj.SpecialPort = Surroundings("TANDREL_PSERVER_PORT");
     obj.UserName = Surroundings("TANDREL_PSERVER_USER");
-    obj.Path = Surroundings("TANDREL_PSERVER_PATH");
-    obj.SetCVSROOT(
-        CompileCVSROOT(cnPServer, obj.Server, obj.UserName, "", obj.SpecialPort, obj.Path));
+    // This client wants the path right behind the port, as a Root file that was read has it; it
+    // refuses the colon that a special port is followed by.
+    obj.Path = Surroundings("TANDREL_PSERVER_PORT") + Surroundings("TANDREL_PSERVER_PATH");
+    obj.SetCVSROOT(CompileCVSROOT(cnPServer, obj.Server, obj.UserName, "", "", obj.Path));
+    obj.Set_WorkingDirectory("");
     obj.Set_ServerOnline(true);
     obj.TCustomCvsObj::Login(false);
     obj.Password = "a wrong one";

@@ -57,8 +57,7 @@ TEST(MessageBoxes, WidenForLongTextsButNotBeyondTheScreen) {
     for (const std::size_t length : {60, 2000}) {
         ExpectForm("c", [&](TForm& form) {
             ExpectTidy(form, {"Image1", "Label1", "BitBtn1"});
-            EXPECT_GE(form.ClientSize().cx,
-                      form.Find<TControl>("Label1")->Width() + form.Scale(74));
+            EXPECT_GE(form.Width(), form.Find<TControl>("Label1")->Width() + form.Scale(74));
             const RECT screen = TForm::WorkArea(), box = form.Bounds();
             EXPECT_GE(box.left, screen.left);
             EXPECT_LE(box.right, screen.right);
@@ -109,6 +108,46 @@ TEST(MessageBoxes, AskWithTheQuestionInPlainSight) {
         ::PostMessageW(form.Handle(), WM_CLOSE, 0, 0);
     });
     EXPECT_FALSE(Sh_Confirm_Form(question)) << "closing it is no consent";
+}
+
+TEST(MessageBoxes, ShowTheEndOfALongQuestion) {
+    std::string question;
+    for (int line = 0; line < 100; ++line) question += "M file" + std::to_string(line) + ".c\r\n";
+    question += "Are you sure? ";
+    ExpectForm("CVS confirmation", [&](TForm& form) {
+        ExpectTidy(form, {"Image1", "Label1", "Label2", "BitBtn1", "BitBtn2"});
+        const std::string shown = TextOf(form, "Label1");
+        EXPECT_TRUE(shown.starts_with("...\r\nM file"));
+        EXPECT_TRUE(shown.ends_with("M file99.c\r\nAre you sure? "));
+        const RECT screen = TForm::WorkArea(), box = form.Bounds();
+        EXPECT_GE(box.top, screen.top);
+        EXPECT_LE(box.bottom, screen.bottom);
+        Click(form, "BitBtn2");
+    });
+    Sh_Confirm_Form(question);
+}
+
+/// The colour in the middle of the box's picture.
+COLORREF PictureColour(TForm& form) {
+    auto* picture = form.Find<TControl>("Image1");
+    ::UpdateWindow(picture->Handle());
+    const HDC dc = ::GetDC(picture->Handle());
+    // Left of the middle: the strokes meet there.
+    const COLORREF colour = ::GetPixel(dc, picture->Width() / 6, picture->Height() / 2);
+    ::ReleaseDC(picture->Handle(), dc);
+    return colour;
+}
+
+TEST(MessageBoxes, ShowGreenForSuccessAndRedForFailure) {
+    for (const int code : {0, 1}) {
+        ExpectForm("c", [code](TForm& form) {
+            const COLORREF colour = PictureColour(form);
+            EXPECT_EQ(GetGValue(colour) > GetRValue(colour), code == 0) << std::hex << colour;
+            EXPECT_NE(colour, ::GetSysColor(COLOR_BTNFACE));
+            Click(form, "BitBtn1");
+        });
+        Show_OkForm("c", "text", code);
+    }
 }
 
 TEST(MessageBoxes, LeaveNothingBehind) {

@@ -118,6 +118,67 @@ TEST(Forms, TranslateExceptionsAtTheWindowProcedure) {
     Application().OnException = before;
 }
 
+TEST(Forms, PressTheirButtonsWhereverTheseStand) {
+    TForm form("panel");
+    auto& panel = form.Make<TPanel>("P", form);
+    form.Make<TButton>("Ok", panel, "Ok", TButtonRole::Default).ModalResult = mrOk;
+    form.Make<TButton>("No", panel, "No", TButtonRole::Cancel).ModalResult = mrCancel;
+    for (const auto& [key, result] : {std::pair{VK_RETURN, mrOk}, {VK_ESCAPE, mrCancel}}) {
+        tests::ExpectForm("panel", [key](TForm& shown) {
+            ::SetFocus(shown.Handle());
+            tests::PressKey(shown, static_cast<WPARAM>(key));
+        });
+        EXPECT_EQ(form.ShowModal(), result);
+    }
+}
+
+TEST(Forms, ThatAreToBeAnsweredLieAboveThoseOnTop) {
+    TForm top("on top"), modal("modal");
+    top.SetStayOnTop(true);
+    top.Show();
+    tests::ExpectForm("modal", [&](TForm& shown) {
+        EXPECT_TRUE(::GetWindowLongW(shown.Handle(), GWL_EXSTYLE) & WS_EX_TOPMOST);
+        HWND above = shown.Handle();
+        while ((above = ::GetWindow(above, GW_HWNDPREV)) != nullptr) EXPECT_NE(above, top.Handle());
+        shown.ModalResult = mrOk;
+    });
+    modal.ShowModal();
+    EXPECT_FALSE(::GetWindowLongW(modal.Handle(), GWL_EXSTYLE) & WS_EX_TOPMOST);
+}
+
+LRESULT CALLBACK Passing(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    return ::CallWindowProcW(reinterpret_cast<WNDPROC>(::GetPropW(window, L"before")), window,
+                             message, wParam, lParam);
+}
+
+TEST(Controls, AreKnownAlsoWhenOthersListenToo) {
+    TForm form("subclassed");
+    auto& button = form.Make<TButton>("B", form, "B");
+    const HWND window = button.Handle();
+    ::SetPropW(window, L"before", reinterpret_cast<HANDLE>(::GetWindowLongPtrW(window, GWLP_WNDPROC)));
+    ::SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Passing));
+    EXPECT_EQ(TControl::FromHandle(window), &button);
+    EXPECT_EQ(TControl::FromHandle(::GetDesktopWindow()), nullptr);
+    button.Free();
+    EXPECT_FALSE(::IsWindow(window));
+}
+
+TEST(TaskWindows, HearNoKeysWhileTheyAreDisabled) {
+    TForm form("focus");
+    auto& button = form.Make<TButton>("B", form, "B", TButtonRole::Default);
+    int clicked = 0;
+    button.OnClick = [&](TObject*) { ++clicked; };
+    form.Show();
+    button.SetFocus();
+    ASSERT_TRUE(button.Focused());
+    {
+        const TTaskWindowsDisabled disabled;
+        EXPECT_EQ(::GetFocus(), nullptr);
+    }
+    EXPECT_TRUE(button.Focused()) << "and it is given back";
+    EXPECT_EQ(clicked, 0);
+}
+
 TEST(TaskWindows, AreDisabledInABracket) {
     TForm shown("shown"), hidden("hidden"), exempt("exempt");
     shown.Show();
