@@ -66,6 +66,11 @@ bool TWorkday::Play() {
     Step("Look at the log", [this] { ShowLog(); });
     Step("Update the second working copy", [this] { UpdateSecondCopy(); });
     Step("Remove a file", [this] { RemoveFile(); });
+    Step("Place an existing project", [this] { PlaceOldProject(); });
+    Step("Look at the model of its working copy", [this] { ShowModel(); });
+    Step("Look at labels and branches", [this] { ShowNames(); });
+    Step("Pull a label by export", [this] { PullByExport(); });
+    Step("Take the placed project out of version control", [this] { TakeOldProjectOut(); });
     return Summary();
 }
 
@@ -73,6 +78,8 @@ void TWorkday::Step(const std::string& title, const std::function<void()>& play)
     Write("\n=== " + title + "\n");
     Messages_.clear();
     Failure_.clear();
+    // Options stay as an operation leaves them; the next one is not to find them.
+    for (tandrel::TCvsObject* cvs : {&Alice_, &Bob_, &Placer_}) cvs->ResetOptions();
     try {
         play();
     } catch (const std::exception& error) {

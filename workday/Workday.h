@@ -44,6 +44,11 @@ private:
     void ShowLog();
     void UpdateSecondCopy();
     void RemoveFile();
+    void PlaceOldProject();
+    void ShowModel();
+    void ShowNames();
+    void PullByExport();
+    void TakeOldProjectOut();
     bool Summary() const;
 
     void Connect(tandrel::TCvsObject& cvs, const std::string& folder);
@@ -51,6 +56,7 @@ private:
     support::TTempFolder Folder_{"workday"};
     tandrel::TCvsObject Alice_;
     tandrel::TCvsObject Bob_;
+    tandrel::TCvsObject Placer_;
     std::string Messages_;  // of the present step
     std::string Failure_;   // of the present step
     std::vector<TStep> Steps_;
