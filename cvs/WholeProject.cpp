@@ -1,5 +1,8 @@
 // Placing a project into a repository, pulling one out, releasing a working copy.
 
+#include <atomic>
+#include <exception>
+
 #include "core/Cvs_files.h"
 #include "core/Cvs_utils.h"
 #include "core/ProjectFiles.h"
@@ -13,10 +16,10 @@
 namespace tandrel {
 namespace {
 
-/// Whether a path below the folder leads through the client's records.
+/// Whether a path below the folder leads through the client's records, or through a folder that the
+/// system takes for them.
 bool IsAdminPath(const std::string& path, const std::string& folder) {
-    return path.find(std::string("\\") + AdminDirectoryName + "\\", folder.size()) !=
-           std::string::npos;
+    return framework::UpperCase(path).find("\\CVS\\", folder.size()) != std::string::npos;
 }
 
 /// Makes the folders below one folder below another, too; folders without files are in no list.
@@ -25,7 +28,7 @@ void MakeFolders(const std::string& from, const std::string& to) {
     framework::TFileSearch search(SlashSep(from, "*.*"), framework::faAnyFile);
     for (framework::TSearchRec entry; search.Next(entry);)
         if (entry.IsDirectory() && !entry.IsLink() && entry.Name != "." && entry.Name != ".." &&
-            entry.Name != AdminDirectoryName)
+            !framework::SameText(entry.Name, AdminDirectoryName))
             MakeFolders(SlashSep(from, entry.Name), SlashSep(to, entry.Name));
 }
 
@@ -42,11 +45,13 @@ bool TCvsObject::Release() {
 bool TCvsObject::ReleaseAccepted() {
     TCustomCvsObj::Release();
     if (OnRelease) OnRelease(*this);
+    // A command that was not run does not use it up.
+    const struct TOneShot {
+        std::atomic<bool>& Flag;
+        ~TOneShot() { Flag = false; }
+    } answers{AnswerPrompts};
     AnswerPrompts = true;
-    const bool done = Run([this] { MessageProc("Release directory(%s)  ", {WorkingDirectory()}); });
-    // A command that was not run has not used it up.
-    AnswerPrompts = false;
-    return done;
+    return Run([this] { MessageProc("Release directory(%s)  ", {WorkingDirectory()}); });
 }
 
 bool TCvsObject::PullProject() { return NoDialog(); }
@@ -95,8 +100,13 @@ bool TCvsObject::CanBePlaced() {
                     {WorkingDirectory(), Modulename(), ProjectRoot()});
         return false;
     }
-    if (const std::string backup = Get_NewName();
-        backup.empty() || ::GetFileAttributesA(backup.c_str()) != INVALID_FILE_ATTRIBUTES) {
+    const std::string backup = Get_NewName();
+    if (backup.empty()) {
+        MessageProc("There is no name for a copy of directory(%s), nothing was done",
+                    {WorkingDirectory()});
+        return false;
+    }
+    if (::GetFileAttributesA(backup.c_str()) != INVALID_FILE_ATTRIBUTES) {
         MessageProc("Directory(%s) already exists, nothing was done", {backup});
         return false;
     }
@@ -110,15 +120,27 @@ bool TCvsObject::Place() {
         framework::SameText(WorkDirTree.GetItem(0).Directory, WorkingDirectory());
     if (!ofThisFolder) Load_WorkDirTree();
     WorkDirTree.SaveIgnore(IgnoreFileName);
-    if (!Import(false) || !CreateCopyProject()) return false;
-    // The model's files are elsewhere for the time being.
-    WorkDirTree.Clear();
-    // Whatever has taken the folder's place meanwhile.
-    RevoveDirExt(WorkingDirectory());
-    StikyType = stNone;
-    StikyBranch = VendorTag;
-    const bool checkedOut = CheckOut(false);
+    bool checkedOut = false;
+    std::exception_ptr raised;
+    try {
+        if (!Import(false) || !CreateCopyProject()) return false;
+        // The model's files are elsewhere for the time being.
+        WorkDirTree.Clear();
+        // Whatever has taken the folder's place meanwhile.
+        RevoveDirExt(WorkingDirectory());
+        StikyType = stNone;
+        StikyBranch = VendorTag;
+        checkedOut = CheckOut(false);
+    } catch (...) {
+        // There was no backup before: without one now, nothing has happened yet.
+        if (!framework::DirectoryExists(Get_NewName())) throw;
+        // A handler that raises does not mean the files to stay aside.
+        raised = std::current_exception();
+    }
     const bool complete = BringFilesBack();
+    // The last that the user heard of them is that they were moved aside.
+    if (complete && !checkedOut) MessageProc("Your files are in directory(%s)", {WorkingDirectory()});
+    if (raised) std::rethrow_exception(raised);
     Load_WorkDirTree();
     return complete && checkedOut;
 }
@@ -131,11 +153,21 @@ bool TCvsObject::BringFilesBack() {
         MakeFolders(backup, WorkingDirectory());
         CreateCopyList(WorkingDirectory(), fresh);
         CreateCopyList(backup, kept);
-        std::erase_if(kept, [&](const std::string& path) { return IsAdminPath(path, backup); });
-        complete = MoveFileExt2(backup, WorkingDirectory(), kept, fresh, !KeepProjectCopy,
-                                [this](const std::string& path, const std::string& reason) {
-                                    MessageProc("File %s is not moved back: %s", {path, reason});
-                                });
+        const auto leave = [&](const std::string& path, const std::string& reason) {
+            MessageProc("File %s is not moved back: %s", {path, reason});
+        };
+        bool allFit = true;
+        std::erase_if(kept, [&](const std::string& path) {
+            if (!IsAdminPath(path, backup)) return false;
+            if (path.find("\\CVS\\", backup.size()) == std::string::npos) {
+                // The user's own folder; only its name means another to the client.
+                leave(path, "its folder has the name of the client's records");
+                allFit = false;
+            }
+            return true;
+        });
+        complete = MoveFileExt2(backup, WorkingDirectory(), kept, fresh, !KeepProjectCopy, leave) &&
+                   allFit;
         if (complete && !KeepProjectCopy && !RemoveEmptyDirs(backup))
             MessageProc("Directory(%s) is kept, there are files left in it", {backup});
     } catch (const framework::Exception& error) {

@@ -97,6 +97,16 @@ int main(int count, char** arguments) {
         }
     } else if (mode == "arguments") {
         for (std::size_t i = 1; i < words.size(); ++i) Write("[" + words[i] + "]\r\n");
+    } else if (mode == "half-check-out") {
+        // Breaks off, after a while, in the middle of the first file.
+        ::CreateDirectoryA(words[1].c_str(), nullptr);
+        std::FILE* const file = std::fopen((words[1] + "\\" + words[2]).c_str(), "wb");
+        if (!file) return 97;
+        std::fputs("the first half of ", file);
+        std::fclose(file);
+        Write("U " + words[1] + "/" + words[2] + "\r\n");
+        ::Sleep(static_cast<DWORD>(number(3)));
+        return 1;
     } else if (mode == "surroundings") {
         char folder[MAX_PATH], value[1024];
         ::GetCurrentDirectoryA(sizeof folder, folder);
