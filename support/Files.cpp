@@ -53,11 +53,11 @@ void DeleteFolder(const std::string& path) {
     ::RemoveDirectoryA(path.c_str());
 }
 
-TTempFolder::TTempFolder(const std::string& name) {
+TTempFolder::TTempFolder(const std::string& name, const std::string& parent) {
     char temporary[MAX_PATH];
     ::GetTempPathA(sizeof temporary, temporary);
     static int count = 0;
-    Path_ = std::string(temporary) + "tandrel-" + name + "-" +
+    Path_ = (parent.empty() ? temporary : parent + "\\") + "tandrel-" + name + "-" +
             std::to_string(::GetCurrentProcessId()) + "-" + std::to_string(++count);
     DeleteFolder(Path_);
     framework::ForceDirectories(Path_);

@@ -16,8 +16,9 @@ void DeleteFolder(const std::string& path);
 /// A new, empty folder on drive C that is deleted with the object.
 class TTempFolder {
 public:
-    /// @param name part of the folder's name.
-    explicit TTempFolder(const std::string& name);
+    /// @param name part of the folder's name. @param parent where to make it; the system's folder
+    /// for temporary files when empty.
+    explicit TTempFolder(const std::string& name, const std::string& parent = {});
     ~TTempFolder();
     TTempFolder(const TTempFolder&) = delete;
     TTempFolder& operator=(const TTempFolder&) = delete;

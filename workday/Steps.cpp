@@ -15,8 +15,6 @@ using tandrel::SlashSep;
 using tandrel::TCvsObject;
 
 void TWorkday::ExpectExit(const TCvsObject& cvs, int code) {
-    Write("command:   " + cvs.CvsExecutable + cvs.CommandLine + "\n");
-    Write("exit code: " + std::to_string(cvs.ExitCode) + "\n");
     Expect(cvs.ExitCode == code, "exit code " + std::to_string(cvs.ExitCode) + " instead of " +
                                      std::to_string(code));
 }

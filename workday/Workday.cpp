@@ -3,8 +3,10 @@
 #include <windows.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <exception>
 
+#include "core/CvsExecute.h"
 #include "core/Cvsroot.h"
 #include "framework/base/files.h"
 #include "framework/ui/application.h"
@@ -28,6 +30,14 @@ void AnswerForm(framework::TForm& form) {
 void Write(const std::string& text) {
     std::fwrite(text.data(), 1, text.size(), stdout);
     std::fflush(stdout);
+    static std::FILE* const transcript = [] {
+        const char* const folder = std::getenv("TANDREL_OUT");
+        return folder ? std::fopen((std::string(folder) + "\\transcript.txt").c_str(), "wb")
+                      : nullptr;
+    }();
+    if (!transcript) return;
+    std::fwrite(text.data(), 1, text.size(), transcript);
+    std::fflush(transcript);
 }
 
 TWorkday::TWorkday() {
@@ -46,6 +56,10 @@ void TWorkday::Connect(tandrel::TCvsObject& cvs, const std::string& folder) {
     cvs.SetCVSROOT(tandrel::CompileCVSROOT(cvs.ConnectionType, "", "", "", "", cvs.Path));
     cvs.Set_ProjectRoot(Folder_ / folder);
     cvs.Set_Modulename(Module);
+    cvs.ExecuteClass->OnEndProgress = [&cvs](framework::TObject*) {
+        Write("command:   " + cvs.CvsExecutable + cvs.CommandLine + "\n");
+        Write("exit code: " + std::to_string(cvs.ExitCode) + "\n");
+    };
     cvs.OnMessage = [this](framework::TObject*, const std::string& text) {
         Messages_ += text;
         Write(text);

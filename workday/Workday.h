@@ -27,7 +27,7 @@ private:
     void Step(const std::string& title, const std::function<void()>& play);
     /// Fails the step when the condition does not hold.
     void Expect(bool condition, const std::string& what);
-    /// Writes the command that was run and its exit code, which is to be `code`.
+    /// The last command is to have ended with this exit code.
     void ExpectExit(const tandrel::TCvsObject& cvs, int code);
     /// What a bare client says about the repository.
     std::string AskClient(const std::string& arguments);
@@ -53,7 +53,7 @@ private:
 
     void Connect(tandrel::TCvsObject& cvs, const std::string& folder);
 
-    support::TTempFolder Folder_{"workday"};
+    support::TTempFolder Folder_{"workday", "C:"};
     tandrel::TCvsObject Alice_;
     tandrel::TCvsObject Bob_;
     tandrel::TCvsObject Placer_;
