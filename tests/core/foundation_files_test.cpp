@@ -4,13 +4,13 @@
 #include <objbase.h>
 #include <windows.h>
 
-#include <functional>
 
 #include "core/Cvs_files.h"
 #include "core/Cvs_utils.h"
 #include "framework/base/files.h"
 #include "framework/base/handle.h"
 #include "tests/framework/temp_folder.h"
+#include "tests/support/Links.h"
 
 namespace tandrel {
 namespace {
@@ -155,61 +155,6 @@ TEST(RevoveDirExt, DeletesAFolderWithReadOnlyAndHiddenFiles) {
     EXPECT_TRUE(FileExists(File));
 }
 
-/// A link to a folder, made by the system's own tool: `ln` below Wine, a junction elsewhere.
-class FolderLink {
-public:
-    FolderLink(const std::string& Link, const std::string& Target) : Link_(Link) {
-        if (Unix()) {
-            Run("Z:\\bin\\ln -s \"" + Unix()(Target) + "\" \"" + Unix()(Link) + "\"");
-        } else {
-            Run("cmd /c mklink /J \"" + Link + "\" \"" + Target + "\"");
-        }
-        for (int Try = 0; Try < 100 && !DirectoryExists(Link); ++Try)
-            ::Sleep(20);
-    }
-    ~FolderLink() {
-        if (Unix())
-            Run("Z:\\bin\\rm \"" + Unix()(Link_) + "\"");
-        else
-            ::RemoveDirectoryA(Link_.c_str());
-        for (int Try = 0; Try < 100 && DirectoryExists(Link_); ++Try)
-            ::Sleep(20);
-    }
-
-private:
-    static void Run(std::string Command) {
-        STARTUPINFOA Startup{};
-        Startup.cb = sizeof(Startup);
-        PROCESS_INFORMATION Process{};
-        if (!::CreateProcessA(nullptr, Command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                              &Startup, &Process))
-            return;
-        const framework::KernelHandle Handle(Process.hProcess);
-        const framework::KernelHandle Thread(Process.hThread);
-        ::WaitForSingleObject(Handle.Get(), 5000);
-    }
-    using Translate = std::function<std::string(const std::string&)>;
-    /// The translation of a name for `ln`; none when this is not Wine.
-    static Translate Unix();
-
-    std::string Link_;
-};
-
-FolderLink::Translate FolderLink::Unix() {
-    using Function = char*(__cdecl*)(const wchar_t*);
-    const auto Get = reinterpret_cast<Function>(reinterpret_cast<void*>(
-        ::GetProcAddress(::GetModuleHandleA("kernel32.dll"), "wine_get_unix_file_name")));
-    if (Get == nullptr)
-        return nullptr;
-    return [Get](const std::string& Name) {
-        char* const Found = Get(framework::ToWide(Name).c_str());
-        const std::string Result = Found == nullptr ? "" : Found;
-        if (Found != nullptr)
-            ::HeapFree(::GetProcessHeap(), 0, Found);
-        return Result;
-    };
-}
-
 TEST(Links, KeepWhatLiesBehindThem) {
     const TempFolder Folder;
     Folder.MakeFolder("elsewhere");
@@ -217,7 +162,7 @@ TEST(Links, KeepWhatLiesBehindThem) {
     Folder.MakeFolder("dir");
     Folder.MakeFolder("dir\\sub");
     const std::string Ordinary = Folder.MakeFile("dir\\a.txt");
-    const FolderLink Link(Folder / "dir\\sub\\link", Folder / "elsewhere");
+    tests::MakeLink(Folder / "dir\\sub", "link", "../../elsewhere");
     ASSERT_TRUE(FileExists(Folder / "dir\\sub\\link\\precious.txt")) << "no link was made";
 
     EXPECT_FALSE(RevoveDirExt(Folder / "dir"));
