@@ -12,6 +12,7 @@
 #include "framework/base/exceptions.h"
 #include "framework/base/file_functions.h"
 #include "framework/base/files.h"
+#include "framework/base/paths.h"
 #include "framework/base/text_file.h"
 
 namespace tandrel {
@@ -24,8 +25,19 @@ constexpr const char* AdminFiles[] = {
     "Entries.Log", "Entries.Static", "Tag",           "Template",   "Notify",            "Baserev",
 };
 
+bool IsLink(const std::string& path) {
+    return (::GetFileAttributesA(path.c_str()) & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+}
+
 bool IsOwnOrParent(const framework::TSearchRec& entry) {
     return entry.Name == "." || entry.Name == "..";
+}
+
+/// The client's folder, in its records, for the texts that edited files had before.
+constexpr const char* BaseDirectoryName = "Base";
+
+void RemoveFolder(const std::string& path) {
+    if (!::RemoveDirectoryA(path.c_str())) throw framework::EInOutError(::GetLastError(), path);
 }
 
 /// Whether the name leads to a folder in the repository, and not to the repository itself or out of
@@ -83,7 +95,14 @@ void TCvsObject::TryDeleteFile(const std::string& Dir, const std::string& Name) 
 
 bool TCvsObject::DeleteAdminDirectory(const std::string& Dir) {
     for (const char* name : AdminFiles) TryDeleteFile(Dir, name);
-    if (!::RemoveDirectoryA(Dir.c_str())) throw framework::EInOutError(::GetLastError(), Dir);
+    const std::string base = SlashSep(Dir, BaseDirectoryName);
+    if (framework::DirectoryExists(base) && !IsLink(base)) {
+        std::vector<std::string> texts;
+        CreateCopyList(base, texts);
+        for (const std::string& path : texts) TryDeleteFile(base, framework::ExtractFileName(path));
+        RemoveFolder(base);
+    }
+    RemoveFolder(Dir);
     return true;
 }
 
@@ -157,7 +176,8 @@ void TCvsObject::SavePreferences(HKEY RootKey, const std::string& Key) {
     TCustomCvsObj::SavePreferences(RootKey, Key);
     framework::TRegistry registry(RootKey);
     if (!registry.OpenKey(Key, true))
-        throw framework::ERegistryError("The registry key " + Key + " cannot be opened for writing");
+        throw framework::ERegistryError("The registry key " + Key +
+                                        " cannot be opened for writing");
     registry.WriteString("PRUNE", PruneEmptyDirs ? "1" : "0");
     if (!CVS_RSH_.empty()) registry.WriteString("CVS_RSH", CVS_RSH_);
 }

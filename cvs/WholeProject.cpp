@@ -139,7 +139,8 @@ bool TCvsObject::Place() {
     }
     const bool complete = BringFilesBack();
     // The last that the user heard of them is that they were moved aside.
-    if (complete && !checkedOut) MessageProc("Your files are in directory(%s)", {WorkingDirectory()});
+    if (complete && !checkedOut)
+        MessageProc("Your files are in directory(%s)", {WorkingDirectory()});
     if (raised) std::rethrow_exception(raised);
     Load_WorkDirTree();
     return complete && checkedOut;
