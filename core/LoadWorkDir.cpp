@@ -34,12 +34,12 @@ private:
 /// are asked for one by one.
 class TIconCache {
 public:
-    int IconOf(const std::string& path, const std::string& name, bool isDirectory) {
+    int IconOf(const std::string& dir, const std::string& name, bool isDirectory) {
         const std::string kind = isDirectory ? "\\" : ExtensionOf(name);
-        for (const char* own : {".EXE", ".ICO", ".CUR", ".LNK"})
-            if (kind == own) return GetShellImage(path, false, false);
+        for (const std::string_view own : {".EXE", ".ICO", ".CUR", ".LNK"})
+            if (kind == own) return GetShellImage(SlashSep(dir, name), false, false);
         const auto [icon, isNew] = Icons_.try_emplace(kind, 0);
-        if (isNew) icon->second = GetShellImage(path, false, false);
+        if (isNew) icon->second = GetShellImage(SlashSep(dir, name), false, false);
         return icon->second;
     }
 
@@ -50,6 +50,18 @@ private:
     }
 
     std::unordered_map<std::string, int> Icons_;
+};
+
+/// Marks a tree for as long as the hooks complete it.
+class TJustListed {
+public:
+    TJustListed(TWorkDirTree& tree, bool listed) : Tree_(tree) { Tree_.JustListed = listed; }
+    ~TJustListed() { Tree_.JustListed = false; }
+    TJustListed(const TJustListed&) = delete;
+    TJustListed& operator=(const TJustListed&) = delete;
+
+private:
+    TWorkDirTree& Tree_;
 };
 
 bool IsMissingFile(const framework::EInOutError& error) {
@@ -64,7 +76,12 @@ public:
     explicit TWorkDirLoader(TCustomCvsObj& obj) : Obj_(obj) {}
 
     void Load(TWorkDirTree& tree, const std::string& dir) {
-        Contained([&] { ListFolder(tree, dir); });
+        bool listed = false;
+        Contained([&] {
+            ListFolder(tree, dir);
+            listed = true;
+        });
+        const TJustListed complete(tree, listed);
         Contained([&] { Obj_.ReadCVSInfo(tree, dir); });
         Contained([&] { Obj_.ReadCVS_SystemFile(tree, dir); });
     }
@@ -87,7 +104,7 @@ private:
         item.Directory = dir;
         item.Name = entry.Name;
         item.IsDirectory = entry.IsDirectory();
-        item.ImageIndex = Icons_.IconOf(SlashSep(dir, entry.Name), entry.Name, item.IsDirectory);
+        item.ImageIndex = Icons_.IconOf(dir, entry.Name, item.IsDirectory);
         item.Included = true;
         item.FileDate = UTCToLocalTime(entry.LastWriteTime, Zone_);
         return item;

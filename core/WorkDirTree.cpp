@@ -25,7 +25,8 @@ TWorkDirItem::TWorkDirItem(TWorkDirTree& owner)
 TWorkDirItem::~TWorkDirItem() = default;
 
 TWorkDirItem* TWorkDirItem::ItemExist(std::string_view Dir, std::string_view Name_) {
-    return framework::SameText(Directory, Dir) && framework::SameText(Name, Name_) ? this : nullptr;
+    // Names mostly differ, folders mostly do not.
+    return framework::SameText(Name, Name_) && framework::SameText(Directory, Dir) ? this : nullptr;
 }
 
 void TWorkDirItem::SaveIgnore(const std::string& FileName) const {

@@ -82,6 +82,10 @@ public:
     /// EInOutError.
     void SaveIgnore(const std::string& FileName) const;
 
+    /// True while a load completes a folder that it has just listed: what is not here is not in the
+    /// folder either, and nobody needs to ask the disk for it.
+    bool JustListed = false;
+
 private:
     TCustomCvsObj* CvsObj_;
 };

@@ -3,6 +3,7 @@
 #include "cvs/AdminFiles.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <unordered_map>
 
 #include "core/Cvs_time.h"
@@ -45,16 +46,35 @@ public:
     TFolderIndex(const TWorkDirTree& tree, const std::string& dir) {
         Items_.reserve(static_cast<std::size_t>(tree.Count()));
         for (TWorkDirItem& item : tree)
-            if (framework::SameText(item.Directory, dir))
-                Items_.try_emplace(framework::UpperCase(item.Name), &item);
+            if (item.Directory == dir || framework::SameText(item.Directory, dir))
+                Items_.try_emplace(item.Name, &item);
     }
     TWorkDirItem* Find(std::string_view name) const {
-        const auto found = Items_.find(framework::UpperCase(name));
+        const auto found = Items_.find(name);
         return found == Items_.end() ? nullptr : found->second;
     }
 
 private:
-    std::unordered_map<std::string, TWorkDirItem*> Items_;
+    /// Asking the system for each name in upper case would take longer than all the rest: letters
+    /// beyond ASCII are only told apart when the names are compared.
+    struct THash {
+        std::size_t operator()(std::string_view name) const {
+            std::uint32_t hash = 2166136261u;
+            for (const char c : name) {
+                const auto code = static_cast<unsigned char>(c);
+                const bool isLower = code >= 'a' && code <= 'z';
+                hash = (hash ^ (code >= 0x80 ? 0x80u : isLower ? code - 0x20u : code)) * 16777619u;
+            }
+            return hash;
+        }
+    };
+    struct TSameName {
+        bool operator()(std::string_view a, std::string_view b) const {
+            return framework::SameText(a, b);
+        }
+    };
+
+    std::unordered_map<std::string_view, TWorkDirItem*, THash, TSameName> Items_;
 };
 
 }  // namespace
@@ -142,6 +162,7 @@ void TCvsObject::ReadCVSInfo(TWorkDirTree& Tree, const std::string& Dir) {
 }
 
 void TCvsObject::ReadCVS_SystemFile(TWorkDirTree& Tree, const std::string& Dir) {
+    if (Tree.JustListed && !Tree.ItemExist(Dir, IgnoreFileName)) return;
     auto file = framework::TTextFile::Reset(SlashSep(Dir, IgnoreFileName));
     const TFolderIndex index(Tree, Dir);
     for (std::string line; file.ReadLine(line);)

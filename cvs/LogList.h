@@ -1,8 +1,9 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
-#include <unordered_map>
+#include <vector>
 
 #include "framework/base/collection.h"
 
@@ -30,7 +31,18 @@ public:
     TLogClass* Add(std::string_view name, std::string_view value, bool isLabel);
 
 private:
-    std::unordered_map<std::string_view, TLogClass*> Index_;  // refers to the items' names
+    /// A place in the index. Places of the standard maps are blocks of their own all over the
+    /// memory, and then a list of twice the length takes more than twice the time.
+    struct TSlot {
+        std::size_t Hash = 0;
+        TLogClass* Item = nullptr;
+    };
+    /// Where the name is, or where it belongs.
+    std::size_t SlotOf(std::string_view name, std::size_t hash) const;
+    /// Makes room for one more; at least half of the index stays free.
+    void Widen();
+
+    std::vector<TSlot> Index_;  // none, or a power of two
 };
 
 /// Whether the object's list of symbolic names holds the name, upper and lower case alike.
