@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace bench {
@@ -30,27 +31,54 @@ inline double Median(std::vector<double> values) {
     return values[values.size() / 2];
 }
 
-/// Collects comparisons of two times and prints them as one table.
+using TTurn = std::pair<double, double>;  ///< The times of two actions, one after the other.
+
+/// The turn with the median ratio. The weather of a machine that others use, too, changes all times
+/// and hardly a ratio.
+inline TTurn MedianOf(std::vector<TTurn> turns) {
+    const auto middle = turns.begin() + static_cast<std::ptrdiff_t>(turns.size() / 2);
+    std::ranges::nth_element(turns, middle, {},
+                             [](const TTurn& turn) { return turn.first / turn.second; });
+    return *middle;
+}
+
+/// Lets two actions take turns.
+template <class Action, class Other>
+TTurn MedianTurn(int count, Action action, Other other) {
+    std::vector<TTurn> turns;
+    for (int i = 0; i < count; ++i) {
+        const double time = Time(action);
+        turns.emplace_back(time, Time(other));
+    }
+    return MedianOf(std::move(turns));
+}
+
+/// Collects comparisons of two times, or two other quantities, and prints them as one table.
 class TTable {
 public:
     /// @param limit what `measured` may be at most, as a multiple of `baseline`; 0 for no limit.
-    void Add(std::string what, double measured, std::string than, double baseline, double limit) {
-        Rows_.push_back({std::move(what), measured, std::move(than), baseline, limit});
+    /// @param unit of both.
+    void Add(std::string what, double measured, std::string than, double baseline, double limit,
+             const char* unit = "ms") {
+        Rows_.push_back({std::move(what), measured, std::move(than), baseline, limit, unit});
         std::fprintf(stderr, "measured: %s\n", Rows_.back().What.c_str());
     }
     /// Prints all rows; true when no limit is exceeded.
     bool Print() const {
         bool good = true;
-        std::printf("%-44s %10s  %-44s %10s %7s %7s\n", "measured", "ms", "compared with", "ms",
+        std::printf("%-45s %13s  %-44s %13s %7s %7s\n", "measured", "", "compared with", "",
                     "ratio", "limit");
         for (const TRow& row : Rows_) {
             const double ratio = row.Measured / row.Baseline;
             const bool exceeded = row.Limit > 0 && ratio > row.Limit;
             good = good && !exceeded;
-            std::printf("%-44s %10.1f  %-44s %10.1f %7.2f ", row.What.c_str(), row.Measured,
-                        row.Than.c_str(), row.Baseline, ratio);
+            // Small quantities with more places.
+            const int places = row.Baseline < 10 ? 2 : 1;
+            std::printf("%-45s %10.*f %s  %-44s %10.*f %s %7.3f ", row.What.c_str(), places,
+                        row.Measured, row.Unit, row.Than.c_str(), places, row.Baseline, row.Unit,
+                        ratio);
             if (row.Limit > 0)
-                std::printf("%7.2f%s\n", row.Limit, exceeded ? " !" : "");
+                std::printf("%7.3f%s\n", row.Limit, exceeded ? " !" : "");
             else
                 std::printf("%7s\n", "-");
         }
@@ -63,6 +91,7 @@ private:
         double Measured;
         std::string Than;
         double Baseline, Limit;
+        const char* Unit;
     };
     std::vector<TRow> Rows_;
 };
@@ -70,5 +99,7 @@ private:
 /// The measurements, each adding its rows.
 void MeasureRunner(TTable& table);
 void MeasureCommands(TTable& table);
+void MeasureWorkingCopy(TTable& table);
+void MeasureLog(TTable& table);
 
 }  // namespace bench
