@@ -55,15 +55,19 @@ public:
     }
 
 private:
-    /// Asking the system for each name in upper case would take longer than all the rest: letters
-    /// beyond ASCII are only told apart when the names are compared.
+    /// Names are mostly ASCII, and asking the system for each in upper case would take longer than
+    /// all the rest.
     struct THash {
         std::size_t operator()(std::string_view name) const {
+            const bool isAscii = std::ranges::all_of(
+                name, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+            return isAscii ? OfUpper(name) : OfUpper(framework::UpperCase(name));
+        }
+        static std::size_t OfUpper(std::string_view name) {
             std::uint32_t hash = 2166136261u;
             for (const char c : name) {
                 const auto code = static_cast<unsigned char>(c);
-                const bool isLower = code >= 'a' && code <= 'z';
-                hash = (hash ^ (code >= 0x80 ? 0x80u : isLower ? code - 0x20u : code)) * 16777619u;
+                hash = (hash ^ (code >= 'a' && code <= 'z' ? code - 0x20u : code)) * 16777619u;
             }
             return hash;
         }
