@@ -90,9 +90,10 @@ int main(int count, char** arguments) {
         const std::string input = ReadInput('\r', number(1));
         Write("answer:" + input.substr(0, input.find('\0')) + ";" + std::to_string(input.size()));
     } else if (mode == "never-read") {
-        // Each write is one chunk for the reader, as long as it keeps up.
+        // Each write is one chunk for the reader, as long as it keeps up; together they are more
+        // than a pipe holds.
         for (int i = number(1); i > 0; --i) {
-            Write("not a question\r\n");
+            Write(std::string(1000, '.') + "\r\n");
             ::Sleep(2);
         }
     } else if (mode == "arguments") {
