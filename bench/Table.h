@@ -42,13 +42,16 @@ inline TTurn MedianOf(std::vector<TTurn> turns) {
     return *middle;
 }
 
-/// Lets two actions take turns.
+/// Lets two actions take turns. Each is as often the first, so that weather that grows better or
+/// worse favours none.
 template <class Action, class Other>
 TTurn MedianTurn(int count, Action action, Other other) {
     std::vector<TTurn> turns;
     for (int i = 0; i < count; ++i) {
-        const double time = Time(action);
-        turns.emplace_back(time, Time(other));
+        TTurn& turn = turns.emplace_back();
+        if (i % 2 == 0) turn.first = Time(action);
+        turn.second = Time(other);
+        if (i % 2 != 0) turn.first = Time(action);
     }
     return MedianOf(std::move(turns));
 }

@@ -18,7 +18,8 @@ namespace bench {
 namespace {
 
 constexpr int FilesPerFolder = 20;
-constexpr int Turns = 9;
+constexpr int LoadTurns = 15;
+constexpr int WorkTurns = 7;
 
 constexpr DWORD ClientDeadline = 600000;
 
@@ -181,7 +182,7 @@ void MeasureLoad(TTable& table, const support::TTempFolder& folder) {
     const auto load = [&] { model.Load(); };
     const auto walk = [&] { Require(BareWalk(copy.Path) == copy.Files, "a walk is not right"); };
     walk();
-    const auto [whole, bare] = MedianTurn(Turns, load, walk);
+    const auto [whole, bare] = MedianTurn(LoadTurns, load, walk);
     table.Add(LoadOfMany, whole, "bare walk that reads each Entries", bare, 1.5);
     table.Add("heap that the model takes for each file", used / 1024 / copy.Files, "allowed", 1, 1,
               "KB");
@@ -197,7 +198,7 @@ void MeasureLoad(TTable& table, const support::TTempFolder& folder) {
         TModel otherModel(other);
         otherModel.Load();
         otherModel.Check();
-        const auto [time, timeOfOther] = MedianTurn(Turns, load, [&] { otherModel.Load(); });
+        const auto [time, timeOfOther] = MedianTurn(LoadTurns, load, [&] { otherModel.Load(); });
         add(time, timeOfOther);
     };
     compare({folder / "half", repository, 500, FilesPerFolder}, [&](double time, double ofHalf) {
@@ -284,7 +285,7 @@ void MeasureFileWork(TTable& table, const support::TTempFolder& folder) {
           {&TFileWork::BringBackSame, "MoveFileExt2, there already"},
           {&TFileWork::SaveIgnore, "SaveIgnore"}}) {
         std::vector<TTurn> turns;
-        for (int i = 0; i < Turns; ++i) {
+        for (int i = 0; i < WorkTurns; ++i) {
             const double time = (whole.*work)();
             turns.emplace_back(time, (half.*work)());
         }
