@@ -7,6 +7,7 @@
 #include <fstream>
 #include <functional>
 #include <map>
+#include <utility>
 
 #include "framework/base/exceptions.h"
 #include "framework/base/file_functions.h"
@@ -534,7 +535,7 @@ TEST_F(WholeProject, PullsByCheckOutOrExport) {
     EXPECT_FALSE(Obj.PullProjectAccepted());
 }
 
-TEST_F(WholeProject, ReleasesAWorkingCopy) {
+TEST_F(WholeProject, ReleasesWithTheUsersAnswerOrByForce) {
     const std::string copy = Sandbox.CheckOut("work");
     Obj.Set_WorkingDirectory(copy);
     int releasing = 0;
@@ -543,32 +544,35 @@ TEST_F(WholeProject, ReleasesAWorkingCopy) {
         EXPECT_EQ(Obj.Operation, otRelease);
         ++releasing;
     };
-    Obj.ReleaseDelete = true;
-    for (const char* button : {"BitBtn2", "BitBtn1"}) {  // no, yes
+    std::string command;
+    When("Release directory", [&] {
+        command = std::exchange(Obj.CommandLine, " ask 2");
+        Obj.CvsExecutable = support::FakeClient();
+    });
+    // All that is said before the end counts as a question; this host lets one be asked.
+    When("Are you sure? ", [&] { Obj.AnswerPrompts = false; });
+    struct {
+        const char *Button, *Answer;
+    } const cases[] = {{"BitBtn1", "Yes"}, {"BitBtn2", "No"}, {nullptr, "Yes"}};
+    for (const auto& [button, answer] : cases) {
         Obj.Messages.Clear();
-        tests::ExpectForm("CVS confirmation",
-                          [&](framework::TForm& form) { tests::Click(form, button); });
-        When("", [this] {
-            // One question is enough; what comes then is the answer to it.
-            if (WasSaid("Are you sure")) Obj.AnswerPrompts = false;
-        });
-        const bool released = std::string(button) == "BitBtn1";
+        Obj.ReleaseDelete = Obj.ReleaseForce = button == nullptr;
+        if (button)
+            tests::ExpectForm("CVS confirmation", [&](framework::TForm& form) {
+                EXPECT_NE(tests::TextOf(form, "Label1").find("Are you sure? "), std::string::npos);
+                tests::Click(form, button);
+            });
         EXPECT_TRUE(Obj.ReleaseAccepted()) << Obj.Messages.All();
+        EXPECT_EQ(command, button ? " release mod" : " release -d -f mod");
         EXPECT_TRUE(Obj.Messages.All().starts_with("Release directory(" + copy + ")  \r\n"));
-        EXPECT_EQ(DirectoryExists(copy), !released);
+        EXPECT_TRUE(WasSaid(std::string("answer:") + answer + "\r\n;")) << Obj.Messages.All();
         EXPECT_FALSE(Obj.AnswerPrompts);
     }
-    EXPECT_EQ(releasing, 2);
+    EXPECT_EQ(releasing, 3);
 }
 
-TEST_F(WholeProject, ReleasesByForceWithoutAQuestion) {
+TEST_F(WholeProject, LeavesNoAnswerToTheNextCommand) {
     Obj.Set_WorkingDirectory(Sandbox.CheckOut("work"));
-    Obj.ReleaseForce = true;
-    EXPECT_TRUE(Obj.ReleaseAccepted()) << Obj.Messages.All();
-    EXPECT_TRUE(WasSaid("***Enter Yes/No***"));
-    EXPECT_FALSE(WasSaid("aborted")) << Obj.Messages.All();
-    EXPECT_FALSE(Obj.AnswerPrompts);
-    // What was not run does not leave the next command an answer, either.
     When("Release directory", [] { throw framework::EAbort(); });
     EXPECT_THROW(Obj.ReleaseAccepted(), framework::EAbort);
     EXPECT_FALSE(Obj.AnswerPrompts);
