@@ -221,6 +221,18 @@ private:
     bool OsMoveFilesFlag_ = false;
 };
 
+/// Sets a flag for one call: it is clear afterwards, whether the call has used it up or not.
+class TFlagForCall {
+public:
+    explicit TFlagForCall(std::atomic<bool>& flag) : Flag_(flag) { Flag_ = true; }
+    ~TFlagForCall() { Flag_ = false; }
+    TFlagForCall(const TFlagForCall&) = delete;
+    TFlagForCall& operator=(const TFlagForCall&) = delete;
+
+private:
+    std::atomic<bool>& Flag_;
+};
+
 /// Collects a version-control object's raw output while it lives.
 class TOutputCapture {
 public:

@@ -48,6 +48,7 @@ public:
     void LoadPreferences(HKEY RootKey, const std::string& Key) override;
     void SavePreferences(HKEY RootKey, const std::string& Key) override;
     void ProcessConfirm(const std::string& Output, std::string& Answer) override;
+    bool CreateLocalRepository() override;
     bool PlaceProject() override;
     bool PullProject() override;
     /// Takes the client's records off the working directory, and the module out of a local
@@ -69,9 +70,15 @@ public:
     bool Export_cmd(bool Interactive) override;
     bool History() override;
     bool Log() override;
+    /// Only for a password server, whose question is answered with Password.
+    bool Login(bool Interactive) override;
+    /// Only for a password server.
+    bool Logout(bool Interactive) override;
     bool Rdiff() override;
     bool Create_Rtag(bool Interactive) override;
+    bool Del_Rtag(bool Interactive) override;
     bool Create_Tag(bool Interactive) override;
+    bool Del_Tag(bool Interactive) override;
     bool Unedit() override;
     bool watch() override;
     bool Watchers() override;
@@ -85,6 +92,8 @@ public:
     bool LogFile(const std::string& FileName) override;
     /// The log of the whole module, from the repository.
     bool RLog();
+    /// Update, with its options from a dialog.
+    bool UpdateSpecial();
 
     // What is left of an operation when its dialog has been accepted.
 
@@ -93,6 +102,8 @@ public:
     /// Raises EOSError when the backup cannot be made.
     bool PlaceProjectAccepted();
     bool PullProjectAccepted();
+    bool CreateLocalRepositoryAccepted();
+    bool UpdateSpecialAccepted();
     bool ReleaseAccepted();
 
     /// Fills LogListA from the log of the selected files, or of the module when there is no working
@@ -143,8 +154,13 @@ public:
     TBeforeOperationEvent OnPullProject;
     TBeforeOperationEvent OnCommit;
     TBeforeOperationEvent OnCreateLabel;
+    TBeforeOperationEvent OnDeleteLabel;
     TBeforeOperationEvent OnCreateBranch;
+    TBeforeOperationEvent OnDeleteBranch;
+    TBeforeOperationEvent OnUpdate;  ///< Of UpdateSpecial.
     TBeforeOperationEvent OnRelease;
+    TBeforeOperationEvent OnLogin;
+    TBeforeOperationEvent OnLogout;
     TBeforeOperationEvent OnDiff;
 
     TLogList LogListA;  ///< Symbolic names of the project.

@@ -5,6 +5,7 @@
 #include "cvs/Cvstempl.h"
 #include "cvs/Dialogs.h"
 #include "framework/base/exceptions.h"
+#include "framework/base/system_time.h"
 
 namespace tandrel {
 namespace {
@@ -198,6 +199,69 @@ bool TCvsObject::Create_Tag(bool Interactive) {
     TCustomCvsObj::Create_Tag(Interactive);
     if (Interactive) return NoDialog();
     if (OnCreateLabel) OnCreateLabel(*this);
+    return Run();
+}
+
+bool TCvsObject::Del_Rtag(bool Interactive) {
+    TCustomCvsObj::Del_Rtag(Interactive);
+    if (Interactive) return NoDialog();
+    TagDelete = true;
+    if (OnDeleteBranch) OnDeleteBranch(*this);
+    return Run();
+}
+
+bool TCvsObject::Del_Tag(bool Interactive) {
+    TCustomCvsObj::Del_Tag(Interactive);
+    if (Interactive) return NoDialog();
+    TagDelete = true;
+    if (OnDeleteLabel) OnDeleteLabel(*this);
+    return Run();
+}
+
+// --- the repository ---------------------------------------------------------------------------
+
+bool TCvsObject::CreateLocalRepository() {
+    TCustomCvsObj::CreateLocalRepository();
+    return NoDialog();
+}
+
+bool TCvsObject::CreateLocalRepositoryAccepted() {
+    TCustomCvsObj::CreateLocalRepository();
+    const bool done = Run([this] { MessageProc("Creating new repository (%s)", {CVSROOT()}); });
+    ShowResult("CVS init", "CVS init " + CVSROOT());
+    return done;
+}
+
+bool TCvsObject::UpdateSpecial() {
+    MergeSpec.Date1 = MergeSpec.Date2 = framework::Now();
+    return NoDialog();
+}
+
+bool TCvsObject::UpdateSpecialAccepted() {
+    if (OnUpdate) OnUpdate(*this);
+    return Update();
+}
+
+bool TCvsObject::Login(bool Interactive) {
+    TCustomCvsObj::Login(Interactive);
+    if (Interactive) return NoDialog();
+    if (ConnectionType != cnPServer) {
+        MessageProc("Loging in is required for pserver  authentication only");
+        return false;
+    }
+    if (OnLogin) OnLogin(*this);
+    const TFlagForCall answers(AnswerPrompts);
+    return Run();
+}
+
+bool TCvsObject::Logout(bool Interactive) {
+    TCustomCvsObj::Logout(Interactive);
+    if (Interactive) return NoDialog();
+    if (ConnectionType != cnPServer) {
+        MessageProc("Logout is required for pserver  authentication only");
+        return false;
+    }
+    if (OnLogout) OnLogout(*this);
     return Run();
 }
 

@@ -1,6 +1,5 @@
 // Placing a project into a repository, pulling one out, releasing a working copy.
 
-#include <atomic>
 #include <exception>
 
 #include "core/Cvs_files.h"
@@ -45,12 +44,7 @@ bool TCvsObject::Release() {
 bool TCvsObject::ReleaseAccepted() {
     TCustomCvsObj::Release();
     if (OnRelease) OnRelease(*this);
-    // A command that was not run does not use it up.
-    const struct TOneShot {
-        std::atomic<bool>& Flag;
-        ~TOneShot() { Flag = false; }
-    } answers{AnswerPrompts};
-    AnswerPrompts = true;
+    const TFlagForCall answers(AnswerPrompts);
     return Run([this] { MessageProc("Release directory(%s)  ", {WorkingDirectory()}); });
 }
 

@@ -42,13 +42,13 @@ protected:
 TEST_F(ProgressForm, StaysHiddenDuringAShortRun) {
     bool seen = false;
     Obj.OnMessage = [&](framework::TObject*, const std::string&) { seen = seen || FormVisible(); };
-    Obj.Run("say-and-sleep x 700");
+    Obj.Run("say-and-sleep x 300");
     EXPECT_FALSE(seen);
     EXPECT_FALSE(FormVisible());
 }
 
 TEST_F(ProgressForm, ShowsAfterAQuietSecondWithItsPartsInPlace) {
-    Obj.Run("say-and-sleep x 1500");
+    Obj.Run("say-and-sleep x 2500");
     ASSERT_TRUE(FormVisible()) << "it stays for a moment after the run";
     TVcs_ProgressForm& form = *Form();
     EXPECT_EQ(form.Text(), "VCS progress");
@@ -84,12 +84,12 @@ TEST_F(ProgressForm, CancelMarksTheRunItShows) {
     for (const char* run : {"first", "second"}) {
         SCOPED_TRACE(run);
         {
-            const TDuringRun press(1300, [&] {
+            const TDuringRun press(2500, [&] {
                 ASSERT_TRUE(FormVisible());
                 EXPECT_TRUE(Form()->Enabled());
                 tests::PressKey(*Form(), VK_ESCAPE);
             });
-            Obj.Run("say-and-sleep x 1700");
+            Obj.Run("say-and-sleep x 3500");
         }
         EXPECT_TRUE(marked);
         EXPECT_EQ(Obj.ExitCode, 0) << "the mark is the host's to act on";

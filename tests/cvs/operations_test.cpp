@@ -33,10 +33,12 @@ TEST_F(Operations, CreateARepository) {
     TCvsObject obj;
     const tests::TMessageLog log(obj);
     obj.Path = Sandbox.Folder / "new";
-    EXPECT_FALSE(obj.TCustomCvsObj::CreateLocalRepository());
-    ASSERT_TRUE(obj.ParseCommand());
-    obj.Execute(obj.Get_CurrentProcDirectory());
-    EXPECT_EQ(obj.ExitCode, 0) << log.All();
+    EXPECT_FALSE(obj.CreateLocalRepositoryAccepted()) << "without a root, and no result to show";
+    obj.SetCVSROOT(obj.Path);
+    ExpectResult("CVS init", "CVS init " + obj.Path + " successfuly completed");
+    EXPECT_TRUE(obj.CreateLocalRepositoryAccepted()) << log.All();
+    EXPECT_EQ(log.All(), "CVSROOT variable is not set \r\nCreating new repository (" + obj.Path +
+                             ")\r\n" + Success);
     EXPECT_TRUE(FileExists(obj.Path + "\\CVSROOT\\modules"));
 }
 
@@ -117,6 +119,19 @@ TEST_F(Operations, ADayOnAWorkingCopy) {
     EXPECT_NE(log.find("REL: 1.1.1.1"), std::string::npos) << log;
     EXPECT_NE(log.find("BRANCH: 1.1.1.1.0.2"), std::string::npos) << log;
 
+    std::string events;
+    obj.OnDeleteLabel = [&](TCvsObject&) { events += "label "; };
+    obj.OnDeleteBranch = [&](TCvsObject&) { events += "branch "; };
+    EXPECT_TRUE(obj.Del_Rtag(false));
+    EXPECT_EQ(obj.CommandLine, " rtag -d -B \"BRANCH\" mod");
+    EXPECT_TRUE(obj.TagDelete) << "and stays so";
+    obj.TagName = "REL";
+    // The client refuses to delete a label with the option for branches.
+    obj.TagDeleteBranch = false;
+    EXPECT_TRUE(obj.Del_Tag(false));
+    EXPECT_EQ(events, "branch label ");
+    EXPECT_EQ(Sandbox.Ask("rlog -h mod/a.c").find("REL: "), std::string::npos);
+
     const std::string other = Sandbox.CheckOut("other");
     EXPECT_EQ(Sandbox.Read(other + "\\new\\deep\\d.c"), "d\r\n");
 }
@@ -132,6 +147,10 @@ TEST_F(Operations, UpdateAlwaysShowsItsResult) {
         Format("Update project mod directory(%s) from  repository %s \r\n",
                {copy, Sandbox.Repository})));
     EXPECT_EQ(Sandbox.Read(copy + "\\a.c"), "changed\r\n");
+    ExpectResult("CVS update", "CVS update  \"mod\" successfuly completed");
+    obj.OnUpdate = [](TCvsObject& sender) { sender.ResetSticky = true; };
+    EXPECT_TRUE(obj.UpdateSpecialAccepted());
+    EXPECT_EQ(obj.CommandLine, " update -A -P");
 
     // A file of another project: told, and the form does not call it a success.
     obj.Messages.Clear();
@@ -218,7 +237,9 @@ TEST_F(Operations, FailInTheOpen) {
 
     // Operations whose dialog is missing do nothing when they are to show it.
     obj.Messages.Clear();
-    EXPECT_FALSE(obj.Commit(true) || obj.Create_Tag(true) || obj.Create_Rtag(true));
+    EXPECT_FALSE(obj.Commit(true) || obj.Create_Tag(true) || obj.Create_Rtag(true) ||
+                 obj.Del_Tag(true) || obj.Del_Rtag(true) || obj.Login(true) || obj.Logout(true) ||
+                 obj.UpdateSpecial() || obj.CreateLocalRepository());
     EXPECT_NE(obj.Messages.All(), "");
 }
 

@@ -79,6 +79,13 @@ TEST_F(Prompts, OtherOperationsGetAnEmptyLine) {
     EXPECT_EQ(obj.Messages.All(), "");
 }
 
+TEST_F(Prompts, OnlyAPasswordServerKnowsLogins) {
+    TSandboxObject obj(Sandbox, Copy);
+    EXPECT_FALSE(obj.Login(false) || obj.Logout(false));
+    EXPECT_EQ(obj.Messages.All(), "Loging in is required for pserver  authentication only\r\n"
+                                  "Logout is required for pserver  authentication only\r\n");
+}
+
 std::string Surroundings(const char* name) {
     const char* const value = std::getenv(name);
     if (!value) ADD_FAILURE() << name << " is not set: ./test starts the password server";
@@ -96,16 +103,17 @@ TEST_F(Prompts, LoginAnswersThePasswordServer) {
     obj.SetCVSROOT(CompileCVSROOT(cnPServer, obj.Server, obj.UserName, "", "", obj.Path));
     obj.Set_WorkingDirectory("");
     obj.Set_ServerOnline(true);
-    obj.TCustomCvsObj::Login(false);
+    std::string events;
+    obj.OnLogin = [&](TCvsObject&) { events += "in "; };
+    obj.OnLogout = [&](TCvsObject&) { events += "out "; };
     obj.Password = "a wrong one";
-    Run(obj);
-    EXPECT_NE(obj.ExitCode, 0);
+    EXPECT_FALSE(obj.Login(false));
+    EXPECT_FALSE(obj.AnswerPrompts);
     EXPECT_NE(obj.Messages.All().find("authorization failed"), std::string::npos)
         << obj.Messages.All();
     obj.Password = Surroundings("TANDREL_PSERVER_PASSWORD");
     obj.Messages.Clear();
-    Run(obj);
-    EXPECT_EQ(obj.ExitCode, 0) << obj.Messages.All();
+    EXPECT_TRUE(obj.Login(false)) << obj.Messages.All();
     EXPECT_NE(obj.Messages.All().find("CVS password: "), std::string::npos);
 
     // From here on the server lets the client in without asking.
@@ -115,9 +123,8 @@ TEST_F(Prompts, LoginAnswersThePasswordServer) {
     EXPECT_TRUE(obj.CheckOut(false)) << obj.Messages.All();
     EXPECT_TRUE(framework::FileExists(Sandbox.Folder / "remote\\CVSROOT\\modules"));
 
-    obj.Operation = otLogout;
-    Run(obj);
-    EXPECT_EQ(obj.ExitCode, 0);
+    EXPECT_TRUE(obj.Logout(false));
+    EXPECT_EQ(events, "in in out ");
     obj.Messages.Clear();
     EXPECT_FALSE(obj.CheckOut(false)) << "logged out";
 }
