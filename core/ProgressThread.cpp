@@ -39,6 +39,8 @@ struct TProgressThread::TChild {
     framework::KernelHandle Process;
     framework::KernelHandle Output;  // what the child writes
     framework::KernelHandle Input;   // what the child reads
+    framework::KernelHandle Unread;  // the other end of Input, to see what is left in it
+    bool EndPending = false;         // the carriage return of the last answer is still to be written
 };
 
 TProgressThread::TProgressThread(bool createSuspended, TCvsExecuteClass& executeClass)
@@ -83,6 +85,7 @@ void TProgressThread::ExecuteCommand(const std::string& directory) {
         SendMsg(framework::Format("User cancel execute command  %s  ", {Arguments_}));
     child.Output.Reset();
     child.Input.Reset();
+    child.Unread.Reset();
     Obj_.AnswerPrompts = false;
     AwaitEnd(child);
 }
@@ -112,14 +115,39 @@ TProgressThread::TChild TProgressThread::StartChild(const std::string& directory
     const framework::KernelHandle mainThread(information.hThread);
     // The child's ends close here, or the end of its output would never be seen.
     return {framework::KernelHandle(information.hProcess), std::move(output.Read),
-            std::move(input.Write)};
+            std::move(input.Write),
+            Obj_.AnswerPrompts ? std::move(input.Read) : framework::KernelHandle()};
 }
 
-bool TProgressThread::ReadOutput(const TChild& child) {
+void TProgressThread::EndAnswer(TChild& child) {
+    DWORD written = 0;
+    ::WriteFile(child.Input.Get(), "\r", 1, &written, nullptr);
+    child.EndPending = false;
+}
+
+// A client that reads lines looks behind a carriage return at the end of what it got for the line
+// feed, and would wait for it for ever. So the one that ends an answer follows when the answer has
+// been taken; until there is output again nothing is missed meanwhile.
+void TProgressThread::EndAnswerWhenTaken(TChild& child) {
+    constexpr DWORD Interval = 5;  // ms
+    while (child.EndPending && !Obj_.Aborted) {
+        DWORD unread = 0, output = 0;
+        const bool readable = ::PeekNamedPipe(child.Unread.Get(), nullptr, 0, nullptr, &unread, nullptr);
+        if (!readable || unread == 0) EndAnswer(child);
+        if (!::PeekNamedPipe(child.Output.Get(), nullptr, 0, nullptr, &output, nullptr) ||
+            output > 0 ||
+            ::WaitForSingleObject(child.Process.Get(), child.EndPending ? Interval : 0) ==
+                WAIT_OBJECT_0)
+            return;
+    }
+}
+
+bool TProgressThread::ReadOutput(TChild& child) {
     std::array<char, ChunkSize + 1> chunk{};
     std::array<char, AnswerSize + 1> answer{};
     try {
         while (!Obj_.Aborted) {
+            EndAnswerWhenTaken(child);
             DWORD read = 0;
             if (!::ReadFile(child.Output.Get(), chunk.data(), ChunkSize, &read, nullptr))
                 return false;
@@ -135,14 +163,15 @@ bool TProgressThread::ReadOutput(const TChild& child) {
     }
 }
 
-void TProgressThread::AnswerPrompt(const TChild& child, const char* output, char* answer) {
+void TProgressThread::AnswerPrompt(TChild& child, const char* output, char* answer) {
     std::string text;
     framework::Synchronize([&] { Obj_.ProcessConfirm(output, text); });
     const std::size_t length = std::min<std::size_t>(text.size(), AnswerSize);
     *std::copy_n(text.data(), length, answer) = '\0';
+    if (child.EndPending) EndAnswer(child);
     DWORD written = 0;
     ::WriteFile(child.Input.Get(), answer, AnswerSize, &written, nullptr);
-    ::WriteFile(child.Input.Get(), "\r", 1, &written, nullptr);
+    child.EndPending = true;
 }
 
 void TProgressThread::AwaitEnd(TChild& child) {
