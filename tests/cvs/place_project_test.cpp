@@ -250,6 +250,7 @@ TEST_F(PlaceProject, LeavesOtherRecordsAndLinksAside) {
     EXPECT_EQ(Sandbox.Read(Backup + "\\link\\a.c"), "a\r\n");
     EXPECT_EQ(Sandbox.Read(Sandbox.Folder / "outside\\CVS\\Entries"), "/a.c/1.1///\r\n");
     EXPECT_TRUE(WasSaid("Directory(" + Backup + ") is kept, there are files left in it"));
+    tests::RemoveLink(Backup, "link");
 }
 
 TEST_F(PlaceProject, DoesNotMixFoldersOfTheSameNameWithTheRecords) {

@@ -93,6 +93,7 @@ TEST_F(ProjectCopy, ListsFilesButNoFoldersAndNothingBehindLinks) {
         names.push_back(path.starts_with(Copy) ? path.substr(Copy.size() + 1) : path);
     EXPECT_EQ(names, (std::vector<std::string>{"as it was", "b.c", "hidden.c", "read only.c",
                                                "sub\\deep\\d.c", "sub\\e.c"}));
+    tests::RemoveLink(Copy, "link");
 }
 
 // --- records ----------------------------------------------------------------------------------
@@ -179,6 +180,9 @@ TEST_F(ProjectCopy, DoesNotReachThroughLinks) {
     tests::MakeLink(Root + "\\CVS", "Base", "../../other/mod");
     EXPECT_FALSE(Obj.DeleteCVSDirs(Root));
     EXPECT_TRUE(FileExists(other + "\\a.c"));
+    tests::RemoveLink(Copy, "link");
+    tests::RemoveLink(Copy, "CVS");
+    tests::RemoveLink(Root + "\\CVS", "Base");
 }
 
 TEST_F(ProjectCopy, LeavesTheRepositoryWhenItIsNotMeant) {
@@ -435,6 +439,7 @@ TEST_F(MoveFileExt2, ThenEmptyFoldersGo) {
     tests::MakeLink(From("d"), "link", "../../outside");
     EXPECT_FALSE(RemoveEmptyDirs(Folder / "from")) << "a link is not nothing";
     EXPECT_TRUE(FileExists(Folder / "outside\\file") && DirectoryExists(From("d\\link\\empty")));
+    tests::RemoveLink(From("d"), "link");
     framework::ForceDirectories(Folder / "nothing\\at all");
     EXPECT_TRUE(RemoveEmptyDirs(Folder / "nothing"));
     EXPECT_FALSE(DirectoryExists(Folder / "nothing"));

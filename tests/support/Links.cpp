@@ -8,9 +8,11 @@
 
 namespace tests {
 
-// The system's own call reports success here without making a link, so the host's tool makes it.
-void MakeLink(const std::string& folder, const std::string& name, const std::string& target) {
-    std::string command = "Z:\\bin\\ln -s " + target + " " + name;
+namespace {
+
+/// Runs one of the host's tools until the link is there, or is not.
+// The system's own calls report success here without making a link, and delete what it leads to.
+void Run(std::string command, const std::string& folder, const std::string& name, bool made) {
     STARTUPINFOA startup{};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION information{};
@@ -18,9 +20,19 @@ void MakeLink(const std::string& folder, const std::string& name, const std::str
                                  folder.c_str(), &startup, &information));
     const framework::KernelHandle process(information.hProcess), thread(information.hThread);
     const std::string path = folder + "\\" + name;
-    ASSERT_TRUE(PumpUntil(
-        [&] { return ::GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES; }))
-        << path;
+    ASSERT_TRUE(PumpUntil([&] {
+        return (::GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES) == made;
+    })) << path;
+}
+
+}  // namespace
+
+void MakeLink(const std::string& folder, const std::string& name, const std::string& target) {
+    Run("Z:\\bin\\ln -s " + target + " " + name, folder, name, true);
+}
+
+void RemoveLink(const std::string& folder, const std::string& name) {
+    Run("Z:\\bin\\rm " + name, folder, name, false);
 }
 
 }  // namespace tests
