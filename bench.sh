@@ -8,7 +8,7 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 . "$root/scripts/environment.sh"
 
 set_up
-start_environment own
+start_environment 1
 build_preset win32
 await_wine
 mkdir -p "$WINEPREFIX/drive_c/work"

@@ -1,12 +1,10 @@
 # tandrel_add_test(<name> SOURCES <file>... [LIBS <target>...] [LABELS <label>...]
-#                  [TIMEOUT <seconds>] [SERIAL] [NO_MAIN])
+#                  [TIMEOUT <seconds>] [NO_MAIN])
 #
 # Adds the test program <name> to ${CMAKE_BINARY_DIR}/bin; every TEST() in it becomes a test of
-# CTest named <name>.<suite>.<test>, with a time limit of its own (60 seconds unless TIMEOUT says
+# CTest named <name>.<suite>.<test>, with a time limit of its own (240 seconds unless TIMEOUT says
 # otherwise).
 #
-# SERIAL   the tests open windows: no two of them run at a time, in the whole project, because
-#          focus and keys of one would go astray in the other.
 # NO_MAIN  the sources have a main() of their own.
 #
 # The tests are listed when CTest starts, not when the program is linked: a build then needs no
@@ -14,7 +12,7 @@
 include(GoogleTest)
 
 function(tandrel_add_test name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "SERIAL;NO_MAIN" "TIMEOUT" "SOURCES;LIBS;LABELS")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "NO_MAIN" "TIMEOUT" "SOURCES;LIBS;LABELS")
     if(arg_UNPARSED_ARGUMENTS)
         message(FATAL_ERROR "tandrel_add_test(${name}): unknown ${arg_UNPARSED_ARGUMENTS}")
     endif()
@@ -22,7 +20,7 @@ function(tandrel_add_test name)
         message(FATAL_ERROR "tandrel_add_test(${name}): no SOURCES")
     endif()
     if(NOT arg_TIMEOUT)
-        set(arg_TIMEOUT 60)
+        set(arg_TIMEOUT 240)
     endif()
 
     add_executable(${name} ${arg_SOURCES})
@@ -39,9 +37,6 @@ function(tandrel_add_test name)
     endif()
 
     set(properties TIMEOUT ${arg_TIMEOUT})
-    if(arg_SERIAL)
-        list(APPEND properties RESOURCE_LOCK display)
-    endif()
     if(arg_LABELS)
         # A list inside a list: the inner semicolons are escaped.
         string(REPLACE ";" "\\;" labels "${arg_LABELS}")

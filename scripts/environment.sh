@@ -27,18 +27,21 @@ set_up() {
     ensure_products
 }
 
-# start_environment [OWN_DISPLAY]: with "OWN_DISPLAY" empty a display of the user's is used.  Wine gets
-# ready while the caller builds; await_wine before its first use.
+# start_environment [SEATS]: without SEATS there is one, and a display of the user's is used.  Wine
+# gets ready while the caller builds; await_wine before its first use.
 start_environment() {
-    if [ -n "${1:-}" ] || [ -z "${DISPLAY:-}" ]; then start_display; fi
+    if [ -n "${1:-}" ] || [ -z "${DISPLAY:-}" ]; then
+        start_displays "${1:-1}"
+        use_displays
+    fi
     export TANDREL_ENVIRONMENT=1 TZ=UTC
-    fresh_prefix
+    fresh_prefixes "${1:-1}"
     start_wine
 }
 
 if [ "${BASH_SOURCE[0]}" = "$0" ]; then
     set_up
-    start_environment own
+    start_environment "$(nproc)"
     start_pserver
     await_wine
     await "$@"

@@ -33,6 +33,7 @@ i686-w64-mingw32-gcc-posix -O2 -s -o "$WINEPREFIX/drive_c/windows/keep-desktop.e
 
 # Managed=N      no window manager: otherwise every hide of a window stalls for two seconds
 # ThemeActive=0  themed lists are thirty times slower
+# MenuHeight     otherwise anything, and a menu bar fills the screen (in twips, for any resolution)
 # HOME           where cvs.exe keeps .cvspass
 cat >"$WINEPREFIX/drive_c/setup.reg" <<'R'
 REGEDIT4
@@ -43,6 +44,8 @@ REGEDIT4
 "ShowCrashDialog"=dword:00000000
 [HKEY_CURRENT_USER\Software\Microsoft\Windows\CurrentVersion\ThemeManager]
 "ThemeActive"="0"
+[HKEY_CURRENT_USER\Control Panel\Desktop\WindowMetrics]
+"MenuHeight"="-270"
 [HKEY_CURRENT_USER\Software\Wine\Fonts\Replacements]
 "Courier New"="Liberation Mono"
 [HKEY_CURRENT_USER\Environment]

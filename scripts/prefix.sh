@@ -6,50 +6,75 @@
 # what a failed test left behind.  Each checkout has its own; of the 590 MB all but 20 are hard
 # links to the template, which only Wine's own unchanging files may be.
 
-# Exports what emulator.sh wants and leaves it in build/wine.env for use outside of environment.sh.
-fresh_prefix() {
-    local shared=drive_c/windows/system32
-    export TANDREL_WINE=$wine WINEPREFIX=$checkout/prefix
-    "$wine/wineserver32" -k 2>/dev/null || true # of a program started by hand
-    rm -rf "$WINEPREFIX" "$WINEPREFIX.home"
-    mkdir -p "$WINEPREFIX/${shared%/*}" "$WINEPREFIX.home"
-    cp -al "$prefix_template/prefix/$shared" "$WINEPREFIX/$shared" 2>/dev/null || {
-        rm -rf "${WINEPREFIX:?}/$shared" # a file system without hard links
-        cp -a "$prefix_template/prefix/$shared" "$WINEPREFIX/$shared"
-    }
-    cp -an "$prefix_template/prefix/." "$WINEPREFIX/"
+# Tests open windows, and two programs on one screen would take the focus from each other. So there
+# are seats: each has Wine's data, a Wine server and a screen of its own, and room for one program.
+# Seat 1 is the one that "./run" uses.
 
+seat_prefix() { # SEAT
+    if [ "$1" = 1 ]; then echo "$checkout/prefix"; else echo "$checkout/prefix$1"; fi
+}
+
+# Exports what emulator.sh wants and leaves it in build/wine.env for use outside of environment.sh.
+fresh_prefixes() { # SEATS
+    local seat
+    export TANDREL_WINE=$wine TANDREL_SEATS=$1 TANDREL_CHECKOUT=$checkout
+    for ((seat = 1; seat <= $1; seat++)); do fresh_prefix "$seat"; done
+    WINEPREFIX=$(seat_prefix 1)
+    export WINEPREFIX
     printf 'export TANDREL_WINE=%q WINEPREFIX=%q TANDREL_LOCK=%q\n' \
         "$wine" "$WINEPREFIX" "$checkout/lock" >"$root/build/wine.env"
 }
 
+fresh_prefix() { # SEAT
+    local shared=drive_c/windows/system32 prefix
+    prefix=$(seat_prefix "$1")
+    WINEPREFIX=$prefix "$wine/wineserver32" -k 2>/dev/null || true # of a program started by hand
+    rm -rf "$prefix" "$prefix.home"
+    mkdir -p "$prefix/${shared%/*}" "$prefix.home"
+    cp -al "$prefix_template/prefix/$shared" "$prefix/$shared" 2>/dev/null || {
+        rm -rf "${prefix:?}/$shared" # a file system without hard links
+        cp -a "$prefix_template/prefix/$shared" "$prefix/$shared"
+    }
+    cp -an "$prefix_template/prefix/." "$prefix/"
+    : >"$prefix.seat"
+}
+
 # Starts Wine in the background; await_wine says when it can be used.
 #
-# The server of this prefix stays up between programs: a start then takes 30 ms, not a second.  The
+# The server of a prefix stays up between programs: a start then takes 30 ms, not a second.  The
 # first program starts Wine's services and its desktop, which inherit its standard output and error:
 # it must not be one whose output somebody reads to the end.
-keeper_pid=
+keeper_pids=()
 start_wine() {
+    local seat prefix
     at_exit+=(stop_wine)
-    "$wine/wineserver32" -p 9>&-
-    : >"$logs/wine.log"
-    "$root/scripts/emulator.sh" 'C:\windows\keep-desktop.exe' \
-        </dev/null >"$logs/wine.log" 2>&1 9>&- &
-    keeper_pid=$!
+    for ((seat = 1; seat <= TANDREL_SEATS; seat++)); do
+        prefix=$(seat_prefix "$seat")
+        WINEPREFIX=$prefix "$wine/wineserver32" -p 9>&-
+        : >"$logs/wine$seat.log"
+        TANDREL_SEAT=$seat "$root/scripts/emulator.sh" 'C:\windows\keep-desktop.exe' \
+            </dev/null >"$logs/wine$seat.log" 2>&1 9>&- &
+        keeper_pids+=($!)
+    done
 }
 
 await_wine() {
-    local i
-    for ((i = 0; i < 1200; i++)); do
-        ! grep -q ready "$logs/wine.log" || return 0
-        kill -0 "$keeper_pid" 2>/dev/null || break
-        sleep 0.05
+    local i seat
+    for ((seat = 1; seat <= TANDREL_SEATS; seat++)); do
+        for ((i = 0; i < 1200; i++)); do
+            ! grep -q ready "$logs/wine$seat.log" || continue 2
+            kill -0 "${keeper_pids[seat - 1]}" 2>/dev/null || break
+            sleep 0.05
+        done
+        explain "starting Wine" "$logs/wine$seat.log"
     done
-    explain "starting Wine" "$logs/wine.log"
 }
 
-# Ends the server and with it all that still runs in this prefix.  Nobody needs to wait for that:
-# this last process keeps the checkout's lock until it is done.
+# Ends the servers and with them all that still runs in these prefixes.  Nobody needs to wait for
+# that: these last processes keep the checkout's lock until they are done.
 stop_wine() {
-    "$wine/wineserver32" -k </dev/null >/dev/null 2>&1 &
+    local seat
+    for ((seat = 1; seat <= TANDREL_SEATS; seat++)); do
+        WINEPREFIX=$(seat_prefix "$seat") "$wine/wineserver32" -k </dev/null >/dev/null 2>&1 &
+    done
 }

@@ -58,8 +58,8 @@ ensure_products() {
     make_product "$wine" 1200 "setting up a 32-bit Wine" make-wine.sh
     make_product "$cvs_client" 100 "building the client cvs.exe" make-cvs.sh
     if [ ! -d "$prefix_template" ]; then
-        start_display
-        make_product "$prefix_template" 700 "preparing Wine's data" \
+        start_displays 1
+        DISPLAY=${TANDREL_DISPLAYS%% *} make_product "$prefix_template" 700 "preparing Wine's data" \
             make-prefix.sh "$wine" "$cvs_client/cvs.exe"
     else
         make_product "$prefix_template" 0 "" ""

@@ -22,7 +22,7 @@ start_pserver() {
     # socat takes a free port and says in its log which.
     : >"$logs/pserver.log"
     HOME=/ setpriv --pdeathsig TERM socat -d -d TCP-LISTEN:0,bind=127.0.0.1,fork \
-        "EXEC:cvs -f --allow-root=$TANDREL_PSERVER_PATH pserver" \
+        "EXEC:cvs -f --allow-root=$TANDREL_PSERVER_PATH pserver,nofork" \
         </dev/null >"$logs/pserver.log" 2>&1 9>&- &
     pserver_pid=$!
     for ((i = 0; i < 200; i++)); do
