@@ -2,12 +2,12 @@
 
 #include <windows.h>
 
-#include <algorithm>
 #include <array>
 
 #include "core/Customvcs.h"
 #include "core/CvsExecute.h"
 #include "core/Progress_frm.h"
+#include "framework/base/child_pipes.h"
 #include "framework/base/exceptions.h"
 #include "framework/base/format.h"
 #include "framework/base/handle.h"
@@ -17,30 +17,15 @@ namespace tandrel::Progress_frm {
 namespace {
 
 constexpr DWORD ChunkSize = 1023;       // bytes of output handed over at a time
-constexpr DWORD AnswerSize = 1023;      // bytes written to the child for each answer
 constexpr DWORD GraceTime = 1000;       // ms for the child to end after its output
 constexpr DWORD TimeAfterKill = 3000;   // ms until the run counts as over
-
-struct TPipe {
-    framework::KernelHandle Read, Write;
-};
-
-TPipe MakePipe() {
-    SECURITY_ATTRIBUTES inheritable{sizeof inheritable, nullptr, TRUE};
-    TPipe pipe;
-    // Without a pipe the run goes on: the child then simply has nothing to read or write.
-    ::CreatePipe(pipe.Read.Receive(), pipe.Write.Receive(), &inheritable, 0);
-    return pipe;
-}
 
 }  // namespace
 
 struct TProgressThread::TChild {
     framework::KernelHandle Process;
     framework::KernelHandle Output;  // what the child writes
-    framework::KernelHandle Input;   // what the child reads
-    framework::KernelHandle Unread;  // the other end of Input, to see what is left in it
-    bool EndPending = false;         // the carriage return of the last answer is still to be written
+    framework::TAnswerPipe Answers;  // what the child reads
 };
 
 TProgressThread::TProgressThread(bool createSuspended, TCvsExecuteClass& executeClass)
@@ -84,15 +69,15 @@ void TProgressThread::ExecuteCommand(const std::string& directory) {
     if (ReadOutput(child))
         SendMsg(framework::Format("User cancel execute command  %s  ", {Arguments_}));
     child.Output.Reset();
-    child.Input.Reset();
-    child.Unread.Reset();
+    child.Answers = {};
     Obj_.AnswerPrompts = false;
     AwaitEnd(child);
 }
 
 TProgressThread::TChild TProgressThread::StartChild(const std::string& directory) {
-    TPipe output = MakePipe();
-    TPipe input = MakePipe();
+    // Without a pipe the run goes on: the child then simply has nothing to read or write.
+    framework::TPipe output = framework::MakePipe();
+    framework::TPipe input = framework::MakePipe();
     STARTUPINFOA startup{};
     startup.cb = sizeof startup;
     startup.dwFlags = STARTF_USESHOWWINDOW | STARTF_USESTDHANDLES;
@@ -101,10 +86,6 @@ TProgressThread::TChild TProgressThread::StartChild(const std::string& directory
     // One pipe for both, so that errors stand where they were written among the output.
     startup.hStdOutput = output.Write.Get();
     startup.hStdError = output.Write.Get();
-    // A child that never reads would block the writer for ever, and with it the reading of its
-    // output: answers that find no room are dropped, enough of them are waiting already.
-    DWORD mode = PIPE_READMODE_BYTE | PIPE_NOWAIT;
-    ::SetNamedPipeHandleState(input.Write.Get(), &mode, nullptr, nullptr);
     PROCESS_INFORMATION information{};
     std::string commandLine = CommandLine_;  // the system may write to it
     if (!::CreateProcessA(nullptr, commandLine.data(), nullptr, nullptr, TRUE, CREATE_NEW_CONSOLE,
@@ -115,44 +96,22 @@ TProgressThread::TChild TProgressThread::StartChild(const std::string& directory
     const framework::KernelHandle mainThread(information.hThread);
     // The child's ends close here, or the end of its output would never be seen.
     return {framework::KernelHandle(information.hProcess), std::move(output.Read),
-            std::move(input.Write),
-            Obj_.AnswerPrompts ? std::move(input.Read) : framework::KernelHandle()};
-}
-
-void TProgressThread::EndAnswer(TChild& child) {
-    DWORD written = 0;
-    ::WriteFile(child.Input.Get(), "\r", 1, &written, nullptr);
-    child.EndPending = false;
-}
-
-// A client that reads lines looks behind a carriage return at the end of what it got for the line
-// feed, and would wait for it for ever. So the one that ends an answer follows when the answer has
-// been taken; until there is output again nothing is missed meanwhile.
-void TProgressThread::EndAnswerWhenTaken(TChild& child) {
-    constexpr DWORD Interval = 5;  // ms
-    while (child.EndPending && !Obj_.Aborted) {
-        DWORD unread = 0, output = 0;
-        const bool readable = ::PeekNamedPipe(child.Unread.Get(), nullptr, 0, nullptr, &unread, nullptr);
-        if (!readable || unread == 0) EndAnswer(child);
-        if (!::PeekNamedPipe(child.Output.Get(), nullptr, 0, nullptr, &output, nullptr) ||
-            output > 0 ||
-            ::WaitForSingleObject(child.Process.Get(), child.EndPending ? Interval : 0) ==
-                WAIT_OBJECT_0)
-            return;
-    }
+            framework::TAnswerPipe(std::move(input.Write), Obj_.AnswerPrompts
+                                                               ? std::move(input.Read)
+                                                               : framework::KernelHandle())};
 }
 
 bool TProgressThread::ReadOutput(TChild& child) {
     std::array<char, ChunkSize + 1> chunk{};
-    std::array<char, AnswerSize + 1> answer{};
     try {
         while (!Obj_.Aborted) {
-            EndAnswerWhenTaken(child);
+            child.Answers.EndWhenTaken(child.Output.Get(), child.Process.Get(),
+                                       [this] { return Obj_.Aborted.load(); });
             DWORD read = 0;
             if (!::ReadFile(child.Output.Get(), chunk.data(), ChunkSize, &read, nullptr))
                 return false;
             chunk[read] = '\0';
-            if (Obj_.AnswerPrompts) AnswerPrompt(child, chunk.data(), answer.data());
+            if (Obj_.AnswerPrompts) AnswerPrompt(child, chunk.data());
             if ((!Obj_.SuppressOutput || !Obj_.OutputList) && Obj_.OnMessage)
                 SendMsg2(chunk.data());
         }
@@ -163,15 +122,10 @@ bool TProgressThread::ReadOutput(TChild& child) {
     }
 }
 
-void TProgressThread::AnswerPrompt(TChild& child, const char* output, char* answer) {
+void TProgressThread::AnswerPrompt(TChild& child, const char* output) {
     std::string text;
     framework::Synchronize([&] { Obj_.ProcessConfirm(output, text); });
-    const std::size_t length = std::min<std::size_t>(text.size(), AnswerSize);
-    *std::copy_n(text.data(), length, answer) = '\0';
-    if (child.EndPending) EndAnswer(child);
-    DWORD written = 0;
-    ::WriteFile(child.Input.Get(), answer, AnswerSize, &written, nullptr);
-    child.EndPending = true;
+    child.Answers.Answer(text);
 }
 
 void TProgressThread::AwaitEnd(TChild& child) {

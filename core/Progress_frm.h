@@ -48,9 +48,7 @@ private:
     TChild StartChild(const std::string& directory);
     /// Reads until the child closes its output or the run is aborted; true when it was aborted.
     bool ReadOutput(TChild& child);
-    void AnswerPrompt(TChild& child, const char* output, char* answer);
-    void EndAnswer(TChild& child);
-    void EndAnswerWhenTaken(TChild& child);
+    void AnswerPrompt(TChild& child, const char* output);
     void AwaitEnd(TChild& child);
     void SendMsg(const std::string& text);
     void SendMsg2(const char* chunk);

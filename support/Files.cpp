@@ -4,38 +4,16 @@
 
 #include "framework/base/exceptions.h"
 #include "framework/base/files.h"
-#include "framework/base/handle.h"
 #include "framework/base/paths.h"
 
 namespace support {
-namespace {
-
-framework::FileHandle Open(const std::string& path, DWORD access, DWORD disposition) {
-    framework::FileHandle file(::CreateFileA(path.c_str(), access, FILE_SHARE_READ, nullptr,
-                                             disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
-    if (!file) throw framework::EInOutError(::GetLastError(), path);
-    return file;
-}
-
-}  // namespace
 
 void WriteBytes(const std::string& path, std::string_view bytes) {
     framework::ForceDirectories(framework::ExtractFileDir(path));
-    const auto file = Open(path, GENERIC_WRITE, CREATE_ALWAYS);
-    DWORD written = 0;
-    if (!::WriteFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr))
-        throw framework::EInOutError(::GetLastError(), path);
+    framework::WriteFileBytes(path, bytes);
 }
 
-std::string ReadBytes(const std::string& path) {
-    const auto file = Open(path, GENERIC_READ, OPEN_EXISTING);
-    std::string bytes(::GetFileSize(file.Get(), nullptr), '\0');
-    DWORD read = 0;
-    if (!::ReadFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &read, nullptr))
-        throw framework::EInOutError(::GetLastError(), path);
-    bytes.resize(read);
-    return bytes;
-}
+std::string ReadBytes(const std::string& path) { return framework::ReadFileBytes(path); }
 
 void DeleteFolder(const std::string& path) {
     framework::TFileSearch search(path + "\\*.*", framework::faAnyFile);

@@ -15,6 +15,7 @@ EAbort::~EAbort() = default;
 EAbstractError::~EAbstractError() = default;
 EConvertError::~EConvertError() = default;
 EListError::~EListError() = default;
+EReadError::~EReadError() = default;
 ERegistryError::~ERegistryError() = default;
 EOSError::~EOSError() = default;
 EInOutError::~EInOutError() = default;

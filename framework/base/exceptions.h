@@ -43,6 +43,13 @@ public:
     ~EListError() override;
 };
 
+/// A stored value that is damaged or ends too early.
+class FRAMEWORK_API EReadError : public Exception {
+public:
+    using Exception::Exception;
+    ~EReadError() override;
+};
+
 /// A registry value that is missing or of the wrong type, or a registry call that failed.
 class FRAMEWORK_API ERegistryError : public Exception {
 public:

@@ -46,6 +46,34 @@ void EraseFile(const std::string& path) {
         throw EInOutError(::GetLastError(), path);
 }
 
+namespace {
+
+FileHandle OpenFile(const std::string& path, DWORD access, DWORD disposition) {
+    FileHandle file(::CreateFileA(path.c_str(), access, FILE_SHARE_READ, nullptr, disposition,
+                                  FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!file) throw EInOutError(::GetLastError(), path);
+    return file;
+}
+
+}  // namespace
+
+std::string ReadFileBytes(const std::string& path) {
+    const FileHandle file = OpenFile(path, GENERIC_READ, OPEN_EXISTING);
+    std::string bytes(::GetFileSize(file.Get(), nullptr), '\0');
+    DWORD read = 0;
+    if (!::ReadFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &read, nullptr))
+        throw EInOutError(::GetLastError(), path);
+    bytes.resize(read);
+    return bytes;
+}
+
+void WriteFileBytes(const std::string& path, std::string_view bytes) {
+    const FileHandle file = OpenFile(path, GENERIC_WRITE, CREATE_ALWAYS);
+    DWORD written = 0;
+    if (!::WriteFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr))
+        throw EInOutError(::GetLastError(), path);
+}
+
 void ForceDirectories(const std::string& path) {
     if (path.empty())
         throw EInOutError(ERROR_PATH_NOT_FOUND, path);

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "framework/api.h"
@@ -18,6 +19,11 @@ FRAMEWORK_API bool DirectoryExists(const std::string& path);  ///< True for a fo
 FRAMEWORK_API void EraseFile(const std::string& path);
 /// Makes a folder and the folders above it; raises EInOutError when one cannot be made.
 FRAMEWORK_API void ForceDirectories(const std::string& path);
+
+/// Reads a file, byte for byte; raises EInOutError.
+FRAMEWORK_API std::string ReadFileBytes(const std::string& path);
+/// Makes these bytes a file, in a folder that exists; raises EInOutError.
+FRAMEWORK_API void WriteFileBytes(const std::string& path, std::string_view bytes);
 
 /// Attributes of a search. Hidden and system files, volume names and folders are listed only when
 /// they are asked for, all others always.

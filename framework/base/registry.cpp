@@ -35,9 +35,8 @@ bool TRegistry::ValueExists(const std::string& name) const {
                                       nullptr) == ERROR_SUCCESS;
 }
 
-std::string TRegistry::ReadString(const std::string& name) const {
+std::string TRegistry::Read(const std::string& name, DWORD& type) const {
     std::string value;
-    DWORD type = REG_NONE;
     LSTATUS status = ERROR_MORE_DATA;
     // Somebody else may lengthen the value between the two questions.
     while (status == ERROR_MORE_DATA) {
@@ -49,6 +48,18 @@ std::string TRegistry::ReadString(const std::string& name) const {
         value.resize(size);
     }
     Check(status, name);
+    return value;
+}
+
+void TRegistry::Write(const std::string& name, DWORD type, const char* bytes, std::size_t size) {
+    Check(::RegSetValueExA(Key_.Get(), name.c_str(), 0, type,
+                           reinterpret_cast<const BYTE*>(bytes), static_cast<DWORD>(size)),
+          name);
+}
+
+std::string TRegistry::ReadString(const std::string& name) const {
+    DWORD type = REG_NONE;
+    std::string value = Read(name, type);
     if (type != REG_SZ && type != REG_EXPAND_SZ)
         Fail(name, "not a text");
     // The stored text need not end in a zero.
@@ -57,10 +68,27 @@ std::string TRegistry::ReadString(const std::string& name) const {
 }
 
 void TRegistry::WriteString(const std::string& name, const std::string& value) {
-    Check(::RegSetValueExA(Key_.Get(), name.c_str(), 0, REG_SZ,
-                           reinterpret_cast<const BYTE*>(value.c_str()),
-                           static_cast<DWORD>(value.size() + 1)),
-          name);
+    Write(name, REG_SZ, value.c_str(), value.size() + 1);
+}
+
+bool TRegistry::IsBinary(const std::string& name) const {
+    DWORD type = REG_NONE;
+    return Key_ &&
+           ::RegQueryValueExA(Key_.Get(), name.c_str(), nullptr, &type, nullptr, nullptr) ==
+               ERROR_SUCCESS &&
+           type == REG_BINARY;
+}
+
+std::string TRegistry::ReadBinary(const std::string& name) const {
+    DWORD type = REG_NONE;
+    std::string value = Read(name, type);
+    if (type != REG_BINARY)
+        Fail(name, "not binary");
+    return value;
+}
+
+void TRegistry::WriteBinary(const std::string& name, std::string_view bytes) {
+    Write(name, REG_BINARY, bytes.data(), bytes.size());
 }
 
 }  // namespace framework

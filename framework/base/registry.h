@@ -2,7 +2,9 @@
 
 #include <windows.h>
 
+#include <cstddef>
 #include <string>
+#include <string_view>
 
 #include "framework/api.h"
 #include "framework/base/handle.h"
@@ -30,7 +32,17 @@ public:
     /// Writes a string value; raises ERegistryError when it cannot.
     void WriteString(const std::string& name, const std::string& value);
 
+    /// True when the open key has the value and its type is binary.
+    bool IsBinary(const std::string& name) const;
+    /// All bytes of a binary value; raises ERegistryError when it is missing or of another type.
+    std::string ReadBinary(const std::string& name) const;
+    /// Writes a binary value in one piece; raises ERegistryError when it cannot.
+    void WriteBinary(const std::string& name, std::string_view bytes);
+
 private:
+    std::string Read(const std::string& name, DWORD& type) const;
+    void Write(const std::string& name, DWORD type, const char* bytes, std::size_t size);
+
     HKEY RootKey_;
     RegistryKey Key_;
 };

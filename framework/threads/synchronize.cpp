@@ -31,6 +31,17 @@ LRESULT CALLBACK HandOverProc(HWND window, UINT message, WPARAM wParam, LPARAM l
     return 1;
 }
 
+/// Answers what the system does; WAIT_OBJECT_0 + 1 means that something was served.
+DWORD WaitAndServe(HANDLE object, DWORD milliseconds) {
+    const DWORD end =
+        ::MsgWaitForMultipleObjects(1, &object, FALSE, milliseconds, QS_SENDMESSAGE);
+    if (end == WAIT_OBJECT_0 + 1) {
+        MSG message;
+        ::PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE);
+    }
+    return end;
+}
+
 }  // namespace
 
 void BindMainThread() {
@@ -63,11 +74,17 @@ void Synchronize(const std::function<void()>& action) {
     if (handOver.Error) std::rethrow_exception(handOver.Error);
 }
 
+TWaitEnd WaitOnceServingHandOvers(HANDLE object, DWORD milliseconds) {
+    switch (WaitAndServe(object, milliseconds)) {
+        case WAIT_OBJECT_0: return TWaitEnd::Signalled;
+        case WAIT_OBJECT_0 + 1: return TWaitEnd::Served;
+        case WAIT_TIMEOUT: return TWaitEnd::TimedOut;
+        default: RaiseLastOSError();
+    }
+}
+
 void WaitServingHandOvers(HANDLE object) {
-    while (::MsgWaitForMultipleObjects(1, &object, FALSE, INFINITE, QS_SENDMESSAGE) ==
-           WAIT_OBJECT_0 + 1) {
-        MSG message;
-        ::PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE);
+    while (WaitAndServe(object, INFINITE) == WAIT_OBJECT_0 + 1) {
     }
 }
 

@@ -29,7 +29,11 @@ void TThread::Start() {
 }
 
 void TThread::WaitFor() {
-    if (Started_) WaitServingHandOvers(Handle_.Get());
+    if (!Started_) return;
+    if (OnMainThread())
+        WaitServingHandOvers(Handle_.Get());
+    else
+        ::WaitForSingleObject(Handle_.Get(), INFINITE);
 }
 
 unsigned __stdcall TThread::ThreadProc(void* self) {

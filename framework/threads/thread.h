@@ -12,8 +12,8 @@
 
 namespace framework {
 
-/// A thread with its body in Execute. It belongs to the main thread, which creates it, starts it,
-/// waits for it and frees it.
+/// A thread with its body in Execute. It belongs to the thread that creates it, mostly the main
+/// thread, which starts it, waits for it and frees it.
 ///
 /// A class with a body of its own is final, calls Start as the last act of its constructor (unless
 /// it is to start later) and WaitFor as the first of its destructor: the body must never see half
@@ -27,9 +27,13 @@ public:
 
     /// Lets the thread run; a second call does nothing.
     void Start();
-    /// Returns when the thread has ended, at once when it never started. Serves hand-overs and sent
-    /// messages meanwhile, so a thread that hands something over cannot be waited for in vain.
+    /// Returns when the thread has ended, at once when it never started. On the main thread it
+    /// serves hand-overs and sent messages meanwhile, so a thread that hands something over cannot
+    /// be waited for in vain.
     void WaitFor();
+    /// Marks the thread as one that is to end. What the mark does is up to the body.
+    void Terminate() { Terminated_ = true; }
+    bool Terminated() const { return Terminated_; }
     /// Signalled when the thread has ended.
     HANDLE Handle() const { return Handle_.Get(); }
     /// What ended the body, if an exception did; valid after the end.
@@ -48,6 +52,7 @@ private:
 
     KernelHandle Handle_;
     std::exception_ptr FatalException_;
+    std::atomic<bool> Terminated_{false};
     bool Started_ = false;
     bool Abandoned_ = false;  // let run only to be cleared away
 };

@@ -13,14 +13,24 @@ TApplication& Application() {
 }
 
 bool TApplication::ProcessMessage(MSG& message) {
-    if (!::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) return false;
+    if (!::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
+        return false;
     if (message.message == WM_QUIT) {
         Terminated_ = true;
         return true;
     }
     const HWND top = message.hwnd ? ::GetAncestor(message.hwnd, GA_ROOT) : nullptr;
-    if (dynamic_cast<TForm*>(TControl::FromHandle(top)) && ::IsDialogMessageW(top, &message))
-        return true;
+    if (auto* form = dynamic_cast<TForm*>(TControl::FromHandle(top))) {
+        try {
+            if (form->PreviewKey(message))
+                return true;
+        } catch (...) {
+            HandleException();
+            return true;
+        }
+        if (::IsDialogMessageW(top, &message))
+            return true;
+    }
     ::TranslateMessage(&message);
     ::DispatchMessageW(&message);
     return true;
@@ -36,11 +46,13 @@ void TApplication::ProcessMessages() {
 void TApplication::HandleMessage() {
     BindMainThread();
     MSG message;
-    if (!ProcessMessage(message)) ::WaitMessage();
+    if (!ProcessMessage(message))
+        ::WaitMessage();
 }
 
 void TApplication::Run() {
     while (!Terminated_) HandleMessage();
+    Terminated_ = false;
 }
 
 void TApplication::HandleException() noexcept {

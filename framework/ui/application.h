@@ -31,7 +31,7 @@ public:
     void ProcessMessages();
     /// Handles one message; waits until there is one.
     void HandleMessage();
-    /// The message loop, until Terminate or the system's quit message.
+    /// The message loop, until Terminate or the system's quit message. Can be run again.
     void Run();
     void Terminate() { Terminated_ = true; }
     bool Terminated() const { return Terminated_; }

@@ -6,6 +6,25 @@ namespace {
 // No identifier of its own: the form knows which button the keyboard means.
 constexpr WORD ButtonId = 0xFFFF;
 
+// A single ampersand would underline the letter behind it.
+std::string Doubled(const std::string& caption) {
+    std::string text;
+    for (const char character : caption) {
+        text += character;
+        if (character == '&') text += '&';
+    }
+    return text;
+}
+
+std::string Halved(const std::string& caption) {
+    std::string text;
+    for (std::size_t i = 0; i < caption.size(); ++i) {
+        text += caption[i];
+        if (caption[i] == '&' && i + 1 < caption.size() && caption[i + 1] == '&') ++i;
+    }
+    return text;
+}
+
 bool IsDefault(TButtonRole role) {
     return role == TButtonRole::Default || role == TButtonRole::DefaultAndCancel;
 }
@@ -35,6 +54,39 @@ void TButton::Click() {
 
 void TButton::Notification(WORD code) {
     if (code == BN_CLICKED) Click();
+}
+
+TCheckBox::TCheckBox(TControl& parent, const std::string& caption) : TControl(&parent) {
+    CreateHandle(L"BUTTON", WS_CHILD | WS_VISIBLE | WS_TABSTOP | BS_AUTOCHECKBOX | BS_MULTILINE, 0,
+                 parent.Handle(), Doubled(caption));
+}
+
+bool TCheckBox::Checked() const {
+    return ::SendMessageW(Handle(), BM_GETCHECK, 0, 0) == BST_CHECKED;
+}
+
+void TCheckBox::SetChecked(bool checked) {
+    ::SendMessageW(Handle(), BM_SETCHECK, checked ? BST_CHECKED : BST_UNCHECKED, 0);
+}
+
+void TCheckBox::Click() {
+    if (!Enabled()) return;
+    SetChecked(!Checked());
+    if (OnClick) OnClick(this);
+}
+
+std::string TCheckBox::Text() const { return Halved(TControl::Text()); }
+
+void TCheckBox::SetText(const std::string& text) { TControl::SetText(Doubled(text)); }
+
+void TCheckBox::Notification(WORD code) {
+    if (code == BN_CLICKED && OnClick) OnClick(this);
+}
+
+TGroupBox::TGroupBox(TControl& parent, const std::string& caption) : TControl(&parent) {
+    // Transparent: what lies under it, the form's background, is painted by the form.
+    CreateHandle(L"BUTTON", WS_CHILD | WS_VISIBLE | BS_GROUPBOX, WS_EX_TRANSPARENT, parent.Handle(),
+                 caption);
 }
 
 }  // namespace framework

@@ -36,4 +36,34 @@ private:
     TForm& Form_;
 };
 
+/// A box to check, with its caption beside it. The caption is broken into lines where it has to be;
+/// an ampersand is an ampersand.
+class FRAMEWORK_API TCheckBox : public TControl {
+public:
+    TCheckBox(TControl& parent, const std::string& caption);
+
+    bool Checked() const;
+    /// Does not call OnClick.
+    void SetChecked(bool checked);
+    /// Does what pressing the box does: it changes its state and calls OnClick. A disabled box does
+    /// nothing.
+    void Click();
+    std::string Text() const override;
+    void SetText(const std::string& text) override;
+    /// As SetText, but an ampersand stands before the letter that, with Alt, chooses the box.
+    void SetMnemonicText(const std::string& text) { TControl::SetText(text); }
+
+    /// The user has changed the state.
+    TNotifyEvent OnClick;
+
+protected:
+    void Notification(WORD code) override;
+};
+
+/// A frame with a caption around controls that belong together. It is not their parent.
+class FRAMEWORK_API TGroupBox : public TControl {
+public:
+    TGroupBox(TControl& parent, const std::string& caption);
+};
+
 }  // namespace framework

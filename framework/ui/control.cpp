@@ -1,5 +1,8 @@
 #include "framework/ui/control.h"
 
+#include <windowsx.h>
+
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -8,6 +11,7 @@
 #include "framework/threads/synchronize.h"
 #include "framework/ui/application.h"
 #include "framework/ui/form.h"
+#include "framework/ui/menus.h"
 
 namespace framework {
 namespace {
@@ -15,6 +19,14 @@ namespace {
 // A window that belongs to a control carries the procedure it had before. Others may subclass it
 // after us, so the present procedure tells nothing.
 constexpr wchar_t SystemProcProperty[] = L"FrameworkSystemProc";
+
+// Where a menu is asked for that the mouse does not point to.
+constexpr LPARAM Keyboard = -1;
+
+/// The two keys for it. Not every control of the system knows both.
+bool AsksForMenu(UINT message, WPARAM key) {
+    return message == WM_KEYUP ? key == VK_APPS : key == VK_F10 && ::GetKeyState(VK_SHIFT) < 0;
+}
 
 WNDPROC SystemProcOf(HWND window) {
     return reinterpret_cast<WNDPROC>(
@@ -26,19 +38,29 @@ void TakeEdge(RECT& area, RECT& bounds, TAlign align) {
     const LONG height = bounds.bottom - bounds.top;
     bounds = area;
     switch (align) {
-        case TAlign::Top: area.top = bounds.bottom = area.top + height; break;
-        case TAlign::Bottom: area.bottom = bounds.top = area.bottom - height; break;
-        case TAlign::Left: area.left = bounds.right = area.left + width; break;
-        case TAlign::Right: area.right = bounds.left = area.right - width; break;
+        case TAlign::Top:
+            area.top = bounds.bottom = area.top + height;
+            break;
+        case TAlign::Bottom:
+            area.bottom = bounds.top = area.bottom - height;
+            break;
+        case TAlign::Left:
+            area.left = bounds.right = area.left + width;
+            break;
+        case TAlign::Right:
+            area.right = bounds.left = area.right - width;
+            break;
         case TAlign::Client:
-        case TAlign::None: break;
+        case TAlign::None:
+            break;
     }
 }
 
 std::vector<TControl*> Children(HWND parent) {
     std::vector<TControl*> children;
     for (HWND child = ::GetWindow(parent, GW_CHILD); child; child = ::GetWindow(child, GW_HWNDNEXT))
-        if (TControl* control = TControl::FromHandle(child)) children.push_back(control);
+        if (TControl* control = TControl::FromHandle(child))
+            children.push_back(control);
     return children;
 }
 
@@ -46,7 +68,12 @@ std::vector<TControl*> Children(HWND parent) {
 
 TControl::~TControl() {
     FreeComponents();
-    if (!Handle_) return;
+    DestroyHandle();
+}
+
+void TControl::DestroyHandle() {
+    if (!Handle_)
+        return;
     // From here on the window has no control; its messages go to the system's procedure.
     const HWND window = std::exchange(Handle_, nullptr);
     ::SetWindowLongPtrW(window, GWLP_USERDATA, 0);
@@ -59,7 +86,8 @@ void TControl::CreateHandle(const wchar_t* windowClass, DWORD style, DWORD exSty
     Handle_ = ::CreateWindowExW(exStyle, windowClass, ToWide(text).c_str(), style, 0, 0, 0, 0,
                                 parent, reinterpret_cast<HMENU>(static_cast<UINT_PTR>(id)),
                                 ::GetModuleHandleW(nullptr), nullptr);
-    if (!Handle_) RaiseLastOSError();
+    if (!Handle_)
+        RaiseLastOSError();
     ::SetWindowLongPtrW(Handle_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     SystemProc_ = reinterpret_cast<WNDPROC>(
         ::SetWindowLongPtrW(Handle_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(GuardedProc)));
@@ -70,18 +98,19 @@ void TControl::CreateHandle(const wchar_t* windowClass, DWORD style, DWORD exSty
 
 TControl* TControl::FromHandle(HWND window) {
     // Windows of others may keep anything in that place.
-    if (!window || !SystemProcOf(window)) return nullptr;
+    if (!window || !SystemProcOf(window))
+        return nullptr;
     return reinterpret_cast<TControl*>(::GetWindowLongPtrW(window, GWLP_USERDATA));
 }
 
 LRESULT CALLBACK TControl::GuardedProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    auto* const control =
-        reinterpret_cast<TControl*>(::GetWindowLongPtrW(window, GWLP_USERDATA));
+    auto* const control = reinterpret_cast<TControl*>(::GetWindowLongPtrW(window, GWLP_USERDATA));
     if (!control || message == WM_NCDESTROY) {
         const WNDPROC systemProc = SystemProcOf(window);
         if (message == WM_NCDESTROY) {
             // The system took the window before its control was freed, or just after.
-            if (control) control->Handle_ = nullptr;
+            if (control)
+                control->Handle_ = nullptr;
             ::SetWindowLongPtrW(window, GWLP_USERDATA, 0);
             ::RemovePropW(window, SystemProcProperty);
         }
@@ -112,19 +141,98 @@ LRESULT TControl::WndProc(UINT message, WPARAM wParam, LPARAM lParam) {
             }
             break;
         }
+        case WM_NOTIFY: {
+            auto& header = *reinterpret_cast<NMHDR*>(lParam);
+            if (TControl* child = FromHandle(header.hwndFrom))
+                return child->Notify(header);
+            break;
+        }
+        case WM_KEYUP:
+        case WM_SYSKEYDOWN:
+            if (!AsksForMenu(message, wParam))
+                break;
+            ::SendMessageW(Handle_, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(Handle_), Keyboard);
+            return 0;
+        case WM_CONTEXTMENU:
+            if (PopupMenu_) {
+                OpenPopupMenu(lParam);
+                return 0;
+            }
+            break;
+        case WM_HSCROLL:
+        case WM_VSCROLL:
+            if (TControl* child = FromHandle(reinterpret_cast<HWND>(lParam))) {
+                child->Scrolled(wParam);
+                return 0;
+            }
+            break;
+        case WM_CTLCOLOREDIT:
+        case WM_CTLCOLORSTATIC:
+        case WM_CTLCOLORLISTBOX:
+            if (TControl* child = FromHandle(reinterpret_cast<HWND>(lParam)))
+                return Colour(*child, message, wParam, lParam);
+            break;
         case WM_SIZE: {
             const LRESULT result = ::CallWindowProcW(SystemProc_, Handle_, message, wParam, lParam);
             AlignControls();
+            Resized();
             return result;
         }
-        default: break;
+        default:
+            break;
     }
     return ::CallWindowProcW(SystemProc_, Handle_, message, wParam, lParam);
 }
 
+void TControl::OpenPopupMenu(LPARAM mouse) {
+    POINT place{GET_X_LPARAM(mouse), GET_Y_LPARAM(mouse)};
+    if (mouse == Keyboard) {
+        place = MenuPlace();
+        ::ClientToScreen(Handle_, &place);
+    }
+    PopupMenu_->Popup(*this, place);
+}
+
+LRESULT TControl::Colour(TControl& child, UINT message, WPARAM wParam, LPARAM lParam) {
+    const LRESULT usual = ::CallWindowProcW(SystemProc_, Handle_, message, wParam, lParam);
+    const HDC dc = reinterpret_cast<HDC>(wParam);
+    if (child.FontColor_)
+        ::SetTextColor(dc, *child.FontColor_);
+    if (!child.Color_)
+        return usual;
+    ::SetBkColor(dc, ::GetSysColor(*child.Color_));
+    return reinterpret_cast<LRESULT>(::GetSysColorBrush(*child.Color_));
+}
+
+void TControl::SetColor(std::optional<int> systemColor) {
+    if (Color_ == systemColor)
+        return;
+    Color_ = systemColor;
+    ::InvalidateRect(Handle_, nullptr, TRUE);
+}
+
+void TControl::SetFontColor(std::optional<COLORREF> color) {
+    if (FontColor_ == color)
+        return;
+    FontColor_ = color;
+    ::InvalidateRect(Handle_, nullptr, TRUE);
+}
+
+void TControl::SetBold() {
+    LOGFONTW font{};
+    ::GetObjectW(reinterpret_cast<HGDIOBJ>(::SendMessageW(Handle_, WM_GETFONT, 0, 0)), sizeof font,
+                 &font);
+    font.lfWeight = FW_BOLD;
+    GdiObject bold(::CreateFontIndirectW(&font));
+    ::SendMessageW(Handle_, WM_SETFONT, reinterpret_cast<WPARAM>(bold.Get()), TRUE);
+    BoldFont_ = std::move(bold);
+    SetText(Text());
+}
+
 TForm& TControl::Form() {
     TControl* top = this;
-    while (top->Parent_) top = top->Parent_;
+    while (top->Parent_)
+        top = top->Parent_;
     return dynamic_cast<TForm&>(*top);
 }
 
@@ -135,9 +243,13 @@ std::string TControl::Text() const {
     return FromWide(text);
 }
 
-void TControl::SetText(const std::string& text) { ::SetWindowTextW(Handle_, ToWide(text).c_str()); }
+void TControl::SetText(const std::string& text) {
+    ::SetWindowTextW(Handle_, ToWide(text).c_str());
+}
 
-void TControl::SetVisible(bool visible) { ::ShowWindow(Handle_, visible ? SW_SHOWNA : SW_HIDE); }
+void TControl::SetVisible(bool visible) {
+    ::ShowWindow(Handle_, visible ? SW_SHOWNA : SW_HIDE);
+}
 
 RECT TControl::Bounds() const {
     RECT bounds{};
@@ -169,22 +281,81 @@ SIZE TControl::ClientSize() const {
 
 void TControl::SetAlign(TAlign align) {
     Align_ = align;
-    if (Parent_) Parent_->AlignControls();
+    if (Parent_)
+        Parent_->AlignControls();
+}
+
+void TControl::SetAnchors(TAnchors anchors) {
+    Anchors_ = anchors;
+    const RECT bounds = Bounds();
+    const SIZE area = Parent_->ClientSize();
+    AnchorMargins_ = {bounds.left, bounds.top, area.cx - bounds.right, area.cy - bounds.bottom};
+    AnchorSize_ = {bounds.right - bounds.left, bounds.bottom - bounds.top};
+}
+
+void TControl::FollowAnchors() {
+    const SIZE area = Parent_->ClientSize();
+    RECT place{AnchorMargins_.left, AnchorMargins_.top, area.cx - AnchorMargins_.right,
+               area.cy - AnchorMargins_.bottom};
+    if (!(Anchors_ & akRight))
+        place.right = place.left + AnchorSize_.cx;
+    else if (!(Anchors_ & akLeft))
+        place.left = place.right - AnchorSize_.cx;
+    if (!(Anchors_ & akBottom))
+        place.bottom = place.top + AnchorSize_.cy;
+    else if (!(Anchors_ & akTop))
+        place.top = place.bottom - AnchorSize_.cy;
+    SetBounds(place.left, place.top, std::max(0L, place.right - place.left),
+              std::max(0L, place.bottom - place.top));
+}
+
+SIZE TControl::TextSize(const std::string& text, int maxWidth) const {
+    const HDC dc = ::GetDC(Handle_);
+    const HGDIOBJ font = reinterpret_cast<HGDIOBJ>(::SendMessageW(Handle_, WM_GETFONT, 0, 0));
+    const HGDIOBJ before = ::SelectObject(dc, font);
+    RECT area{0, 0, maxWidth, 0};
+    const UINT breaks = maxWidth > 0 ? DT_WORDBREAK | DT_EDITCONTROL : 0;
+    ::DrawTextW(dc, ToWide(text).c_str(), -1, &area, DT_CALCRECT | DT_NOPREFIX | breaks);
+    ::SelectObject(dc, before);
+    ::ReleaseDC(Handle_, dc);
+    return {area.right, area.bottom};
 }
 
 void TControl::AlignControls() {
     const std::vector<TControl*> children = Children(Handle_);
+    for (TControl* child : children)
+        if (child->Anchors_ != (akLeft | akTop))
+            child->FollowAnchors();
     RECT area{};
     ::GetClientRect(Handle_, &area);
     for (const TAlign align :
          {TAlign::Top, TAlign::Bottom, TAlign::Left, TAlign::Right, TAlign::Client})
         for (TControl* child : children) {
-            if (child->Align_ != align || !child->Visible()) continue;
+            if (child->Align_ != align || !child->Visible())
+                continue;
             RECT bounds = child->Bounds();
             TakeEdge(area, bounds, align);
             child->SetBounds(bounds.left, bounds.top, bounds.right - bounds.left,
                              bounds.bottom - bounds.top);
         }
+    for (TControl* child : children)
+        child->Aligned();
+}
+
+bool TControl::OfferKey(HWND window, WPARAM key) {
+    while (window && !FromHandle(window))
+        window = ::GetAncestor(window, GA_PARENT);
+    for (TControl* control = FromHandle(window); control; control = control->Parent_)
+        if (control->HandleKey(key))
+            return true;
+    return false;
+}
+
+bool TControl::OfferKeyInside(WPARAM key) {
+    for (TControl* child : Children(Handle_))
+        if (child->Visible() && (child->HandleKey(key) || child->OfferKeyInside(key)))
+            return true;
+    return false;
 }
 
 }  // namespace framework

@@ -1,8 +1,11 @@
 #include "framework/ui/form.h"
 
+#include <commctrl.h>
+
 #include "framework/base/exceptions.h"
 #include "framework/ui/application.h"
 #include "framework/ui/buttons.h"
+#include "framework/ui/menus.h"
 #include "framework/ui/task_windows.h"
 
 namespace framework {
@@ -24,7 +27,8 @@ void RegisterFormClass() {
 
 BOOL CALLBACK FindTopmost(HWND window, LPARAM found) {
     const bool topmost = (::GetWindowLongW(window, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0;
-    if (!topmost || !::IsWindowVisible(window)) return TRUE;
+    if (!topmost || !::IsWindowVisible(window))
+        return TRUE;
     *reinterpret_cast<bool*>(found) = true;
     return FALSE;
 }
@@ -45,24 +49,38 @@ int SystemDpi() {
 
 }  // namespace
 
-TForm::TForm(const std::string& caption) : TControl(nullptr), Dpi_(SystemDpi()) {
+TForm::TForm(const std::string& caption, TFormBorder border)
+    : TControl(nullptr), Dpi_(SystemDpi()) {
     RegisterFormClass();
     Font_.Reset(::CreateFontW(-::MulDiv(FontPoints, Dpi_, 72), 0, 0, 0, FW_NORMAL, FALSE, FALSE,
                               FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS,
                               DEFAULT_QUALITY, DEFAULT_PITCH, L"Tahoma"));
-    CreateHandle(FormClass, WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN,
-                 WS_EX_DLGMODALFRAME | WS_EX_CONTROLPARENT, Application().MainWindow(), caption);
+    const bool main = border == TFormBorder::Main;
+    const DWORD style = border == TFormBorder::Dialog ? 0
+                        : main ? WS_THICKFRAME | WS_MINIMIZEBOX | WS_MAXIMIZEBOX
+                               : WS_THICKFRAME | WS_MAXIMIZEBOX;
+    CreateHandle(FormClass, WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN | style,
+                 (main ? 0 : WS_EX_DLGMODALFRAME) | WS_EX_CONTROLPARENT,
+                 main ? nullptr : Application().MainWindow(), caption);
 }
 
-TForm::~TForm() { FreeComponents(); }
+TForm::~TForm() {
+    FreeComponents();
+}
 
 void TForm::SetClientSize(int width, int height) {
-    RECT frame{0, 0, width, height};
-    ::AdjustWindowRectEx(&frame, static_cast<DWORD>(::GetWindowLongW(Handle(), GWL_STYLE)), FALSE,
-                         static_cast<DWORD>(::GetWindowLongW(Handle(), GWL_EXSTYLE)));
-    ::SetWindowPos(Handle(), nullptr, 0, 0, frame.right - frame.left, frame.bottom - frame.top,
+    const SIZE size = WithFrame({width, height});
+    ::SetWindowPos(Handle(), nullptr, 0, 0, size.cx, size.cy,
                    SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     Centre();
+}
+
+SIZE TForm::WithFrame(SIZE inner) const {
+    RECT frame{0, 0, inner.cx, inner.cy};
+    ::AdjustWindowRectEx(&frame, static_cast<DWORD>(::GetWindowLongW(Handle(), GWL_STYLE)),
+                         Menu_ != nullptr,
+                         static_cast<DWORD>(::GetWindowLongW(Handle(), GWL_EXSTYLE)));
+    return {frame.right - frame.left, frame.bottom - frame.top};
 }
 
 RECT TForm::WorkArea() {
@@ -80,7 +98,27 @@ void TForm::Centre() {
                    SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-void TForm::SetVisible(bool visible) { ::ShowWindow(Handle(), visible ? SW_SHOWNORMAL : SW_HIDE); }
+void TForm::HostIn(TControl& parent) {
+    constexpr LONG_PTR Frame =
+        WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_MINIMIZEBOX | WS_MAXIMIZEBOX;
+    ::SetWindowLongPtrW(Handle(), GWL_EXSTYLE,
+                        ::GetWindowLongPtrW(Handle(), GWL_EXSTYLE) & ~WS_EX_DLGMODALFRAME);
+    ::SetWindowLongPtrW(
+        Handle(), GWL_STYLE,
+        (::GetWindowLongPtrW(Handle(), GWL_STYLE) & ~Frame) | static_cast<LONG_PTR>(WS_CHILD));
+    ::SetParent(Handle(), parent.Handle());
+    SetParent(&parent);
+    const SIZE area = parent.ClientSize();
+    ::SetWindowPos(Handle(), HWND_BOTTOM, 0, 0, area.cx, area.cy,
+                   SWP_FRAMECHANGED | SWP_NOACTIVATE);
+}
+
+void TForm::SetVisible(bool visible) {
+    if (Hosted())
+        TControl::SetVisible(visible);
+    else
+        ::ShowWindow(Handle(), visible ? SW_SHOWNORMAL : SW_HIDE);
+}
 
 void TForm::SetStayOnTop(bool stayOnTop) {
     ::SetWindowPos(Handle(), stayOnTop ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0,
@@ -96,7 +134,8 @@ TModalResult TForm::ShowModal() {
         throw Exception("A form that is already open cannot be opened once more");
     // A form that has to be answered must not lie behind one that is always on top.
     const bool above = HasTopmostWindow();
-    if (above) SetStayOnTop(true);
+    if (above)
+        SetStayOnTop(true);
     try {
         const TTaskWindowsDisabled others;
         RunModal();
@@ -106,7 +145,8 @@ TModalResult TForm::ShowModal() {
     }
     // Only now: with the others still disabled the system would activate another program's window.
     SetVisible(false);
-    if (above) SetStayOnTop(false);
+    if (above)
+        SetStayOnTop(false);
     return ModalResult;
 }
 
@@ -121,16 +161,62 @@ TModalResult TForm::RunModal() {
         ~TModalMark() { Modal = false; }
     } const mark(Modal_);
     TApplication& application = Application();
-    if (application.OnModalBegin) application.OnModalBegin(*this);
+    if (application.OnModalBegin)
+        application.OnModalBegin(*this);
     while (ModalResult == mrNone && !application.Terminated() && Handle())
         application.HandleMessage();
-    if (ModalResult == mrNone) ModalResult = mrCancel;
+    if (ModalResult == mrNone)
+        ModalResult = mrCancel;
     return ModalResult;
 }
 
 TButton* TForm::ButtonOf(WORD id) const {
-    if (id == IDOK) return DefaultButton_;
+    if (id == IDOK)
+        return DefaultButton_;
     return id == IDCANCEL ? CancelButton_ : nullptr;
+}
+
+void TForm::SetDefaultButton(TButton* button) {
+    const auto look = [](TButton* which, WPARAM style) {
+        if (which)
+            ::SendMessageW(which->Handle(), BM_SETSTYLE, style, TRUE);
+    };
+    if (button == DefaultButton_)
+        return;
+    look(DefaultButton_, BS_PUSHBUTTON);
+    DefaultButton_ = button;
+    look(DefaultButton_, BS_DEFPUSHBUTTON);
+}
+
+bool TForm::PreviewKey(const MSG& message) {
+    return message.message == WM_KEYDOWN && OfferKey(message.hwnd, message.wParam);
+}
+
+bool TForm::HandleKey(WPARAM key) {
+    if (OnKeyPreview && OnKeyPreview(key))
+        return true;
+    if (Menu_ && Menu_->Press(key))
+        return true;
+    // Pages are turned also by who is beside them.
+    return key == VK_TAB && !Hosted() && OfferKeyInside(key);
+}
+
+void TForm::SetHint(TControl& control, const std::wstring& text) {
+    if (!Hints_)
+        Hints_ = ::CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
+                                   WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, 0, 0, 0, 0, Handle(),
+                                   nullptr, ::GetModuleHandleW(nullptr), nullptr);
+    std::wstring shown = text;
+    TOOLINFOW tool{};
+    // The size before the last field: without version 6 of the common controls the whole is
+    // refused.
+    tool.cbSize = TTTOOLINFOW_V2_SIZE;
+    tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
+    tool.hwnd = Handle();
+    tool.uId = reinterpret_cast<UINT_PTR>(control.Handle());
+    tool.lpszText = shown.data();
+    ::SendMessageW(Hints_, TTM_DELTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+    ::SendMessageW(Hints_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
 }
 
 void TForm::CloseQuery() {
@@ -144,19 +230,38 @@ void TForm::RestoreFocus() {
     if (!LastFocus_ || !::IsChild(Handle(), LastFocus_) || !::IsWindowEnabled(LastFocus_) ||
         !::IsWindowVisible(LastFocus_))
         LastFocus_ = ::GetNextDlgTabItem(Handle(), nullptr, FALSE);
-    if (LastFocus_) ::SetFocus(LastFocus_);
+    if (LastFocus_)
+        ::SetFocus(LastFocus_);
 }
 
 LRESULT TForm::WndProc(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
-        case WM_SETFONT: return 0;
-        case WM_GETFONT: return reinterpret_cast<LRESULT>(Font_.Get());
-        case WM_CLOSE: CloseQuery(); return 0;
-        case WM_ACTIVATE:
-            if (LOWORD(wParam) == WA_INACTIVE) LastFocus_ = ::GetFocus();
+        case WM_SETFONT:
+            return 0;
+        case WM_GETFONT:
+            return reinterpret_cast<LRESULT>(Font_.Get());
+        case WM_CLOSE:
+            CloseQuery();
+            return 0;
+        case WM_SHOWWINDOW:
+            if (wParam)
+                Shown();
             break;
-        case WM_SETFOCUS: RestoreFocus(); return 0;
-        case DM_GETDEFID: return DefaultButton_ ? MAKELONG(IDOK, DC_HASDEFID) : 0;
+        case WM_GETMINMAXINFO:
+            if (MinClientSize_.cx > 0) {
+                const SIZE size = WithFrame(MinClientSize_);
+                reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {size.cx, size.cy};
+            }
+            return 0;
+        case WM_ACTIVATE:
+            if (LOWORD(wParam) == WA_INACTIVE)
+                LastFocus_ = ::GetFocus();
+            break;
+        case WM_SETFOCUS:
+            RestoreFocus();
+            return 0;
+        case DM_GETDEFID:
+            return DefaultButton_ ? MAKELONG(IDOK, DC_HASDEFID) : 0;
         case WM_COMMAND:
             // The keyboard's: the system looks for the button among the form's own children only.
             if (TButton* const button = ButtonOf(LOWORD(wParam));
@@ -164,8 +269,15 @@ LRESULT TForm::WndProc(UINT message, WPARAM wParam, LPARAM lParam) {
                 button->Click();
                 return 0;
             }
+            if (!lParam && Menu_ && Menu_->Choose(LOWORD(wParam)))
+                return 0;
             break;
-        default: break;
+        case WM_INITMENUPOPUP:
+            if (Menu_)
+                Menu_->Opening(reinterpret_cast<HMENU>(wParam));
+            break;
+        default:
+            break;
     }
     return TControl::WndProc(message, wParam, lParam);
 }

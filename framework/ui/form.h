@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <functional>
 #include <string>
 
 #include "framework/api.h"
@@ -11,6 +12,7 @@
 namespace framework {
 
 class TButton;
+class TMainMenu;
 
 /// How a modal form ended; zero while it is open.
 using TModalResult = int;
@@ -18,14 +20,21 @@ inline constexpr TModalResult mrNone = 0;
 inline constexpr TModalResult mrOk = IDOK;
 inline constexpr TModalResult mrCancel = IDCANCEL;
 
-/// A top-level window with a dialog's border and keyboard: Tab moves on, Enter presses the default
-/// button, Escape the cancel button. Its design units are pixels at 96 dpi.
+/// What a form's frame offers.
+enum class TFormBorder {
+    Dialog,    ///< Fixed size, no buttons but Close.
+    Sizeable,  ///< A dialog that can be made larger.
+    Main       ///< A program's window: sizeable, with all buttons.
+};
+
+/// A top-level window with a dialog's keyboard: Tab moves on, Enter presses the default button,
+/// Escape the cancel button. Its design units are pixels at 96 dpi.
 ///
 /// The window exists, hidden, from construction on. Controls are its components; make them with
 /// Make<TControl...>(name, parent, ...).
 class FRAMEWORK_API TForm : public TControl {
 public:
-    explicit TForm(const std::string& caption);
+    explicit TForm(const std::string& caption, TFormBorder border = TFormBorder::Dialog);
     ~TForm() override;
 
     /// Design units to pixels at the system's resolution.
@@ -33,8 +42,16 @@ public:
     /// Sets the size of the inner area, in pixels, and centres the form on the screen.
     void SetClientSize(int width, int height);
 
+    /// The least size of the inner area that the user can give a sizeable form, in pixels.
+    void SetMinClientSize(int width, int height) { MinClientSize_ = {width, height}; }
     /// The part of the screen that windows may use, where the form is centred.
     static RECT WorkArea();
+
+    /// Makes the form a part of another one: without frame, a child of that control, hidden until
+    /// it is shown. Its owner stays the same.
+    void HostIn(TControl& parent);
+    /// Whether HostIn was called.
+    bool Hosted() const { return Parent() != nullptr; }
 
     void SetVisible(bool visible) override;
     void Show() { SetVisible(true); }
@@ -48,14 +65,29 @@ public:
     TModalResult ShowModal();
     TModalResult ModalResult = mrNone;
 
+    /// Makes Enter press that button from now on; none for no button.
+    void SetDefaultButton(TButton* button);
+    /// Sees the keys pressed in the form and in forms hosted by it before the control that has the
+    /// focus does, the hosted form first; true when it used the key up.
+    std::function<bool(WPARAM key)> OnKeyPreview;
+    /// Shows a text while the mouse rests on a control of this form, hosted or not.
+    void SetHint(TControl& control, const std::wstring& text);
+
 protected:
     LRESULT WndProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+    bool HandleKey(WPARAM key) override;
+    /// The form was shown, or its page of a frame. The place to set the focus.
+    virtual void Shown() {}
     /// The user wants to close the form. A modal form ends, another one is hidden.
     virtual void CloseQuery();
 
 private:
+    friend class TApplication;
     friend class TButton;
+    friend class TMainMenu;
+    bool PreviewKey(const MSG& message);
     void Centre();
+    SIZE WithFrame(SIZE inner) const;
     void RestoreFocus();
     TModalResult RunModal();
     TButton* ButtonOf(WORD id) const;
@@ -65,7 +97,10 @@ private:
     HWND LastFocus_ = nullptr;
     TButton* DefaultButton_ = nullptr;  // the button that Enter presses, or none
     TButton* CancelButton_ = nullptr;   // the button that Escape presses, or none
+    TMainMenu* Menu_ = nullptr;         // the menu bar, or none
     bool Modal_ = false;
+    SIZE MinClientSize_{};
+    HWND Hints_ = nullptr;  // the window of the hints, made when it is first needed
 };
 
 }  // namespace framework

@@ -18,15 +18,8 @@ void TLabel::SetText(const std::string& text) {
 }
 
 void TLabel::AdjustSize() {
-    const HDC dc = ::GetDC(Handle());
-    const HGDIOBJ font = reinterpret_cast<HGDIOBJ>(::SendMessageW(Handle(), WM_GETFONT, 0, 0));
-    const HGDIOBJ before = ::SelectObject(dc, font);
-    RECT area{0, 0, MaxWidth_, 0};
-    const UINT breaks = MaxWidth_ > 0 ? DT_WORDBREAK | DT_EDITCONTROL : 0;
-    ::DrawTextW(dc, ToWide(Text()).c_str(), -1, &area, DT_CALCRECT | DT_NOPREFIX | breaks);
-    ::SelectObject(dc, before);
-    ::ReleaseDC(Handle(), dc);
-    ::SetWindowPos(Handle(), nullptr, 0, 0, area.right, area.bottom,
+    const SIZE area = TextSize(Text(), MaxWidth_);
+    ::SetWindowPos(Handle(), nullptr, 0, 0, area.cx, area.cy,
                    SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 

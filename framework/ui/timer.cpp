@@ -33,6 +33,11 @@ void TTimer::SetEnabled(bool enabled) {
     }
 }
 
+void TTimer::Restart() {
+    SetEnabled(false);
+    SetEnabled(true);
+}
+
 void CALLBACK TTimer::Tick(HWND, UINT, UINT_PTR id, DWORD) {
     const auto running = RunningTimers().find(id);
     if (running == RunningTimers().end()) return;

@@ -19,6 +19,8 @@ public:
     /// Starts or stops the timer. Enabling a timer that runs changes nothing; to restart the count,
     /// disable it first. Raises EOSError when the system has no timer left.
     void SetEnabled(bool enabled);
+    /// Counts the interval from the start, running or not.
+    void Restart();
 
     TNotifyEvent OnTimer;
 

@@ -4,33 +4,60 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <string>
 #include <vector>
 
 namespace {
 
-void Write(const std::string& bytes) {
+void Write(const std::string& bytes, DWORD standardHandle = STD_OUTPUT_HANDLE) {
     DWORD written = 0;
-    ::WriteFile(::GetStdHandle(STD_OUTPUT_HANDLE), bytes.data(), static_cast<DWORD>(bytes.size()),
+    ::WriteFile(::GetStdHandle(standardHandle), bytes.data(), static_cast<DWORD>(bytes.size()),
                 &written, nullptr);
 }
 
 /// Writes numbered lines of 64 bytes, in blocks of 4 KB. A count of zero is for ever.
-void Flood(long long lines) {
+void Flood(long long lines, DWORD standardHandle = STD_OUTPUT_HANDLE) {
+    const char filling = standardHandle == STD_OUTPUT_HANDLE ? '.' : '!';
     std::string block;
     for (long long line = 0; lines == 0 || line < lines; ++line) {
         char text[65];
-        std::snprintf(text, sizeof text, "%016lld................................................",
-                      line);
+        std::snprintf(text, sizeof text, "%016lld", line);
+        std::memset(text + 16, filling, 46);
         text[62] = '\r';
         text[63] = '\n';
         block.append(text, 64);
         if (block.size() == 4096) {
-            Write(block);
+            Write(block, standardHandle);
             block.clear();
         }
     }
-    Write(block);
+    Write(block, standardHandle);
+}
+
+DWORD WINAPI FloodErrors(void* lines) {
+    Flood(*static_cast<const int*>(lines), STD_ERROR_HANDLE);
+    return 0;
+}
+
+/// Both streams at once, each from a thread of its own.
+void FloodBoth(int lines) {
+    const HANDLE errors = ::CreateThread(nullptr, 0, FloodErrors, &lines, 0, nullptr);
+    Flood(lines);
+    ::WaitForSingleObject(errors, INFINITE);
+    ::CloseHandle(errors);
+}
+
+/// Leaves the name and the content of a file in another one, which appears when it is complete.
+int Show(const std::string& file, const std::string& where) {
+    std::FILE* const in = std::fopen(file.c_str(), "rb");
+    std::FILE* const out = std::fopen((where + ".new").c_str(), "wb");
+    if (!in || !out) return 96;
+    std::fprintf(out, "%s\n", file.c_str());
+    for (int byte; (byte = std::fgetc(in)) != EOF;) std::fputc(byte, out);
+    std::fclose(in);
+    std::fclose(out);
+    return ::MoveFileA((where + ".new").c_str(), where.c_str()) ? 0 : 95;
 }
 
 /// Reads until `end` has been read `count` times; returns all bytes.
@@ -68,6 +95,7 @@ int main(int count, char** arguments) {
         return index < words.size() ? std::atoi(words[index].c_str()) : 0;
     };
     if (mode == "exit") return number(1);
+    if (mode == "crash") ::RaiseException(STATUS_ACCESS_VIOLATION, 0, 0, nullptr);
     if (mode == "flood") {
         Flood(number(1));
     } else if (mode == "sleep") {
@@ -79,7 +107,20 @@ int main(int count, char** arguments) {
         // A console would keep a handle of the output for itself.
         ::FreeConsole();
         ::CloseHandle(::GetStdHandle(STD_OUTPUT_HANDLE));
+        ::CloseHandle(::GetStdHandle(STD_ERROR_HANDLE));
         ::Sleep(60000);
+    } else if (mode == "flood-both") {
+        FloodBoth(number(1));
+    } else if (mode == "say-both") {
+        Write(words[1]);
+        Write(words[2], STD_ERROR_HANDLE);
+        return number(3);
+    } else if (mode == "all-bytes") {
+        std::string bytes;
+        for (int byte = 0; byte < 256; ++byte) bytes += static_cast<char>(byte);
+        Write(bytes);
+    } else if (mode == "show") {
+        return Show(words[2], words[1]);
     } else if (mode == "grandchild") {
         StartGrandchild(words[1].c_str());
         return number(2);

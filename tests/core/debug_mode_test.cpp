@@ -4,6 +4,7 @@
 
 #include "core/Cvs_files.h"
 #include "framework/ui/timer.h"
+#include "support/WaitUntil.h"
 #include "tests/core/TestObject.h"
 
 namespace {
@@ -25,8 +26,8 @@ TEST(DebugMode, WaitsWithoutServingMessages) {
     EXPECT_EQ(ticks, 0);
     EXPECT_FALSE(obj.ExecuteClass->ProgressForm->Visible());
     EXPECT_EQ(obj.Messages.All(), "text CVS command execute successful  with Exitcode 0\r\n");
-    EXPECT_TRUE(tests::PumpUntil([&] { return ticks > 0; }));
-    EXPECT_TRUE(tests::PumpUntil([&] { return obj.ExecuteClass->ProgressForm == nullptr; }));
+    EXPECT_TRUE(support::WaitUntil([&] { return ticks > 0; }));
+    EXPECT_TRUE(support::WaitUntil([&] { return obj.ExecuteClass->ProgressForm == nullptr; }));
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 
 #include "framework/ui/application.h"
 #include "framework/ui/timer.h"
+#include "support/WaitUntil.h"
 #include "tests/core/TestObject.h"
 #include "tests/support/FormDriver.h"
 
@@ -60,7 +61,7 @@ TEST_F(ProgressForm, ShowsAfterAQuietSecondWithItsPartsInPlace) {
     EXPECT_TRUE(::GetWindowLongW(form.Handle(), GWL_EXSTYLE) & WS_EX_TOPMOST);
     const UINT close = ::GetMenuState(::GetSystemMenu(form.Handle(), FALSE), SC_CLOSE, MF_BYCOMMAND);
     EXPECT_TRUE(close & MF_GRAYED);
-    EXPECT_TRUE(tests::PumpUntil([&] { return Form() == nullptr; }, 3000));
+    EXPECT_TRUE(support::WaitUntil([&] { return Form() == nullptr; }));
 }
 
 TEST_F(ProgressForm, IsUsedAgainWithinHalfASecond) {
@@ -70,7 +71,7 @@ TEST_F(ProgressForm, IsUsedAgainWithinHalfASecond) {
     first->SetText("the same one");
     Obj.Run("exit 0");
     EXPECT_EQ(Form()->Text(), "the same one");
-    EXPECT_TRUE(tests::PumpUntil([&] { return Form() == nullptr; }, 3000));
+    EXPECT_TRUE(support::WaitUntil([&] { return Form() == nullptr; }));
     Obj.Run("exit 0");
     EXPECT_EQ(Form()->Text(), "VCS progress");
 }

@@ -5,6 +5,7 @@
 #include "framework/base/exceptions.h"
 #include "framework/threads/synchronize.h"
 #include "framework/ui/application.h"
+#include "support/WaitUntil.h"
 #include "tests/core/TestObject.h"
 #include "tests/support/Leaks.h"
 
@@ -233,7 +234,7 @@ TEST(RunnerAnswers, DoesNotHangOnAChildThatNeverReads) {
 // --- nothing left behind ----------------------------------------------------------------------
 
 void WaitForFormToGo(TTestObject& obj) {
-    EXPECT_TRUE(tests::PumpUntil([&] { return obj.ExecuteClass->ProgressForm == nullptr; }));
+    EXPECT_TRUE(support::WaitUntil([&] { return obj.ExecuteClass->ProgressForm == nullptr; }));
 }
 
 void ExpectSame(const tests::TResources& before, const tests::TResources& after) {

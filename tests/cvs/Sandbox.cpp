@@ -27,19 +27,22 @@ std::string Checked(const std::string& commandLine, const std::string& folder) {
     return result.Output;
 }
 
-/// The repository that all sandboxes are copies of.
+/// The repository that all sandboxes are copies of. It stays for the programs that run after this
+/// one: each run of the tests begins with an empty drive.
 const std::string& Template() {
-    static const support::TTempFolder folder("template");
-    static const std::string repository = [] {
-        const std::string path = folder / "repository";
-        const std::string client = "cvs -Q -d \":local:" + path + "\" ";
-        Checked(client + "init", folder.Path());
-        support::WriteBytes(folder / "mod\\a.c", "one\r\ntwo\r\n");
-        support::WriteBytes(folder / "mod\\b.c", "b\r\n");
-        support::WriteBytes(folder / "mod\\sub\\c.c", "c\r\n");
-        Checked(client + "import -m first mod VENDOR START", folder / "mod");
-        return path;
-    }();
+    static const std::string repository = "C:\\cvs-template\\repository";
+    if (framework::DirectoryExists(repository)) return repository;
+    const support::TTempFolder folder("template");
+    const std::string path = folder / "repository";
+    const std::string client = "cvs -Q -d \":local:" + path + "\" ";
+    Checked(client + "init", folder.Path());
+    support::WriteBytes(folder / "mod\\a.c", "one\r\ntwo\r\n");
+    support::WriteBytes(folder / "mod\\b.c", "b\r\n");
+    support::WriteBytes(folder / "mod\\sub\\c.c", "c\r\n");
+    Checked(client + "import -m first mod VENDOR START", folder / "mod");
+    // All at once, so that nobody finds half of it.
+    framework::ForceDirectories("C:\\cvs-template");
+    EXPECT_TRUE(::MoveFileExA(path.c_str(), repository.c_str(), 0));
     return repository;
 }
 

@@ -234,13 +234,6 @@ TEST_F(Operations, FailInTheOpen) {
     obj.Messages.Clear();
     EXPECT_FALSE(obj.Status());
     EXPECT_EQ(obj.Messages.All(), "Could not create process \r\n");
-
-    // Operations whose dialog is missing do nothing when they are to show it.
-    obj.Messages.Clear();
-    EXPECT_FALSE(obj.Commit(true) || obj.Create_Tag(true) || obj.Create_Rtag(true) ||
-                 obj.Del_Tag(true) || obj.Del_Rtag(true) || obj.Login(true) || obj.Logout(true) ||
-                 obj.UpdateSpecial() || obj.CreateLocalRepository());
-    EXPECT_NE(obj.Messages.All(), "");
 }
 
 // --- around the command -----------------------------------------------------------------------

@@ -12,6 +12,7 @@
 #include "framework/base/file_functions.h"
 #include "framework/base/files.h"
 #include "framework/base/format.h"
+#include "support/WaitUntil.h"
 #include "tests/cvs/Sandbox.h"
 #include "tests/support/FormDriver.h"
 #include "tests/support/Links.h"
@@ -288,7 +289,7 @@ TEST_F(ProjectCopy, OpensTheIgnoreListOfTheSelection) {
         ASSERT_EQ(editors.size(), 1u);
         const framework::KernelHandle editor(::OpenProcess(SYNCHRONIZE, FALSE, editors.front()));
         TWanted wanted{editors.front(), ".cvsignore", nullptr};
-        EXPECT_TRUE(tests::PumpUntil([&] {
+        EXPECT_TRUE(support::WaitUntil([&] {
             ::EnumWindows(Compare, reinterpret_cast<LPARAM>(&wanted));
             return wanted.Window != nullptr;
         }));

@@ -9,9 +9,9 @@
 #include "framework/ui/labels.h"
 #include "framework/ui/task_windows.h"
 #include "framework/ui/timer.h"
+#include "support/WaitUntil.h"
 #include "tests/support/FormDriver.h"
 #include "tests/support/Leaks.h"
-#include "tests/support/Messages.h"
 
 namespace {
 
@@ -202,7 +202,7 @@ TEST(Timers, TickUntilTheyAreStopped) {
         };
         EXPECT_FALSE(timer.Enabled());
         timer.SetEnabled(true);
-        EXPECT_TRUE(tests::PumpUntil([&] { return !timer.Enabled(); }));
+        EXPECT_TRUE(support::WaitUntil([&] { return !timer.Enabled(); }));
         EXPECT_EQ(ticks, 3);
         timer.OnTimer = [&](TObject*) { ++ticks; };
         timer.SetEnabled(true);

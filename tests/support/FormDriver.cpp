@@ -1,32 +1,15 @@
 #include "tests/support/FormDriver.h"
 
-#include <deque>
-
 #include "framework/ui/application.h"
 #include "framework/ui/buttons.h"
+#include "support/ExpectedForms.h"
 
 namespace tests {
 namespace {
 
-struct TExpectation {
-    std::string Caption;
-    std::function<void(framework::TForm&)> Drive;
-};
-
-std::deque<TExpectation>& Expectations() {
-    static std::deque<TExpectation> expectations;
-    return expectations;
-}
-
-void OnModalBegin(framework::TForm& form) {
-    if (Expectations().empty() || Expectations().front().Caption != form.Text()) {
-        ADD_FAILURE() << "Nobody expected the form \"" << form.Text() << "\"";
-        form.ModalResult = framework::mrCancel;
-        return;
-    }
-    const TExpectation expectation = Expectations().front();
-    Expectations().pop_front();
-    expectation.Drive(form);
+support::TExpectedForms& Forms() {
+    static support::TExpectedForms forms;
+    return forms;
 }
 
 BOOL CALLBACK FailVisible(HWND window, LPARAM) {
@@ -40,7 +23,7 @@ BOOL CALLBACK FailVisible(HWND window, LPARAM) {
 }  // namespace
 
 void ExpectForm(const std::string& caption, std::function<void(framework::TForm&)> drive) {
-    Expectations().push_back({caption, std::move(drive)});
+    Forms().Expect(caption, std::move(drive));
 }
 
 void Click(framework::TForm& form, const std::string& button) {
@@ -69,12 +52,16 @@ void PressKey(framework::TForm& form, WPARAM key) {
     ::PostMessageW(target, WM_KEYUP, key, 1);
 }
 
-TFormGuard::TFormGuard() { framework::Application().OnModalBegin = OnModalBegin; }
+TFormGuard::TFormGuard() {
+    Forms().OnUnexpected = [](const std::string& caption) {
+        ADD_FAILURE() << "Nobody expected the form \"" << caption << "\"";
+    };
+    Forms().Install();
+}
 
 void TFormGuard::OnTestEnd(const testing::TestInfo&) {
-    for (const TExpectation& missing : Expectations())
-        ADD_FAILURE() << "The form \"" << missing.Caption << "\" never came";
-    Expectations().clear();
+    for (const std::string& missing : Forms().TakeMissing())
+        ADD_FAILURE() << "The form \"" << missing << "\" never came";
     ::EnumThreadWindows(::GetCurrentThreadId(), FailVisible, 0);
 }
 

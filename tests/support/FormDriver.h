@@ -13,7 +13,7 @@
 namespace tests {
 
 /// The next modal form is to have this caption; `drive` is called with it when it is open and then
-/// has to end it, at once or by messages it posts.
+/// has to end it, at once or by messages it posts. What `drive` expects comes next.
 void ExpectForm(const std::string& caption, std::function<void(framework::TForm&)> drive);
 
 /// Clicks the form's button of that name; fails the test when there is none.

@@ -1,5 +1,7 @@
 #include "tests/support/Leaks.h"
 
+#include <gtest/gtest.h>
+
 #include <windows.h>
 #include <winternl.h>
 
@@ -105,6 +107,17 @@ int CountGdiObjects() {
 
 TResources CountResources() {
     return {CountHandles(), CountThreads(), CountWindows(), CountGdiObjects()};
+}
+
+void ExpectNothingLeft(int times, const std::function<void()>& action) {
+    action();
+    const TResources before = CountResources();
+    for (int i = 0; i < times; ++i) action();
+    const TResources after = CountResources();
+    EXPECT_EQ(after.Windows, before.Windows);
+    EXPECT_EQ(after.GdiObjects, before.GdiObjects);
+    EXPECT_EQ(after.Handles, before.Handles);
+    EXPECT_EQ(after.Threads, before.Threads);
 }
 
 }  // namespace tests

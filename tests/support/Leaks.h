@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 namespace tests {
 
 /// What the process holds at a moment.
@@ -11,5 +13,9 @@ struct TResources {
 };
 
 TResources CountResources();
+
+/// Does something once, to warm up, and then so many times; fails the test when the process holds
+/// more afterwards than it did before.
+void ExpectNothingLeft(int times, const std::function<void()>& action);
 
 }  // namespace tests

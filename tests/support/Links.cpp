@@ -4,7 +4,7 @@
 #include <windows.h>
 
 #include "framework/base/handle.h"
-#include "tests/support/Messages.h"
+#include "support/WaitUntil.h"
 
 namespace tests {
 
@@ -20,7 +20,7 @@ void Run(std::string command, const std::string& folder, const std::string& name
                                  folder.c_str(), &startup, &information));
     const framework::KernelHandle process(information.hProcess), thread(information.hThread);
     const std::string path = folder + "\\" + name;
-    ASSERT_TRUE(PumpUntil([&] {
+    ASSERT_TRUE(support::WaitUntil([&] {
         return (::GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES) == made;
     })) << path;
 }

@@ -1,8 +1,5 @@
 #pragma once
 
-#include <windows.h>
-
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -10,17 +7,22 @@
 
 namespace tests {
 
-/// Serves messages until the condition holds; false when it does not within the time.
-bool PumpUntil(const std::function<bool()>& condition, DWORD milliseconds = 5000);
-
 /// Keeps every text that a version-control object gives to the user.
 class TMessageLog {
 public:
-    explicit TMessageLog(tandrel::TCustomCvsObj& obj);
+    explicit TMessageLog(tandrel::TCustomCvsObj& obj) {
+        obj.OnMessage = [this](framework::TObject*, const std::string& text) {
+            Texts.push_back(text);
+        };
+    }
     /// All texts as they came.
     std::vector<std::string> Texts;
     /// The same in one.
-    std::string All() const;
+    std::string All() const {
+        std::string all;
+        for (const std::string& text : Texts) all += text;
+        return all;
+    }
     void Clear() { Texts.clear(); }
 };
 

@@ -1,0 +1,236 @@
+#include "framework/ui/list_view.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "framework/base/text.h"
+#include "framework/ui/form.h"
+
+namespace framework {
+namespace {
+
+constexpr UINT SelectionStates = LVIS_SELECTED | LVIS_FOCUSED;
+
+void SetStates(HWND list, int index, UINT states, UINT mask) {
+    LVITEMW item{};
+    item.state = states;
+    item.stateMask = mask;
+    ::SendMessageW(list, LVM_SETITEMSTATE, static_cast<WPARAM>(index),
+                   reinterpret_cast<LPARAM>(&item));
+}
+
+}  // namespace
+
+TListView::TListView(TControl& parent, TListViewStyle style) : TControl(&parent), Rows_(*this) {
+    const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_LISTVIEW_CLASSES};
+    ::InitCommonControlsEx(&classes);
+    const DWORD header = style.Header ? LVS_NOSORTHEADER : LVS_NOCOLUMNHEADER;
+    const DWORD edit = style.EditCaptions ? LVS_EDITLABELS : 0;
+    CreateHandle(WC_LISTVIEWW,
+                 WS_CHILD | WS_VISIBLE | WS_TABSTOP | LVS_REPORT | LVS_OWNERDATA | LVS_SINGLESEL |
+                     LVS_SHOWSELALWAYS | LVS_SHAREIMAGELISTS | header | edit,
+                 WS_EX_CLIENTEDGE, parent.Handle());
+    ::SendMessageW(Handle(), LVM_SETEXTENDEDLISTVIEWSTYLE, LVS_EX_FULLROWSELECT,
+                   LVS_EX_FULLROWSELECT);
+}
+
+void TListView::AddColumn(const std::string& caption, int width) {
+    std::wstring text = ToWide(caption);
+    LVCOLUMNW column{};
+    column.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_SUBITEM;
+    column.pszText = text.data();
+    column.cx = Form().Scale(width);
+    column.iSubItem = Columns_;
+    ::SendMessageW(Handle(), LVM_INSERTCOLUMNW, static_cast<WPARAM>(Columns_++),
+                   reinterpret_cast<LPARAM>(&column));
+}
+
+void TListView::SetImages(HIMAGELIST images) {
+    ::SendMessageW(Handle(), LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(images));
+}
+
+void TListView::TRows::EndUpdate() {
+    if (--Updating_ > 0 || !std::exchange(Changed_, false))
+        return;
+    List_.RowsChanged(std::exchange(Cleared_, false));
+}
+
+void TListView::TRows::Clear() {
+    const TListUpdate update(*this);
+    Items.clear();
+    Cleared_ = Changed_ = true;
+}
+
+void TListView::TRows::Add(TListRow row) {
+    const TListUpdate update(*this);
+    Items.push_back(std::move(row));
+    Changed_ = true;
+}
+
+void TListView::RowsChanged(bool cleared) {
+    if (cleared) {
+        Silent_ = true;
+        SetStates(Handle(), -1, 0, SelectionStates);
+        // Through none: the new rows are shown from the first.
+        ::SendMessageW(Handle(), LVM_SETITEMCOUNT, 0, 0);
+        Silent_ = false;
+    }
+    ::SendMessageW(Handle(), LVM_SETITEMCOUNT, static_cast<WPARAM>(Count()), LVSICF_NOSCROLL);
+    if (OnChange)
+        OnChange(this);
+}
+
+void TListView::DeleteRow(int index) {
+    const int selected = SelectedIndex();
+    Rows_.Items.at(static_cast<std::size_t>(index));
+    Rows_.Items.erase(Rows_.Items.begin() + index);
+    Silent_ = true;
+    // The selection is a position to the system; it has to follow its row.
+    if (selected >= index) {
+        SetStates(Handle(), -1, 0, SelectionStates);
+        if (selected > index)
+            SetStates(Handle(), selected - 1, SelectionStates, SelectionStates);
+    }
+    Silent_ = false;
+    RowsChanged(false);
+}
+
+int TListView::SelectedIndex() const {
+    return static_cast<int>(
+        ::SendMessageW(Handle(), LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
+}
+
+const TListRow* TListView::RowAt(int index) const {
+    return index >= 0 && index < Count() ? &Rows_.Items[static_cast<std::size_t>(index)] : nullptr;
+}
+
+const TListRow* TListView::Selected() const {
+    return RowAt(SelectedIndex());
+}
+
+void TListView::Select(int index) {
+    if (!RowAt(index)) {
+        SetStates(Handle(), -1, 0, SelectionStates);
+        return;
+    }
+    SetStates(Handle(), index, SelectionStates, SelectionStates);
+    ::SendMessageW(Handle(), LVM_ENSUREVISIBLE, static_cast<WPARAM>(index), FALSE);
+}
+
+void TListView::EditCaption(int index) {
+    SetFocus();
+    ::SendMessageW(Handle(), LVM_EDITLABELW, static_cast<WPARAM>(index), 0);
+}
+
+POINT TListView::MenuPlace() const {
+    RECT row{};
+    row.left = LVIR_LABEL;
+    ::SendMessageW(Handle(), LVM_GETITEMRECT, static_cast<WPARAM>(SelectedIndex()),
+                   reinterpret_cast<LPARAM>(&row));
+    return {row.left, row.bottom};
+}
+
+void TListView::Describe(LVITEMW& item) const {
+    const TListRow* const row = RowAt(item.iItem);
+    if (!row)
+        return;
+    if (item.mask & LVIF_IMAGE)
+        item.iImage = item.iSubItem == 0 ? row->ImageIndex : -1;
+    if ((item.mask & LVIF_TEXT) && item.pszText && item.cchTextMax > 0) {
+        const auto column = static_cast<std::size_t>(item.iSubItem);
+        const std::wstring text = column == 0 ? ToWide(row->Caption)
+                                  : column <= row->SubItems.size()
+                                      ? ToWide(row->SubItems[column - 1])
+                                      : std::wstring();
+        const std::size_t length =
+            std::min(text.size(), static_cast<std::size_t>(item.cchTextMax) - 1);
+        *std::copy_n(text.begin(), length, item.pszText) = L'\0';
+    }
+}
+
+int TListView::Find(const NMLVFINDITEMW& search) const {
+    // What is typed is the beginning of a caption.
+    const bool partial = (search.lvfi.flags & LVFI_PARTIAL) != 0;
+    if ((!partial && !(search.lvfi.flags & LVFI_STRING)) || !search.lvfi.psz || Count() == 0)
+        return -1;
+    const std::string wanted = FromWide(search.lvfi.psz);
+    const int first = std::max(search.iStart, 0);
+    const int count = search.lvfi.flags & LVFI_WRAP ? Count() : Count() - first;
+    for (int i = 0; i < count; ++i) {
+        const int index = (first + i) % Count();
+        const std::string& caption = Row(index).Caption;
+        if (SameText(partial ? std::string_view(caption).substr(0, wanted.size()) : caption,
+                     wanted))
+            return index;
+    }
+    return -1;
+}
+
+LRESULT TListView::CustomDraw(NMLVCUSTOMDRAW& draw) const {
+    if (!OnRowColor)
+        return CDRF_DODEFAULT;
+    if (draw.nmcd.dwDrawStage == CDDS_PREPAINT)
+        return CDRF_NOTIFYITEMDRAW;
+    const TListRow* const row = RowAt(static_cast<int>(draw.nmcd.dwItemSpec));
+    if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT || !row)
+        return CDRF_DODEFAULT;
+    const std::optional<COLORREF> color = OnRowColor(*row);
+    if (!color)
+        return CDRF_DODEFAULT;
+    draw.clrText = *color;
+    return CDRF_NEWFONT;
+}
+
+void TListView::Edited(const LVITEMW& item) {
+    if (!item.pszText || !RowAt(item.iItem))
+        return;
+    const std::string caption = FromWide(item.pszText);
+    Rows_.Items[static_cast<std::size_t>(item.iItem)].Caption = caption;
+    ::SendMessageW(Handle(), LVM_REDRAWITEMS, static_cast<WPARAM>(item.iItem), item.iItem);
+    if (OnEdited)
+        OnEdited(item.iItem, caption);
+}
+
+void TListView::SelectionChanged(const NMLISTVIEW& change) {
+    const UINT before = change.uOldState & LVIS_SELECTED;
+    if (Silent_ || before == (change.uNewState & LVIS_SELECTED))
+        return;
+    if (OnSelectItem)
+        OnSelectItem(this);
+    if (OnChange)
+        OnChange(this);
+}
+
+LRESULT TListView::Notify(NMHDR& header) {
+    switch (static_cast<int>(header.code)) {
+        case static_cast<int>(LVN_GETDISPINFOW):
+            Describe(reinterpret_cast<NMLVDISPINFOW&>(header).item);
+            return 0;
+        case static_cast<int>(LVN_ODFINDITEMW):
+            return Find(reinterpret_cast<const NMLVFINDITEMW&>(header));
+        case static_cast<int>(NM_CUSTOMDRAW):
+            return CustomDraw(reinterpret_cast<NMLVCUSTOMDRAW&>(header));
+        case static_cast<int>(LVN_ITEMCHANGED):
+            SelectionChanged(reinterpret_cast<const NMLISTVIEW&>(header));
+            return 0;
+        case static_cast<int>(LVN_ENDLABELEDITW):
+            Edited(reinterpret_cast<const NMLVDISPINFOW&>(header).item);
+            return TRUE;
+        case static_cast<int>(LVN_KEYDOWN):
+            if (reinterpret_cast<const NMLVKEYDOWN&>(header).wVKey == VK_F2)
+                EditCaption(SelectedIndex());
+            return 0;
+        case static_cast<int>(NM_CLICK):
+            if (OnClick)
+                OnClick(this);
+            return 0;
+        case static_cast<int>(NM_DBLCLK):
+            if (OnDblClick)
+                OnDblClick(this);
+            return 0;
+        default:
+            return 0;
+    }
+}
+
+}  // namespace framework

@@ -1,0 +1,97 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "framework/api.h"
+#include "framework/ui/control.h"
+#include "framework/ui/image_list.h"
+#include "framework/ui/views.h"
+
+namespace framework {
+
+/// What a list view shows and allows beyond the usual.
+struct TListViewStyle {
+    bool Header = true;         ///< The columns' captions stand above the rows.
+    bool EditCaptions = false;  ///< The user can change the rows' captions, also with F2.
+};
+
+/// Rows of texts in columns, one of which can be selected as a whole. The selection shows also
+/// without the focus. The control keeps the rows itself; the system asks for what it draws.
+class FRAMEWORK_API TListView : public TControl {
+public:
+    explicit TListView(TControl& parent, TListViewStyle style = {});
+
+    /// Adds a column behind the last. @param width design units.
+    void AddColumn(const std::string& caption, int width);
+    /// Small images. The list stays its owner's and must live as long as the control; null for
+    /// none.
+    void SetImages(HIMAGELIST images);
+
+    /// The rows, to be filled. Clearing them selects none and is no selection event.
+    TListRows& Rows() { return Rows_; }
+    int Count() const { return static_cast<int>(Rows_.Items.size()); }
+    /// Raises std::out_of_range.
+    const TListRow& Row(int index) const { return Rows_.Items.at(static_cast<std::size_t>(index)); }
+    /// Removes a row, and the selection if it was on it, without an event. Raises
+    /// std::out_of_range.
+    void DeleteRow(int index);
+
+    /// The selected row's position; -1 for none.
+    int SelectedIndex() const;
+    /// The selected row, or none.
+    const TListRow* Selected() const;
+    /// Selects a row, gives it the list's focus and brings it into view; -1 selects none.
+    void Select(int index);
+    /// Lets the user change a row's caption in its place, if the style allows it.
+    void EditCaption(int index);
+
+    /// Another row was selected, or none, by the user or by Select.
+    TNotifyEvent OnSelectItem;
+    /// The selection or the rows have changed; once for a bracket.
+    TNotifyEvent OnChange;
+    TNotifyEvent OnClick;
+    TNotifyEvent OnDblClick;
+    /// The user has given a row another caption; it already has it.
+    std::function<void(int index, const std::string& caption)> OnEdited;
+    /// Asked before a row is drawn: the colour of its text, or none for the usual one.
+    std::function<std::optional<COLORREF>(const TListRow& row)> OnRowColor;
+
+protected:
+    LRESULT Notify(NMHDR& header) override;
+    POINT MenuPlace() const override;
+
+private:
+    class FRAMEWORK_API TRows final : public TListRows {
+    public:
+        explicit TRows(TListView& list) : List_(list) {}
+        void BeginUpdate() override { ++Updating_; }
+        void EndUpdate() override;
+        void Clear() override;
+        void Add(TListRow row) override;
+
+        std::vector<TListRow> Items;
+
+    private:
+        TListView& List_;
+        int Updating_ = 0;
+        bool Cleared_ = false;
+        bool Changed_ = false;
+    };
+
+    void RowsChanged(bool cleared);
+    void SelectionChanged(const NMLISTVIEW& change);
+    void Describe(LVITEMW& item) const;
+    int Find(const NMLVFINDITEMW& search) const;
+    LRESULT CustomDraw(NMLVCUSTOMDRAW& draw) const;
+    void Edited(const LVITEMW& item);
+    const TListRow* RowAt(int index) const;
+
+    TRows Rows_;
+    int Columns_ = 0;
+    bool Silent_ = false;  // what the selection does now is no event
+};
+
+}  // namespace framework
