@@ -84,8 +84,12 @@ public:
     bool Watchers() override;
     /// Does nothing.
     bool WatchersBrowser() override;
+    /// Shows the working copy, read anew; returns when the user has closed the browser.
+    bool StatusBrowser() override;
     /// Does nothing.
     bool CommitBrowser() override;
+    /// Lets the user edit the connection and the project's settings; true when that was accepted.
+    bool Preferences() override;
     void HelpCommand(TOperationType Op) override;
     bool StatusFile(const std::string& FileName) override;
     bool DiffFile(bool Interactive, const std::string& FileName) override;
@@ -111,6 +115,12 @@ public:
     bool ParseLogInfo();
     /// Fills LogListB likewise.
     bool ParseLogInfoForRevDate();
+    /// The symbolic name that the user chose, or an empty text. Asks the client only while LogListA
+    /// is empty. @param withFiles only names of the selected files; else of the whole working copy.
+    std::string Get_CVSProjectTag(TTagShowOption option, bool withFiles = false);
+    /// The revision date that the user chose, in local time, or 0. Asks the client only while
+    /// LogListB is empty.
+    framework::TDateTime Get_CVSFileRevDate();
 
     /// Moves the working directory to its backup name. False when there is none to move; raises
     /// EOSError when it cannot be moved.
@@ -172,6 +182,7 @@ public:
 
     bool ExportInsteadOfCheckout = false;  ///< Pulling leaves no records of the client.
     bool KeepProjectCopy = false;          ///< Placing leaves its backup where it is.
+    bool WizardDataAccepted = false;       ///< A wizard that chooses a folder was finished.
     bool KeepCvsIgnore = true;             ///< Taking records off leaves the ignore lists.
     bool RemoveFromRepository = false;     ///< Taking records off also deletes the module.
 
@@ -183,8 +194,10 @@ private:
     bool Run(const TStartMessage& start = {});
     bool RunFileOperation(const char* whenEmpty);
     void ShowResult(const std::string& caption, const std::string& text);
-    /// Tells that an operation that was called interactively has no dialog; answers false.
-    bool NoDialog();
+    using TLabelDialog = bool (*)(TCvsObject& CvsObject);
+    /// @param flag an option to set before the event, or none. @param what the result's caption.
+    bool RunLabel(bool Interactive, TLabelDialog dialog, bool* flag,
+                  const TBeforeOperationEvent& event, const std::string& what);
     bool RunLog(bool headerOnly, TLogList& list,
                 bool (*parse)(std::string_view text, TLogList& list));
     bool CanBePlaced();

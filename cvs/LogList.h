@@ -12,7 +12,7 @@ namespace tandrel {
 class TCvsObject;
 
 /// A symbolic name or a date from the client's log.
-class TLogClass {
+class TLogClass : public framework::TObject {
 public:
     std::string Name;
     std::string Value;     ///< The revision that belongs to it.

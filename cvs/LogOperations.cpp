@@ -1,6 +1,7 @@
 // Operations on one file, and what is read out of the client's log.
 
 #include "cvs/Cvstempl.h"
+#include "cvs/Dialogs.h"
 #include "cvs/LogParser.h"
 #include "framework/base/system_time.h"
 
@@ -19,6 +20,18 @@ public:
 private:
     T& Value_;
     const T Before_;
+};
+
+/// Clears a flag when the call is over.
+class TFlagCleared {
+public:
+    explicit TFlagCleared(bool& flag) : Flag_(flag) {}
+    ~TFlagCleared() { Flag_ = false; }
+    TFlagCleared(const TFlagCleared&) = delete;
+    TFlagCleared& operator=(const TFlagCleared&) = delete;
+
+private:
+    bool& Flag_;
 };
 
 }  // namespace
@@ -45,12 +58,14 @@ std::string TCvsObject::DiffFileEx(const std::string& FileName) {
 }
 
 bool TCvsObject::DiffFile(bool Interactive, const std::string& FileName) {
-    if (Interactive) return NoDialog();
     const TFileItemsForCall cleared(FileItems);
     FileItems.AddFile(FileName, Km_none);
     LocalOnly = true;
     DiffSpec.Date1 = DiffSpec.Date2 = framework::Now();
-    if (OnDiff) OnDiff(*this);
+    if (Interactive && !sh_Diff_Form(*this))
+        return false;
+    if (OnDiff)
+        OnDiff(*this);
     return TCustomCvsObj::DiffFile(Interactive, FileName);
 }
 
@@ -63,12 +78,34 @@ bool TCvsObject::RunLog(bool headerOnly, TLogList& list,
     LogHeaderOnly = headerOnly;
     const bool done = IsVCSStoredFlag ? Log() : RLog();
     list.Clear();
-    if (!parse(capture.Text(), list)) MessageProc("error parsing RFS log");
+    if (!parse(capture.Text(), list))
+        MessageProc("error parsing RFS log");
     return done;
 }
 
-bool TCvsObject::ParseLogInfo() { return RunLog(true, LogListA, ParseSymbolicNames); }
+bool TCvsObject::ParseLogInfo() {
+    return RunLog(true, LogListA, ParseSymbolicNames);
+}
 
-bool TCvsObject::ParseLogInfoForRevDate() { return RunLog(false, LogListB, ParseRevisionDates); }
+std::string TCvsObject::Get_CVSProjectTag(TTagShowOption option, bool withFiles) {
+    // Clear afterwards, whatever it was.
+    const TFlagCleared cleared(LogNoFiles);
+    LogNoFiles = !withFiles;
+    if (LogListA.Empty())
+        ParseLogInfo();
+    std::string name;
+    Get_ProjectTag(*this, option, name);
+    return name;
+}
+
+framework::TDateTime TCvsObject::Get_CVSFileRevDate() {
+    if (LogListB.Empty())
+        ParseLogInfoForRevDate();
+    return Get_FileRevDate(*this);
+}
+
+bool TCvsObject::ParseLogInfoForRevDate() {
+    return RunLog(false, LogListB, ParseRevisionDates);
+}
 
 }  // namespace tandrel

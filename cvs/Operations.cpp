@@ -23,11 +23,13 @@ std::string TCvsObject::ExecuteDirectory() {
 }
 
 bool TCvsObject::Run(const TStartMessage& start) {
-    if (NoCVSROOTMessage()) return false;
+    if (NoCVSROOTMessage())
+        return false;
     CommandLine.clear();
     try {
         if (ParseCommand()) {
-            if (start) start();
+            if (start)
+                start();
             // Called from a handler of a run, this one will be refused.
             const bool refused = ExecuteClass->Thread != nullptr;
             Execute(ExecuteDirectory());
@@ -47,12 +49,8 @@ bool TCvsObject::Run(const TStartMessage& start) {
 
 void TCvsObject::ShowResult(const std::string& caption, const std::string& text) {
     // Without a root nothing was begun, and the exit code is that of some earlier command.
-    if (!CVSROOT().empty()) Show_OkForm(caption, text, ExitCode);
-}
-
-bool TCvsObject::NoDialog() {
-    MessageProc("The dialog of this operation is not available: nothing was done");
-    return false;
+    if (!CVSROOT().empty())
+        Show_OkForm(caption, text, ExitCode);
 }
 
 // --- operations without messages of their own -------------------------------------------------
@@ -135,7 +133,8 @@ bool TCvsObject::CheckOut(bool Interactive) {
         MessageProc("CheckOut project %S into directory(%s) from  repository %s ",
                     {Modulename(), Get_CurrentProcDirectory(), CVSROOT()});
     });
-    if (Interactive) ShowResult("CVS CheckOut", "CVS project " + Modulename());
+    if (Interactive)
+        ShowResult("CVS CheckOut", "CVS project " + Modulename());
     return done;
 }
 
@@ -151,12 +150,16 @@ bool TCvsObject::Update() {
 
 bool TCvsObject::Commit(bool Interactive) {
     TCustomCvsObj::Commit(Interactive);
-    if (Interactive) return NoDialog();
-    if (OnCommit) OnCommit(*this);
+    if (Interactive && !Commit_Prepare(*this))
+        return false;
+    if (OnCommit)
+        OnCommit(*this);
     const bool done = Run([this] {
         MessageProc("Commit  project from  directory(%s) into repository %s ",
                     {WorkingDirectory(), CVSROOT()});
     });
+    if (Interactive)
+        ShowResult("CVS commit", "CVS commit  \"" + Modulename() + "\"");
     return done;
 }
 
@@ -165,12 +168,14 @@ bool TCvsObject::Import(bool Interactive) {
     const bool done = Run([this] {
         MessageProc("Imorting directory(%s) into repository %s ", {WorkingDirectory(), CVSROOT()});
     });
-    if (Interactive) ShowResult("CVS import", "CVS import " + WorkingDirectory());
+    if (Interactive)
+        ShowResult("CVS import", "CVS import " + WorkingDirectory());
     return done;
 }
 
 bool TCvsObject::RunFileOperation(const char* whenEmpty) {
-    if (!FileItems.Empty()) return Run();
+    if (!FileItems.Empty())
+        return Run();
     MessageProc(whenEmpty);
     return ExitCode == 0;
 }
@@ -187,42 +192,46 @@ bool TCvsObject::Remove() {
 
 // --- labels and branches ----------------------------------------------------------------------
 
+bool TCvsObject::RunLabel(bool Interactive, TLabelDialog dialog, bool* flag,
+                          const TBeforeOperationEvent& event, const std::string& what) {
+    if (Interactive && !dialog(*this))
+        return false;
+    if (flag)
+        *flag = true;
+    if (event)
+        event(*this);
+    const bool done = Run();
+    if (Interactive)
+        ShowResult(what, what + " " + TagName);
+    return done;
+}
+
 bool TCvsObject::Create_Rtag(bool Interactive) {
     TCustomCvsObj::Create_Rtag(Interactive);
-    if (Interactive) return NoDialog();
-    TagBranch = true;
-    if (OnCreateBranch) OnCreateBranch(*this);
-    return Run();
+    return RunLabel(Interactive, sh_CrBranch_Form, &TagBranch, OnCreateBranch, "CVS create branch");
 }
 
 bool TCvsObject::Create_Tag(bool Interactive) {
     TCustomCvsObj::Create_Tag(Interactive);
-    if (Interactive) return NoDialog();
-    if (OnCreateLabel) OnCreateLabel(*this);
-    return Run();
+    return RunLabel(Interactive, sh_CrLabel_Form, nullptr, OnCreateLabel, "CVS create label");
 }
 
 bool TCvsObject::Del_Rtag(bool Interactive) {
     TCustomCvsObj::Del_Rtag(Interactive);
-    if (Interactive) return NoDialog();
-    TagDelete = true;
-    if (OnDeleteBranch) OnDeleteBranch(*this);
-    return Run();
+    return RunLabel(Interactive, sh_DelBranch_Form, &TagDelete, OnDeleteBranch,
+                    "CVS delete branch");
 }
 
 bool TCvsObject::Del_Tag(bool Interactive) {
     TCustomCvsObj::Del_Tag(Interactive);
-    if (Interactive) return NoDialog();
-    TagDelete = true;
-    if (OnDeleteLabel) OnDeleteLabel(*this);
-    return Run();
+    return RunLabel(Interactive, sh_DelLabel_Form, &TagDelete, OnDeleteLabel, "CVS delete label");
 }
 
 // --- the repository ---------------------------------------------------------------------------
 
 bool TCvsObject::CreateLocalRepository() {
     TCustomCvsObj::CreateLocalRepository();
-    return NoDialog();
+    return Init_Prepare(*this) && CreateLocalRepositoryAccepted();
 }
 
 bool TCvsObject::CreateLocalRepositoryAccepted() {
@@ -232,37 +241,62 @@ bool TCvsObject::CreateLocalRepositoryAccepted() {
     return done;
 }
 
+bool TCvsObject::StatusBrowser() {
+    Load_WorkDirTree();
+    if (IsVCSStoredFlag)
+        LoadVCSProjectInfo();
+    return Sh_StatusBrowser(*this);
+}
+
+bool TCvsObject::Preferences() {
+    return CVSProperty_Frm(*this);
+}
+
 bool TCvsObject::UpdateSpecial() {
     MergeSpec.Date1 = MergeSpec.Date2 = framework::Now();
-    return NoDialog();
+    return Update_Prepare(*this) && UpdateSpecialAccepted();
 }
 
 bool TCvsObject::UpdateSpecialAccepted() {
-    if (OnUpdate) OnUpdate(*this);
+    if (OnUpdate)
+        OnUpdate(*this);
     return Update();
 }
 
 bool TCvsObject::Login(bool Interactive) {
     TCustomCvsObj::Login(Interactive);
-    if (Interactive) return NoDialog();
+    if (Interactive && !Login_Prepare(*this))
+        return false;
     if (ConnectionType != cnPServer) {
         MessageProc("Loging in is required for pserver  authentication only");
         return false;
     }
-    if (OnLogin) OnLogin(*this);
-    const TFlagForCall answers(AnswerPrompts);
-    return Run();
+    if (OnLogin)
+        OnLogin(*this);
+    bool done = false;
+    {
+        const TFlagForCall answers(AnswerPrompts);
+        done = Run();
+    }
+    if (Interactive)
+        ShowResult("CVS login", "CVS login to " + CVSROOT());
+    return done;
 }
 
 bool TCvsObject::Logout(bool Interactive) {
     TCustomCvsObj::Logout(Interactive);
-    if (Interactive) return NoDialog();
+    if (Interactive && !Logout_Prepare(*this))
+        return false;
     if (ConnectionType != cnPServer) {
         MessageProc("Logout is required for pserver  authentication only");
         return false;
     }
-    if (OnLogout) OnLogout(*this);
-    return Run();
+    if (OnLogout)
+        OnLogout(*this);
+    const bool done = Run();
+    if (Interactive)
+        ShowResult("CVS logout", "CVS logout " + CVSROOT());
+    return done;
 }
 
 }  // namespace tandrel

@@ -33,25 +33,33 @@ void MakeFolders(const std::string& from, const std::string& to) {
 
 }  // namespace
 
-bool TCvsObject::WatchersBrowser() { return false; }
-bool TCvsObject::CommitBrowser() { return false; }
+bool TCvsObject::WatchersBrowser() {
+    return false;
+}
+bool TCvsObject::CommitBrowser() {
+    return false;
+}
 
 bool TCvsObject::Release() {
     TCustomCvsObj::Release();
-    return NoDialog();
+    return sh_Release_Form(*this) && ReleaseAccepted();
 }
 
 bool TCvsObject::ReleaseAccepted() {
     TCustomCvsObj::Release();
-    if (OnRelease) OnRelease(*this);
+    if (OnRelease)
+        OnRelease(*this);
     const TFlagForCall answers(AnswerPrompts);
     return Run([this] { MessageProc("Release directory(%s)  ", {WorkingDirectory()}); });
 }
 
-bool TCvsObject::PullProject() { return NoDialog(); }
+bool TCvsObject::PullProject() {
+    return PullProject_Prepare(*this) && PullProjectAccepted();
+}
 
 bool TCvsObject::PullProjectAccepted() {
-    if (OnPullProject) OnPullProject(*this);
+    if (OnPullProject)
+        OnPullProject(*this);
     const bool done = ExportInsteadOfCheckout ? Export_cmd(false) : CheckOut(false);
     Show_OkForm("CVS Pull Project ",
                 "project \"" + Modulename() + "\" pull into directory " + ProjectRoot(),
@@ -66,7 +74,14 @@ void TCvsObject::ShowPlaceResult(int code) {
                 "project \"" + Modulename() + "\" place into repository " + CVSROOT(), code);
 }
 
-bool TCvsObject::PlaceProject() { return NoDialog(); }
+bool TCvsObject::PlaceProject() {
+    if (IsVCSStoredFlag)
+        MessageProc("Project already  in CVS ");
+    else if (PlaceProject_Prepare(*this))
+        return PlaceProjectAccepted();
+    ShowPlaceResult(1);
+    return false;
+}
 
 bool TCvsObject::PlaceProjectAccepted() {
     bool placed = false;
@@ -108,16 +123,19 @@ bool TCvsObject::CanBePlaced() {
 }
 
 bool TCvsObject::Place() {
-    if (OnPlaceProject) OnPlaceProject(*this);
+    if (OnPlaceProject)
+        OnPlaceProject(*this);
     const bool ofThisFolder =
         !WorkDirTree.Empty() &&
         framework::SameText(WorkDirTree.GetItem(0).Directory, WorkingDirectory());
-    if (!ofThisFolder) Load_WorkDirTree();
+    if (!ofThisFolder)
+        Load_WorkDirTree();
     WorkDirTree.SaveIgnore(IgnoreFileName);
     bool checkedOut = false;
     std::exception_ptr raised;
     try {
-        if (!Import(false) || !CreateCopyProject()) return false;
+        if (!Import(false) || !CreateCopyProject())
+            return false;
         // The model's files are elsewhere for the time being.
         WorkDirTree.Clear();
         // Whatever has taken the folder's place meanwhile.
@@ -127,7 +145,8 @@ bool TCvsObject::Place() {
         checkedOut = CheckOut(false);
     } catch (...) {
         // There was no backup before: without one now, nothing has happened yet.
-        if (!framework::DirectoryExists(Get_NewName())) throw;
+        if (!framework::DirectoryExists(Get_NewName()))
+            throw;
         // A handler that raises does not mean the files to stay aside.
         raised = std::current_exception();
     }
@@ -135,7 +154,8 @@ bool TCvsObject::Place() {
     // The last that the user heard of them is that they were moved aside.
     if (complete && !checkedOut)
         MessageProc("Your files are in directory(%s)", {WorkingDirectory()});
-    if (raised) std::rethrow_exception(raised);
+    if (raised)
+        std::rethrow_exception(raised);
     Load_WorkDirTree();
     return complete && checkedOut;
 }
@@ -153,7 +173,8 @@ bool TCvsObject::BringFilesBack() {
         };
         bool allFit = true;
         std::erase_if(kept, [&](const std::string& path) {
-            if (!IsAdminPath(path, backup)) return false;
+            if (!IsAdminPath(path, backup))
+                return false;
             if (path.find("\\CVS\\", backup.size()) == std::string::npos) {
                 // The user's own folder; only its name means another to the client.
                 leave(path, "its folder has the name of the client's records");
@@ -168,7 +189,8 @@ bool TCvsObject::BringFilesBack() {
     } catch (const framework::Exception& error) {
         MessageProc(error.what());
     }
-    if (!complete) MessageProc("Your files are in directory(%s)", {backup});
+    if (!complete)
+        MessageProc("Your files are in directory(%s)", {backup});
     return complete;
 }
 

@@ -16,7 +16,8 @@ void LimitHeight(framework::TLabel& label, int height) {
     std::string text = label.Text();
     while (label.Height() > height) {
         const std::size_t end = text.find('\n');
-        if (end == std::string::npos) return;
+        if (end == std::string::npos)
+            return;
         text.erase(0, end + 1);
         label.SetText("...\r\n" + text);
     }

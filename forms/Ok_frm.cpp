@@ -10,12 +10,12 @@ TCucces_Form::TCucces_Form(const std::string& caption, const std::string& text, 
     : TForm(caption) {
     using L = TMessageBoxLayout;
     const bool failed = code != 0;
-    const SIZE used = AddPictureAndText(
-        *this, failed ? L"ERR" : L"SUCCES",
-        // The figure is part of the text, whatever the code is.
-        text + (failed ? " execute with Exitcode 1" : " successfuly completed"));
-    auto& ok = Make<framework::TButton>("BitBtn1", *this, "Ok",
-                                        framework::TButtonRole::DefaultAndCancel);
+    const SIZE used =
+        AddPictureAndText(*this, failed ? L"ERR" : L"SUCCES",
+                          // The figure is part of the text, whatever the code is.
+                          text + (failed ? " execute with Exitcode 1" : " successfuly completed"));
+    auto& ok =
+        Make<framework::TButton>("BitBtn1", *this, "Ok", framework::TButtonRole::DefaultAndCancel);
     ok.ModalResult = framework::mrOk;
     const int top = used.cy + Scale(L::Margin);
     ok.SetBounds((used.cx - Scale(L::ButtonWidth)) / 2, top, Scale(L::ButtonWidth),

@@ -83,6 +83,75 @@ def exclamation(x, y):
     return strokes([(32, 24), (32, 38)], 6)(x, y) or math.hypot(x - 32, y - 47.5) <= 3.6
 
 
+def title(name, width=150, height=300):
+    """The wizards' side: a trunk of revisions with two branches, light on blue. 24-bit."""
+    trunk = [(46, 290), (46, 18)]
+    branches = [[(46, 214), (88, 176), (88, 52)], [(46, 130), (16, 100), (16, 60)]]
+    revisions = [(46, y) for y in (262, 214, 172, 130, 88, 46)]
+    revisions += [(88, y) for y in (158, 112, 66)] + [(16, 78)]
+    lines = [strokes(points, 3) for points in [trunk, *branches]]
+    layers = [
+        (lambda x, y: any(line(x, y) for line in lines), (190, 208, 232)),
+        (lambda x, y: any(math.hypot(x - a, y - b) <= 8 for a, b in revisions), (236, 242, 250)),
+        (lambda x, y: any(math.hypot(x - a, y - b) <= 4 for a, b in revisions), (52, 92, 148)),
+    ]
+    rows = bytearray()
+    for y in reversed(range(height)):
+        t = y / height
+        row = bytearray()
+        for x in range(width):
+            colour = tuple(a + (b - a) * t for a, b in zip((44, 78, 128), (88, 132, 188)))
+            for inside, paint in layers:
+                cover = coverage(inside, x, y)
+                colour = tuple(old * (1 - cover) + new * cover for old, new in zip(colour, paint))
+            red, green, blue = (round(value) for value in colour)
+            row += bytes((blue, green, red))
+        rows += row + b"\0" * (-len(row) % 4)
+    header = struct.pack("<IiiHHIIiiII", 40, width, height, 1, 24, 0, len(rows), 0, 0, 0, 0)
+    file = struct.pack("<2sIHHI", b"BM", 14 + len(header) + len(rows), 0, 0, 14 + len(header))
+    (HERE / name).write_bytes(file + header + rows)
+
+
+def icon(name, sizes=(16, 32, 48)):
+    """The host's icon: two revisions on a trunk and one on a branch. 32-bit."""
+    images = []
+    for size in sizes:
+        unit = size / 16
+        scaled = lambda points: [(x * unit, y * unit) for x, y in points]
+        lines = [
+            strokes(scaled([(5, 14.5), (5, 1.5)]), 1.6 * unit),
+            strokes(scaled([(5, 10.5), (11.5, 7), (11.5, 3)]), 1.6 * unit),
+        ]
+        discs = scaled([(5, 12.5), (5, 4), (11.5, 4)])
+        layers = [
+            (lambda x, y: any(line(x, y) for line in lines), (70, 110, 170)),
+            (lambda x, y: any(math.hypot(x - a, y - b) <= 2.9 * unit for a, b in discs), (32, 72, 132)),
+            (lambda x, y: any(math.hypot(x - a, y - b) <= 1.5 * unit for a, b in discs), WHITE),
+        ]
+        rows = bytearray()
+        for y in reversed(range(size)):
+            for x in range(size):
+                red = green = blue = alpha = 0.0
+                for inside, colour in layers:
+                    cover = coverage(inside, x, y)
+                    if cover:
+                        red, green, blue = (
+                            old * (1 - cover) * bool(alpha) + new * (cover if alpha else 1)
+                            for old, new in zip((red, green, blue), colour)
+                        )
+                    alpha = alpha * (1 - cover) + cover
+                rows += bytes(min(255, round(v)) for v in (blue, green, red, alpha * 255))
+        mask = bytes(((size + 31) // 32) * 4 * size)
+        header = struct.pack("<IiiHHIIiiII", 40, size, 2 * size, 1, 32, 0, len(rows), 0, 0, 0, 0)
+        images.append((size, header + bytes(rows) + mask))
+    file = struct.pack("<HHH", 0, 1, len(images))
+    offset = len(file) + 16 * len(images)
+    for size, data in images:
+        file += struct.pack("<BBBBHHII", size, size, 0, 0, 1, 32, len(data), offset)
+        offset += len(data)
+    (HERE / name).write_bytes(file + b"".join(data for _, data in images))
+
+
 def chunk(tag, data):
     return tag + struct.pack("<I", len(data)) + data + b"\0" * (len(data) % 2)
 
@@ -150,4 +219,6 @@ if __name__ == "__main__":
     picture("err.bmp", [(disc, RED), (cross, WHITE)])
     picture("succes.bmp", [(disc, GREEN), (strokes([(19, 33), (28, 42), (45, 23)], 7), WHITE)])
     picture("alert.bmp", [(rounded_triangle((32, 9), (58, 54), (6, 54), 4), AMBER), (exclamation, DARK)])
+    title("title2.bmp")
+    icon("host.ico")
     clip("progress.avi")

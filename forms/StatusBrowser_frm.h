@@ -1,0 +1,74 @@
+#pragma once
+
+#include <array>
+
+#include "core/Customvcs_types.h"
+#include "forms/FrameDetForm.h"
+#include "forms/Pictures.h"
+#include "framework/ui/list_view.h"
+#include "framework/ui/menus.h"
+#include "framework/ui/page_control.h"
+#include "framework/ui/rich_edit.h"
+#include "framework/ui/splitter.h"
+#include "framework/ui/tree_view.h"
+
+namespace tandrel {
+
+class TWorkDirItem;
+
+/// The working copy as a tree and a list, with what the client tells of the chosen file. A page of
+/// the browser.
+class TStatusBrowser_Form : public TFrameDetForm {
+public:
+    TStatusBrowser_Form();
+    ~TStatusBrowser_Form() override;
+    bool StatusOk() override;
+    void LoadFormData() override;
+
+private:
+    /// One of the three pages under the list.
+    struct TPage {
+        framework::TTabSheet* Sheet = nullptr;
+        framework::TRichEdit* Edit = nullptr;
+        framework::TMenuItem* Item = nullptr;
+        TOperationType Operation = otStatus;
+    };
+    enum { StatusPage, LogPage, DiffPage };
+
+    void AddMenu();
+    void AddControls();
+    void AddPages(framework::TControl& parent);
+    void BindEvents();
+
+    void LoadRootNodes();
+    void LoadRootLw();
+    bool TreeView1Expanding(framework::TTreeViewNode& node);
+    void NodeDeleted(framework::TTreeViewNode& node);
+    void Timer1Timer();
+    void Timer2Timer();
+    void LoadFileData(TWorkDirItem& item);
+    void HighlightDiffText();
+    void PageControl1Change();
+    void ListView1DblClick();
+    void RefreschF51Click();
+    void StatusItemClick(framework::TMenuItem& clicked);
+    bool KeyPressed(WPARAM key);
+    TWorkDirItem* SelectedInList() const;
+    TWorkDirItem* SelectedInTree() const;
+
+    bool ForceRefresh_ = false;
+    TStateImages Images_;
+    framework::TPopupMenu* PopupMenu1_;
+    framework::TMenuItem* RefreschF51_;
+    framework::TTreeView* TreeView1_;
+    framework::TListView* ListView1_;
+    framework::TPageControl* PageControl1_;
+    std::array<TPage, 3> Pages_;
+    framework::TTimer* Timer1_;
+    framework::TTimer* Timer2_;
+};
+
+/// The status form made last, or none.
+extern TStatusBrowser_Form* StatusBrowser_Form;
+
+}  // namespace tandrel
