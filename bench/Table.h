@@ -104,5 +104,6 @@ void MeasureRunner(TTable& table);
 void MeasureCommands(TTable& table);
 void MeasureWorkingCopy(TTable& table);
 void MeasureLog(TTable& table);
+void MeasureTools(TTable& table);
 
 }  // namespace bench

@@ -1,0 +1,73 @@
+#include "tools/Promt_frm.h"
+
+#include <algorithm>
+
+#include "framework/ui/buttons.h"
+#include "framework/ui/labels.h"
+#include "tools/Dialogs.h"
+
+namespace tandrel {
+
+using namespace framework;
+
+namespace {
+
+// Design units.
+constexpr int FormWidth = 420, Margin = 12, Gap = 8;
+constexpr int FieldLeft = 110, FieldWidth = FormWidth - FieldLeft - Margin, EditHeight = 21;
+constexpr int ButtonWidth = 75, ButtonHeight = 25;
+/// Longer commands are shown in part: the form has to stay on the screen.
+constexpr std::size_t LongestCommand = 1000;
+
+std::string Shortened(const std::string& command) {
+    return command.size() > LongestCommand ? command.substr(0, LongestCommand) + "..." : command;
+}
+
+}  // namespace
+
+TPrompt_Form::TPrompt_Form(const std::string& command, const std::string& arguments)
+    : TForm("Enter Arguments") {
+    const auto label = [this](const char* name, const std::string& text, int left, int top,
+                              int maxWidth) {
+        auto& made = Make<TLabel>(name, *this, text, maxWidth);
+        made.SetBounds(left, top, made.Width(), made.Height());
+        return made.Height();
+    };
+    int top = Scale(Margin);
+    label("Label1", "Tools command", Scale(Margin), top, 0);
+    const int height =
+        label("Label2", Shortened(command), Scale(FieldLeft), top, Scale(FieldWidth));
+    top += std::max(height, Scale(EditHeight - Gap)) + Scale(Gap);
+    Edit1_ = &Make<TEdit>("Edit1", *this);
+    Edit1_->SetText(arguments);
+    Edit1_->SetBounds(Scale(FieldLeft), top, Scale(FieldWidth), Scale(EditHeight));
+    const int lower = (Scale(EditHeight) - Edit1_->TextSize("T").cy) / 2;
+    label("Label3", "Tolls arguments", Scale(Margin), top + lower, 0);
+
+    top += Scale(EditHeight + Margin + Gap);
+    int left = Scale(FormWidth - Margin - 2 * ButtonWidth - Gap);
+    for (const auto& [name, caption, role, result] :
+         {std::tuple{"BitBtn1", "Ok", TButtonRole::Default, mrOk},
+          {"BitBtn2", "Cancel", TButtonRole::Cancel, mrCancel}}) {
+        auto& button = Make<TButton>(name, *this, caption, role);
+        button.ModalResult = result;
+        button.SetBounds(left, top, Scale(ButtonWidth), Scale(ButtonHeight));
+        left += Scale(ButtonWidth + Gap);
+    }
+    SetClientSize(Scale(FormWidth), top + Scale(ButtonHeight + Margin));
+}
+
+void TPrompt_Form::Shown() {
+    Edit1_->SetFocus();
+    Edit1_->SelectAll();
+}
+
+bool Sh_Prompt_Form(const std::string& command, std::string& arguments) {
+    TPrompt_Form form(command, arguments);
+    if (form.ShowModal() != mrOk)
+        return false;
+    arguments = form.Arguments();
+    return true;
+}
+
+}  // namespace tandrel
