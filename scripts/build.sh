@@ -1,7 +1,7 @@
 # shellcheck shell=bash disable=SC2154
 # build.sh: configures and builds presets.  Sourced.
 
-build_preset() { # PRESET
+build_preset() { # PRESET [TARGET...]: everything without targets
     local build=$root/build/$1
     # A checkout that was moved or copied brings a build folder that CMake refuses.
     if [ -f "$build/CMakeCache.txt" ] &&
@@ -13,7 +13,10 @@ build_preset() { # PRESET
         [ "$root/CMakePresets.json" -nt "$build/CMakeCache.txt" ]; then
         logged "configure-$1" "configuring $1" in_root cmake --preset "$1"
     fi
-    logged "build-$1" "building $1" in_root cmake --build --preset "$1"
+    local preset=$1
+    shift
+    logged "build-$preset" "building $preset" \
+        in_root cmake --build --preset "$preset" ${1:+--target "$@"}
 }
 
 in_root() {

@@ -1,0 +1,24 @@
+#include "host/ChildJob.h"
+
+#include "framework/base/exceptions.h"
+
+namespace host {
+
+bool TChildJob::EndWithUs(bool end) {
+    JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits{};
+    limits.BasicLimitInformation.LimitFlags = end ? JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE : 0;
+    return ::SetInformationJobObject(Job_.Get(), JobObjectExtendedLimitInformation, &limits,
+                                     sizeof limits) != FALSE;
+}
+
+TChildJob::TChildJob() : Job_(::CreateJobObjectW(nullptr, nullptr)) {
+    if (!Job_) framework::RaiseLastOSError();
+    // The process itself: what it starts then belongs to the job from the first moment. When the
+    // process is killed, the only handle goes with it, and with the handle everything in the job.
+    if (!EndWithUs(true) || !::AssignProcessToJobObject(Job_.Get(), ::GetCurrentProcess()))
+        framework::RaiseLastOSError();
+}
+
+TChildJob::~TChildJob() { EndWithUs(false); }
+
+}  // namespace host

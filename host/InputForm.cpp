@@ -1,0 +1,97 @@
+#include "host/InputForm.h"
+
+#include <algorithm>
+
+#include "framework/ui/buttons.h"
+#include "framework/ui/combo_box.h"
+#include "framework/ui/edits.h"
+#include "framework/ui/labels.h"
+
+namespace host {
+
+using namespace framework;
+
+namespace {
+
+/// Fields below one another: "Input1" and so on, then "Ok" and "Cancel".
+class TInputForm : public TForm {
+public:
+    TInputForm(const std::string& caption, const std::vector<TInput>& inputs) : TForm(caption) {
+        for (const TInput& input : inputs) AddInput(input);
+        AddButtons();
+    }
+
+    void Save(std::vector<TInput>& inputs) const {
+        for (std::size_t i = 0; i < inputs.size(); ++i) {
+            const auto* box = dynamic_cast<TCheckBox*>(Controls_[i]);
+            const auto* list = dynamic_cast<TComboBox*>(Controls_[i]);
+            inputs[i].Value = box    ? (box->Checked() ? "1" : "")
+                              : list ? list->Item(list->ItemIndex())
+                                     : Controls_[i]->Text();
+        }
+    }
+
+private:
+    static constexpr int Width = 360, Margin = 12, LabelWidth = 120, Row = 29;
+
+    void AddInput(const TInput& input) {
+        const std::string name = "Input" + std::to_string(Controls_.size() + 1);
+        if (input.Kind != TInput::Flag) {
+            auto& label = Make<TLabel>("", *this, input.Label);
+            label.SetBounds(Scale(Margin), Scale(Top_ + 3), label.Width(), label.Height());
+        }
+        switch (input.Kind) {
+            case TInput::Flag: {
+                auto& box = Make<TCheckBox>(name, *this, input.Label);
+                box.SetChecked(input.Value == "1");
+                return Place(box, Margin, Width - 2 * Margin);
+            }
+            case TInput::Choice: {
+                auto& list = Make<TComboBox>(name, *this, input.Items);
+                const auto at = std::find(input.Items.begin(), input.Items.end(), input.Value);
+                list.SetItemIndex(static_cast<int>(at - input.Items.begin()));
+                return Place(list, Margin + LabelWidth, Width - 2 * Margin - LabelWidth);
+            }
+            case TInput::Text: {
+                auto& edit = Make<TEdit>(name, *this);
+                edit.SetText(input.Value);
+                return Place(edit, Margin + LabelWidth, Width - 2 * Margin - LabelWidth);
+            }
+        }
+    }
+
+    void Place(TControl& control, int left, int width) {
+        control.SetBounds(Scale(left), Scale(Top_), Scale(width), Scale(21));
+        Controls_.push_back(&control);
+        Top_ += Row;
+    }
+
+    void AddButtons() {
+        constexpr int ButtonWidth = 75, ButtonHeight = 25, Gap = 8;
+        auto& ok = Make<TButton>("Ok", *this, "Ok", TButtonRole::Default);
+        ok.ModalResult = mrOk;
+        auto& cancel = Make<TButton>("Cancel", *this, "Cancel", TButtonRole::Cancel);
+        cancel.ModalResult = mrCancel;
+        int left = Width - Margin - 2 * ButtonWidth - Gap;
+        for (TButton* button : {&ok, &cancel}) {
+            button->SetBounds(Scale(left), Scale(Top_ + Gap), Scale(ButtonWidth),
+                              Scale(ButtonHeight));
+            left += ButtonWidth + Gap;
+        }
+        SetClientSize(Scale(Width), Scale(Top_ + Gap + ButtonHeight + Margin));
+    }
+
+    int Top_ = Margin;
+    std::vector<TControl*> Controls_;
+};
+
+}  // namespace
+
+bool AskFor(const std::string& caption, std::vector<TInput>& inputs) {
+    TInputForm form(caption, inputs);
+    if (form.ShowModal() != mrOk) return false;
+    form.Save(inputs);
+    return true;
+}
+
+}  // namespace host

@@ -1,0 +1,280 @@
+#include "host/MainForm.h"
+
+#include <algorithm>
+
+#include "core/Cvs_utils.h"
+#include "framework/base/files.h"
+#include "framework/base/paths.h"
+#include "framework/base/text.h"
+#include "framework/ui/application.h"
+#include "framework/ui/dialogs.h"
+#include "framework/ui/image_list.h"
+#include "framework/ui/labels.h"
+#include "host/InputForm.h"
+
+namespace host {
+
+using namespace framework;
+using namespace tandrel;
+
+namespace {
+
+constexpr const char* Title = "Tandrel";
+
+TWorkDirItem* ItemOf(TObject* data) { return static_cast<TWorkDirItem*>(data); }
+
+std::optional<COLORREF> ColourOf(const TWorkDirItem& item) {
+    if (!item.Included) return RGB(128, 128, 128);
+    if (!item.InRepository) return RGB(0, 128, 0);
+    return item.Changed && !item.IsDirectory ? std::optional(RGB(192, 0, 0)) : std::nullopt;
+}
+
+}  // namespace
+
+TMainForm::TMainForm(TSettings& settings, const TPackageRegistry& packages)
+    : TForm(Title, TFormBorder::Main), Settings_(settings), Packages_(packages) {
+    Application().SetMainWindow(Handle());
+    // None in a program that has no icon.
+    const HMODULE program = ::GetModuleHandleW(nullptr);
+    for (const auto& [kind, size] : {std::pair{ICON_BIG, SM_CXICON}, {ICON_SMALL, SM_CXSMICON}})
+        ::SendMessageW(Handle(), WM_SETICON, static_cast<WPARAM>(kind),
+                       reinterpret_cast<LPARAM>(::LoadImageW(
+                           program, MAKEINTRESOURCEW(1), IMAGE_ICON, ::GetSystemMetrics(size),
+                           ::GetSystemMetrics(size), LR_SHARED)));
+    AddControls();
+    BindTools();
+    BuildMenu();
+    ShowProject();
+}
+
+TMainForm::~TMainForm() {
+    for (TDocumentForm* document : Documents_) document->Free();
+    // The menu must go before the window, the projects before what they tell to.
+    Projects_.clear();
+    FreeComponents();
+}
+
+void TMainForm::AddControls() {
+    auto& top = Make<TPanel>("Top", *this);
+    auto& label = Make<TLabel>("", top, "Project");
+    ProjectList_ = &Make<TComboBox>("Projects", top);
+    SetClientSize(Scale(760), Scale(560));
+    SetMinClientSize(Scale(420), Scale(300));
+    top.SetBounds(0, 0, Scale(760), Scale(30));
+    label.SetBounds(Scale(6), Scale(8), label.Width(), label.Height());
+    ProjectList_->SetBounds(Scale(54), Scale(4), Scale(700), Scale(21));
+    ProjectList_->SetAnchors(akLeft | akTop | akRight);
+    ProjectList_->OnChange = [this](TObject*) {
+        TurnTo(static_cast<std::size_t>(ProjectList_->ItemIndex()));
+    };
+    top.SetAlign(TAlign::Top);
+
+    auto& files = Make<TPanel>("Files", *this);
+    files.SetBounds(0, 0, 0, Scale(330));
+    files.SetAlign(TAlign::Top);
+    Make<TSplitter>("Splitter1", *this, files, TAlign::Top, 80);
+    Output_ = &Make<TRichEdit>("Output", *this);
+    Output_->SetReadOnly(true);
+    Output_->SetAlign(TAlign::Client);
+
+    Tree_ = &Make<TTreeView>("Tree", files);
+    Tree_->SetBounds(0, 0, Scale(220), 0);
+    Tree_->SetAlign(TAlign::Left);
+    Make<TSplitter>("Splitter2", files, *Tree_, TAlign::Left, 80);
+    List_ = &Make<TListView>("List", files);
+    List_->SetAlign(TAlign::Client);
+    for (const auto& [caption, width] : {std::pair{"Filename", 150}, {"Status", 140},
+                                         {"Revision", 70}, {"TimeStamp", 150}})
+        List_->AddColumn(caption, width);
+    if (const HIMAGELIST icons = ShellSmallImageList()) {
+        Tree_->SetImages(icons);
+        List_->SetImages(icons);
+    }
+    Tree_->OnChange = [this](TObject*) { ShowList(); };
+    Tree_->OnExpanding = [this](TTreeViewNode& node) { return Expand(node); };
+    Tree_->OnDeletion = [](TTreeViewNode& node) {
+        TWorkDirItem* const item = ItemOf(node.Data());
+        if (item && item->TreeNode == &node) item->TreeNode = nullptr;
+    };
+    List_->OnRowColor = [](const TListRow& row) { return ColourOf(*ItemOf(row.Data)); };
+    List_->OnSelectItem = [this](TObject*) { EnableMenu(); };
+    List_->OnDblClick = [this](TObject*) { OpenSelection(); };
+}
+
+// --- projects ---------------------------------------------------------------------------------
+
+void TMainForm::OpenProject(const std::string& folder) {
+    const std::string path = RemoveSlashSep(folder);
+    if (!DirectoryExists(path)) {
+        Tell("There is no folder " + path + "\r\n");
+        Settings_.Forget(path);
+        return ShowRecent();
+    }
+    auto at = std::find_if(Projects_.begin(), Projects_.end(),
+                           [&](const auto& open) { return SameText(open->Folder(), path); });
+    if (at == Projects_.end()) {
+        Projects_.push_back(std::make_unique<TProject>(*this, Settings_, path));
+        at = Projects_.end() - 1;
+        if ((*at)->HasPending())
+            Tell("Commands of " + path + " wait for the server: they run when it is next set "
+                 "off-line and on-line again.\r\n");
+    }
+    Settings_.Remember(path);
+    TurnTo(static_cast<std::size_t>(at - Projects_.begin()));
+}
+
+void TMainForm::TurnTo(std::size_t index) {
+    // The files shown are those of the project before: they go first.
+    List_->Rows().Clear();
+    Tree_->Clear();
+    Current_ = index < Projects_.size() ? Projects_[index].get() : nullptr;
+    ShowProject();
+}
+
+void TMainForm::CloseProject() {
+    if (!Current_ || Current_->Running() || !SaveDocuments()) return;
+    Current_->Save();
+    List_->Rows().Clear();
+    Tree_->Clear();
+    std::erase_if(Projects_, [&](const auto& open) { return open.get() == Current_; });
+    TurnTo(0);
+}
+
+void TMainForm::ShowProject() {
+    std::vector<std::string> folders;
+    int at = -1;
+    for (const auto& project : Projects_) {
+        if (project.get() == Current_) at = static_cast<int>(folders.size());
+        folders.push_back(project->Folder());
+    }
+    ProjectList_->SetItems(folders);
+    ProjectList_->SetItemIndex(at);
+    ProjectList_->SetEnabled(!folders.empty());
+    SetText(Current_ ? ExtractFileName(Current_->Folder()) + " - " + Title : Title);
+    ShowRecent();
+    ShowFiles();
+}
+
+void TMainForm::ShowFiles() {
+    if (Current_) {
+        const TTreeUpdate update(*Tree_);
+        Tree_->Clear();
+        TTreeViewNode& top = Tree_->Root().AddChild(ExtractFileName(Current_->Folder()));
+        for (TWorkDirItem& item : Current_->Cvs().WorkDirTree) {
+            if (!item.IsDirectory) continue;
+            TTreeViewNode& node = top.AddChild(item.Name);
+            node.SetData(&item);
+            node.SetImages(item.ImageIndex, item.ImageIndex, 0);
+            node.SetHasChildren(true);
+        }
+    }
+    if (Current_) Tree_->Root().Children().front()->SetExpanded(true);
+    ShowList();
+}
+
+bool TMainForm::Expand(TTreeViewNode& node) {
+    TWorkDirItem* const item = ItemOf(node.Data());
+    if (!item) return true;
+    const TTreeUpdate update(*Tree_);
+    bool allow = true;
+    item->OnExpanding(node, allow);
+    return allow;
+}
+
+void TMainForm::ShowList() {
+    TTreeViewNode* const node = Tree_->Selected();
+    TWorkDirItem* const item = node ? ItemOf(node->Data()) : nullptr;
+    {
+        const TListUpdate update(List_->Rows());
+        List_->Rows().Clear();
+        if (item)
+            item->OnSelect(List_->Rows());
+        else if (Current_)
+            for (TWorkDirItem& entry : Current_->Cvs().WorkDirTree)
+                AddLwItems(List_->Rows(), entry);
+    }
+    EnableMenu();
+}
+
+TWorkDirItem* TMainForm::SelectedItem() const {
+    if (const TListRow* row = List_->Selected()) return ItemOf(row->Data);
+    const TTreeViewNode* const node = Tree_->Selected();
+    return node ? ItemOf(node->Data()) : nullptr;
+}
+
+std::vector<std::string> TMainForm::Selection() const {
+    const TWorkDirItem* const item = SelectedItem();
+    if (!item) return {};
+    return {SlashSep(item->Directory, item->Name)};
+}
+
+// --- documents --------------------------------------------------------------------------------
+
+void TMainForm::ForgetClosedDocuments() {
+    std::erase_if(Documents_, [](TDocumentForm* document) {
+        if (document->Visible()) return false;
+        document->Free();
+        return true;
+    });
+}
+
+TDocumentForm* TMainForm::FindDocument(const std::string& path) const {
+    for (TDocumentForm* document : Documents_)
+        if (SameText(document->Path(), path)) return document;
+    return nullptr;
+}
+
+void TMainForm::OpenDocument(const std::string& path) {
+    ForgetClosedDocuments();
+    TDocumentForm* document = FindDocument(path);
+    if (!document) {
+        document = &Application().CreateForm<TDocumentForm>(path);
+        Documents_.push_back(document);
+    }
+    document->Reload();
+    document->Show();
+    ::SetForegroundWindow(document->Handle());
+}
+
+bool TMainForm::SaveDocuments() {
+    ForgetClosedDocuments();
+    for (TDocumentForm* document : Documents_)
+        if (document->Modified() && AskYesNo("Save the changes to " + document->Text() + "?") &&
+            !document->Save())
+            return false;
+    return true;
+}
+
+// --- what projects ask ------------------------------------------------------------------------
+
+void TMainForm::Tell(const std::string& text) { Output_->Append(text); }
+
+bool TMainForm::AskYesNo(const std::string& question) {
+    return DialogFunctions().AskYesNo(Title, question);
+}
+
+bool TMainForm::AskForTags(std::string& vendor, std::string& release) {
+    std::vector<TInput> inputs = {{TInput::Text, "Vendor tag", vendor, {}},
+                                  {TInput::Text, "Release tag", release, {}}};
+    if (!AskFor("Tags of the project", inputs)) return false;
+    vendor = inputs[0].Value;
+    release = inputs[1].Value;
+    return true;
+}
+
+void TMainForm::CloseQuery() {
+    // A running command ends first: what it does must not be torn.
+    if (Busy_) {
+        ClosePending_ = true;
+        return Tell("The window closes when the command has ended.\r\n");
+    }
+    ForgetClosedDocuments();
+    for (TDocumentForm* document : Documents_) {
+        document->Close();
+        if (document->Visible()) return;
+    }
+    for (const auto& project : Projects_) project->Save();
+    Application().Terminate();
+}
+
+}  // namespace host

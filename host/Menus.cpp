@@ -1,0 +1,328 @@
+// The menu: one table with all that can be done, and when.
+
+#include <algorithm>
+
+#include "core/Cvs_utils.h"
+#include "framework/base/files.h"
+#include "framework/base/paths.h"
+#include "framework/ui/application.h"
+#include "framework/ui/dialogs.h"
+#include "host/InputForm.h"
+#include "host/MainForm.h"
+
+namespace host {
+
+using namespace framework;
+using namespace tandrel;
+
+namespace {
+
+/// What has to be there for a command.
+enum TNeeds : unsigned {
+    Nothing = 0,
+    NeedsProject = 1,
+    NeedsStored = 2 | NeedsProject,     ///< The folder is a working copy.
+    NeedsUnstored = 4 | NeedsProject,   ///< It is none.
+    NeedsSelection = 8 | NeedsProject,  ///< A file or folder below the project is chosen.
+    NeedsServer = 16 | NeedsProject,    ///< The repository is one of a password server.
+    NeedsStoredSelection = NeedsStored | NeedsSelection
+};
+
+bool Has(unsigned needs, unsigned what) { return (needs & what) == what; }
+
+}  // namespace
+
+struct TMainForm::TMenuCommand {
+    const char* Menu;
+    const char* Caption;  ///< "-" for a separator.
+    unsigned Needs = Nothing;
+    TShortcut Shortcut = {};
+    std::function<void(TMainForm&)> Action = {};
+};
+
+namespace {
+
+using TOperation = std::function<bool(TCvsObject&)>;
+
+}  // namespace
+
+const std::vector<TMainForm::TMenuCommand>& TMainForm::Commands() {
+    const auto project = [](TOperation operation) {
+        return [operation](TMainForm& form) { form.Operate(operation, false); };
+    };
+    const auto file = [](TOperation operation) {
+        return [operation](TMainForm& form) { form.Operate(operation, true); };
+    };
+    using C = TCvsObject;
+    using F = TMainForm;
+    const TShortcut none;
+    static const std::vector<TMenuCommand> commands = {
+        {"&File", "&Open folder...", Nothing, {'O', true}, &F::AskForFolder},
+        {"&File", "&Close project", NeedsProject, none, &F::CloseProject},
+        {"&File", "-"},
+        {"&File", "&New document", Nothing, {'N', true}, &F::NewDocument},
+        {"&File", "Open &file...", Nothing, none, &F::AskForFile},
+        {"&File", "&Edit file", NeedsSelection, {'E', true}, &F::OpenSelection},
+        {"&File", "&Refresh", NeedsProject, {VK_F5}, &F::Refresh},
+        {"&File", "-"},
+        {"&File", "E&xit", Nothing, none, [](F& form) { form.CloseQuery(); }},
+
+        {"&Repository", "&Create...", NeedsProject, none, project(&C::CreateLocalRepository)},
+        {"&Repository", "&Place project...", NeedsUnstored, none, project(&C::PlaceProject)},
+        {"&Repository", "P&ull project...", NeedsProject, none, project(&C::PullProject)},
+        {"&Repository", "&Import...", NeedsProject, none, &F::Import},
+        {"&Repository", "Check &out", NeedsProject, none,
+         project([](C& cvs) { return cvs.CheckOut(true); })},
+        {"&Repository", "&Export", NeedsProject, none,
+         project([](C& cvs) { return cvs.Export_cmd(true); })},
+        {"&Repository", "&Take out of version control", NeedsStored, none,
+         project(&C::RemoveProjectFrom)},
+        {"&Repository", "-"},
+        {"&Repository", "&Log in...", NeedsServer, none,
+         project([](C& cvs) { return cvs.Login(true); })},
+        {"&Repository", "Log ou&t...", NeedsServer, none,
+         project([](C& cvs) { return cvs.Logout(true); })},
+        {"&Repository", "&Server is on-line", NeedsProject, none, &F::ToggleOnline},
+        {"&Repository", "-"},
+        {"&Repository", "Optio&ns...", NeedsProject, none, &F::AskForOptions},
+        {"&Repository", "P&references...", NeedsProject, none, project(&C::Preferences)},
+
+        {"&Working copy", "&Status browser...", NeedsProject, {'B', true},
+         project(&C::StatusBrowser)},
+        {"&Working copy", "&Update...", NeedsStored, {'U', true}, project(&C::UpdateSpecial)},
+        {"&Working copy", "Update &now", NeedsStored, {'U', true, true}, project(&C::Update)},
+        {"&Working copy", "&Commit...", NeedsStored, {'K', true},
+         project([](C& cvs) { return cvs.Commit(true); })},
+        {"&Working copy", "&Release...", NeedsStored, none, project(&C::Release)},
+        {"&Working copy", "-"},
+        {"&Working copy", "Create &label...", NeedsStored, none,
+         project([](C& cvs) { return cvs.Create_Tag(true); })},
+        {"&Working copy", "&Delete label...", NeedsStored, none,
+         project([](C& cvs) { return cvs.Del_Tag(true); })},
+        {"&Working copy", "Create &branch...", NeedsStored, none,
+         project([](C& cvs) { return cvs.Create_Rtag(true); })},
+        {"&Working copy", "Delete branc&h...", NeedsStored, none,
+         project([](C& cvs) { return cvs.Del_Rtag(true); })},
+        {"&Working copy", "-"},
+        {"&Working copy", "Lo&g", NeedsStored, none, project(&C::Log)},
+        {"&Working copy", "Log of the &module", NeedsStored, none, project(&C::RLog)},
+        {"&Working copy", "C&hanges", NeedsStored, none, project(&C::Diff)},
+        {"&Working copy", "Changes of the m&odule", NeedsStored, none, project([](C& cvs) {
+             cvs.StikyType = stHead;
+             return cvs.Rdiff();
+         })},
+        {"&Working copy", "Histor&y", NeedsStored, none, project(&C::History)},
+
+        {"&Selection", "&Add", NeedsStoredSelection, none, file(&C::Add)},
+        {"&Selection", "&Remove", NeedsStoredSelection, none, file(&C::Remove)},
+        {"&Selection", "Remove and &delete", NeedsStoredSelection, none, file([](C& cvs) {
+             cvs.DeleteLocalFiles = true;
+             const bool done = cvs.Remove();
+             cvs.DeleteLocalFiles = false;
+             return done;
+         })},
+        {"&Selection", "&Move...", NeedsStoredSelection, none, &F::AskForNewName},
+        {"&Selection", "&Ignore", NeedsSelection, none, &F::IgnoreSelection},
+        {"&Selection", "-"},
+        {"&Selection", "&Update", NeedsStoredSelection, none, file(&C::Update)},
+        {"&Selection", "&Commit...", NeedsStoredSelection, none,
+         file([](C& cvs) { return cvs.Commit(true); })},
+        {"&Selection", "C&ompare...", NeedsStoredSelection, {'D', true}, &F::CompareSelection},
+        {"&Selection", "&Status", NeedsStoredSelection, none, file(&C::Status)},
+        {"&Selection", "&Log", NeedsStoredSelection, none, file(&C::Log)},
+        {"&Selection", "A&nnotate", NeedsStoredSelection, none, file(&C::Annotate)},
+        {"&Selection", "Set &keyword mode", NeedsStoredSelection, none, file(&C::Admin)},
+        {"&Selection", "-"},
+        {"&Selection", "&Edit", NeedsStoredSelection, none, file(&C::Edit)},
+        {"&Selection", "Unedi&t", NeedsStoredSelection, none, file(&C::Unedit)},
+        {"&Selection", "Edi&tors", NeedsStoredSelection, none, file(&C::Editors)},
+        {"&Selection", "&Watch", NeedsStoredSelection, none, file(&C::watch)},
+        {"&Selection", "Wat&chers", NeedsStoredSelection, none, file(&C::Watchers)},
+
+        {"&Help", "&CVS", NeedsProject, none, project([](C& cvs) {
+             cvs.HelpCommand(cvs.Operation);
+             return true;
+         })},
+        {"&Help", "&About", Nothing, none, &F::ShowAbout},
+    };
+    return commands;
+}
+
+void TMainForm::BuildMenu() {
+    Menu_ = &Make<TMainMenu>("Menu", *this);
+    const char* title = "";
+    TMenuItem* menu = nullptr;
+    for (const TMenuCommand& command : Commands()) {
+        if (std::string_view(title) != command.Menu) {
+            if (std::string_view(command.Menu) == "&Help") ToolsMenu_ = &Menu_->Add("&Tools");
+            title = command.Menu;
+            menu = &Menu_->Add(title);
+        }
+        TMenuItem& item = menu->Add(command.Caption, command.Shortcut);
+        if (command.Action) item.OnClick = [this, &command](TObject*) { Run(command); };
+        Items_.push_back(&item);
+        if (std::string_view(command.Caption) == "&Close project")
+            RecentMenu_ = &menu->Add("&Recent projects");
+    }
+    ShowTools();
+}
+
+void TMainForm::ShowRecent() {
+    RecentMenu_->Clear();
+    for (const std::string& folder : Settings_.RecentProjects())
+        RecentMenu_->Add(folder).OnClick = [this, folder](TObject*) { OpenProject(folder); };
+    RecentMenu_->SetEnabled(!RecentMenu_->Items().empty());
+}
+
+bool TMainForm::CanRun(const TMenuCommand& command) const {
+    const unsigned needs = command.Needs;
+    if (Has(needs, NeedsProject) && !Current_) return false;
+    if (Has(needs, NeedsStored) && !Current_->Stored()) return false;
+    if (Has(needs, NeedsUnstored) && Current_->Stored()) return false;
+    if (Has(needs, NeedsServer) && Current_->Cvs().ConnectionType != cnPServer) return false;
+    return !Has(needs, NeedsSelection) || SelectedItem();
+}
+
+void TMainForm::EnableMenu() {
+    for (std::size_t i = 0; i < Items_.size(); ++i) {
+        const TMenuCommand& command = Commands()[i];
+        Items_[i]->SetEnabled(!command.Action || CanRun(command));
+        if (std::string_view(command.Caption) == "&Server is on-line")
+            Items_[i]->SetChecked(Current_ && Current_->Online());
+    }
+}
+
+void TMainForm::Run(const TMenuCommand& command) {
+    if (!CanRun(command)) return;
+    command.Action(*this);
+    EnableMenu();
+}
+
+void TMainForm::Operate(const std::function<bool(TCvsObject&)>& operation, bool onSelection) {
+    if (Busy_ || !Current_) return;
+    TProject& project = *Current_;
+    const std::vector<std::string> selection =
+        onSelection ? Selection() : std::vector<std::string>{};
+    // The rows show items of the model, which the operation may build anew.
+    List_->Rows().Clear();
+    Tree_->Clear();
+    {
+        const TBusy busy(Busy_);
+        project.Operate(operation, selection);
+    }
+    project.Save();
+    ForgetClosedDocuments();
+    for (TDocumentForm* document : Documents_) document->Reload();
+    ShowFiles();
+    if (ClosePending_) CloseQuery();
+}
+
+void TMainForm::Import() {
+    std::string vendor = "VENDOR", release = "START";
+    if (!SaveDocuments() || !AskForTags(vendor, release)) return;
+    Operate(
+        [&](TCvsObject& cvs) {
+            cvs.VendorTag = vendor;
+            cvs.ReleaseTag = release;
+            return cvs.Import(true);
+        },
+        false);
+}
+
+void TMainForm::AskForFolder() {
+    std::string folder;
+    if (DialogFunctions().SelectDirectory("Open a folder as a project", folder))
+        OpenProject(folder);
+}
+
+void TMainForm::AskForFile() {
+    std::string file;
+    if (DialogFunctions().OpenFile("All files|*.*", file)) OpenDocument(file);
+}
+
+void TMainForm::Refresh() {
+    List_->Rows().Clear();
+    Tree_->Clear();
+    Current_->Reload();
+    ShowFiles();
+}
+
+void TMainForm::NewDocument() {
+    ForgetClosedDocuments();
+    Documents_.push_back(&Application().CreateForm<TDocumentForm>("New document", ""));
+    Documents_.back()->Show();
+}
+
+void TMainForm::OpenSelection() {
+    for (const std::string& path : Selection())
+        if (FileExists(path)) OpenDocument(path);
+}
+
+void TMainForm::CompareSelection() {
+    const std::vector<std::string> selection = Selection();
+    if (selection.empty() || !FileExists(selection.front())) return;
+    Operate([path = selection.front()](TCvsObject& cvs) { return cvs.DiffFile(true, path); },
+            false);
+}
+
+void TMainForm::AskForNewName() {
+    const std::vector<std::string> selection = Selection();
+    if (selection.empty() || !FileExists(selection.front())) return;
+    const std::string from = selection.front();
+    std::vector<TInput> inputs = {{TInput::Text, "New name", from, {}}};
+    if (!AskFor("Move " + ExtractFileName(from), inputs)) return;
+    Operate([&](TCvsObject& cvs) { return cvs.MoveFile(from, inputs[0].Value, true); }, false);
+}
+
+void TMainForm::IgnoreSelection() {
+    const std::vector<std::string> selection = Selection();
+    Operate(
+        [&](TCvsObject& cvs) {
+            for (const std::string& path : selection) cvs.FileItems.AddIgnore(path);
+            cvs.ExploreIgnore();
+            return true;
+        },
+        false);
+}
+
+void TMainForm::ToggleOnline() {
+    TProject& project = *Current_;
+    List_->Rows().Clear();
+    Tree_->Clear();
+    {
+        const TBusy busy(Busy_);
+        project.SetOnline(!project.Online());
+    }
+    ShowFiles();
+}
+
+void TMainForm::AskForOptions() {
+    TProject::TOptions& options = Current_->Options;
+    std::vector<std::string> modes(TKeywModeDescr.begin(), TKeywModeDescr.end());
+    std::vector<TInput> inputs = {
+        {TInput::Choice, "Keywords in files", modes[options.KeywordMode], modes},
+        {TInput::Flag, "Check out and export into a folder of another name",
+         options.UseTargetDir ? "1" : "", {}},
+        {TInput::Text, "Name of that folder", options.TargetDir, {}},
+        {TInput::Flag, "Only this folder, not those below it", options.LocalOnly ? "1" : "", {}},
+        {TInput::Flag, "Taking out deletes the module from the repository",
+         options.RemoveFromRepository ? "1" : "", {}},
+        {TInput::Flag, "Taking out keeps the ignore lists", options.KeepCvsIgnore ? "1" : "", {}}};
+    if (!AskFor("Options", inputs)) return;
+    const auto mode = std::find(modes.begin(), modes.end(), inputs[0].Value) - modes.begin();
+    options.KeywordMode = static_cast<TKeywordMode>(mode);
+    options.UseTargetDir = inputs[1].Value == "1";
+    options.TargetDir = inputs[2].Value;
+    options.LocalOnly = inputs[3].Value == "1";
+    options.RemoveFromRepository = inputs[4].Value == "1";
+    options.KeepCvsIgnore = inputs[5].Value == "1";
+}
+
+void TMainForm::ShowAbout() {
+    std::string text;
+    for (const TPackageInfo& package : Packages_.Packages())
+        text += package.Name + " " + package.Version + "\r\n";
+    Tell(text);
+}
+
+}  // namespace host

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+namespace host {
+
+/// The host's own part of the registry, below which the package keeps its settings, too.
+///
+/// Two hosts may run: every change reads what is there first.
+class TSettings {
+public:
+    static HKEY RootKey() { return HKEY_CURRENT_USER; }
+
+    /// @param key below the root key.
+    explicit TSettings(std::string key = "Software\\Tandrel Host") : Key_(std::move(key)) {}
+
+    /// The key of a project's settings.
+    std::string ProjectKey(const std::string& folder) const;
+    /// The key of the user's tools.
+    std::string ToolsKey() const { return Key_ + "\\Tools"; }
+
+    /// The folders opened last, the latest first.
+    std::vector<std::string> RecentProjects() const;
+    /// Puts a folder to the front of them.
+    void Remember(const std::string& folder);
+    /// Takes a folder off them.
+    void Forget(const std::string& folder);
+
+    /// A value of a project; `missing` when there is none.
+    std::string Read(const std::string& key, const std::string& name,
+                     const std::string& missing) const;
+    /// Raises framework::ERegistryError when it cannot.
+    void Write(const std::string& key, const std::string& name, const std::string& value);
+
+private:
+    void WriteRecent(const std::vector<std::string>& folders);
+
+    std::string Key_;
+};
+
+}  // namespace host

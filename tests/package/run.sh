@@ -1,0 +1,45 @@
+#!/bin/bash
+# run.sh BUILD_FOLDER SOURCE_FOLDER
+#
+# Packs the build, unpacks it elsewhere, builds a small host against it with the compiler alone, and
+# updates a working copy with that host and the real client.
+set -euo pipefail
+build=$1 source=$2
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+
+"$source/scripts/make-zip.sh" "$build" win32 "$work" >"$work/zip.log" 2>&1 || { cat "$work/zip.log"; exit 1; }
+cd "$work"
+cmake -E tar xf tandrel-*-win32.zip
+release=$(ls -d "$work"/tandrel-*/)
+for file in LICENSE README.md docs/user-guide.md bin/tandrel-host.exe bin/tandrel.dll \
+    bin/framework.dll include/cvs/Cvstempl.h lib/cmake/Tandrel/TandrelConfig.cmake; do
+    [ -e "$release$file" ] || { echo "the release has no $file"; exit 1; }
+done
+
+cmake -S "$source/tests/package/sample" -B host -G Ninja -DCMAKE_BUILD_TYPE=Release \
+    -DCMAKE_TOOLCHAIN_FILE="$source/cmake/toolchain-mingw-i686.cmake" \
+    -DTandrel_DIR="${release}lib/cmake/Tandrel" >cmake.log 2>&1 &&
+    cmake --build host >>cmake.log 2>&1 || { cat cmake.log; exit 1; }
+cp "${release}"bin/*.dll host/
+
+# A working copy that is behind its repository, made by the client; then the host updates it.
+run() { "$source/scripts/emulator.sh" "$@" 2>run.log || { cat run.log; exit 1; }; }
+windows=Z:${work//\//\\}
+cvs=('C:\tools\cvs.exe' -Q -d "$windows\\repository")
+run "${cvs[@]}" init
+mkdir mod other
+echo one >mod/a.txt
+(cd mod && run "${cvs[@]}" import -m first mod V R)
+rm -r mod
+run "${cvs[@]}" checkout mod
+(
+    cd other
+    run "${cvs[@]}" checkout mod
+    cd mod
+    echo two >a.txt
+    run 'C:\tools\cvs.exe' -Q commit -m second
+)
+run "$windows\\host\\sample_host.exe" "$windows\\mod" | tee host.log
+grep -q '^Tandrel 0' host.log
+grep -q two mod/a.txt

@@ -1,0 +1,231 @@
+// What is done with a working copy from day to day.
+
+#include "framework/base/files.h"
+#include "framework/ui/edits.h"
+#include "framework/ui/page_control.h"
+#include "framework/ui/timer.h"
+#include "support/Drive.h"
+#include "support/Process.h"
+#include "support/WaitUntil.h"
+#include "tour/Tour.h"
+
+namespace tour {
+
+using namespace framework;
+using support::Part;
+using support::Press;
+using support::StepOf;
+using support::Type;
+using support::WaitUntil;
+
+void TTour::EditAndCommit() {
+    support::WriteBytes(Project_ + "\\main.c", "int main(void) {\r\n    return 1;\r\n}\r\n");
+    Play_.ExpectForm("CVS commit-step 1", [](TForm& form) {
+        Press(form, "BitBtn4");
+        Type(StepOf(form), "Memo1", "Answer \"one\",\r\nnot nought");
+        Press(form, "BitBtn1");
+    });
+    ExpectSuccess("CVS commit");
+    Choose("Working copy/Commit...");
+    Expect(Ask(Repository_, "rlog \"my project/main.c\"").find("Answer \"one\"") !=
+               std::string::npos,
+           "the message is in the log");
+}
+
+void TTour::AddAndRemoveFiles() {
+    support::WriteBytes(Project_ + "\\new file.txt", "new\r\n");
+    support::WriteBytes(Project_ + "\\old.txt", "old\r\n");
+    support::WriteBytes(Project_ + "\\moving.txt", "moving\r\n");
+    Choose("File/Refresh");
+    for (const char* name : {"new file.txt", "old.txt", "moving.txt"}) {
+        Select(name);
+        Choose("Selection/Add");
+    }
+    const auto commit = [this] {
+        Play_.ExpectForm("CVS commit-step 1", [](TForm& form) {
+            Press(form, "BitBtn4");
+            Press(form, "BitBtn1");
+        });
+        ExpectSuccess("CVS commit");
+        Choose("Working copy/Commit...");
+    };
+    commit();
+    Select("old.txt");
+    Choose("Selection/Remove and delete");
+    Select("moving.txt");
+    Play_.ExpectForm("Move moving.txt", [this](TForm& form) {
+        Type(form, "Input1", Project_ + "\\lib\\moved.txt");
+        Press(form, "Ok");
+    });
+    Choose("Selection/Move...");
+    commit();
+    const std::string names = Ask(Repository_, "rls -R \"my project\"");
+    for (const char* name : {"new file.txt", "moved.txt"})
+        Expect(names.find(name) != std::string::npos, std::string(name) + " is in: " + names);
+    for (const char* name : {"old.txt", "moving.txt"})
+        Expect(names.find(name) == std::string::npos, std::string(name) + " is not in: " + names);
+}
+
+void TTour::CreateALabelAndABranch() {
+    const auto create = [this](const char* item, const char* form, const char* name,
+                               const char* result) {
+        Play_.ExpectForm(form, [this, name](TForm& dialog) {
+            Type(dialog, "Edit1", name);
+            Press(dialog, "BitBtn1");
+        });
+        ExpectSuccess(result);
+        Choose(item);
+    };
+    const auto remove = [this](const char* item, const char* form, const char* name,
+                               const char* result) {
+        Play_.ExpectForm(form, [name](TForm& dialog) {
+            auto& list = Part<TListView>(dialog, "ListView1");
+            for (int i = 0; i < list.Count(); ++i)
+                if (list.Row(i).Caption == name) list.Select(i);
+            WaitUntil([&] { return Part<TEdit>(dialog, "Edit1").Text() == name; });
+            Press(dialog, "BitBtn1");
+        });
+        ExpectSuccess(result);
+        Choose(item);
+    };
+    create("Working copy/Create label...", "Create Version Label", "REL_1", "CVS create label");
+    create("Working copy/Create label...", "Create Version Label", "WRONG", "CVS create label");
+    create("Working copy/Create branch...", "Create Branch", "FIXES", "CVS create branch");
+    create("Working copy/Create branch...", "Create Branch", "DEAD_END", "CVS create branch");
+    remove("Working copy/Delete label...", "Delete Version Label", "WRONG", "CVS delete label");
+    remove("Working copy/Delete branch...", "Delete Branch", "DEAD_END", "CVS delete branch");
+    const std::string log = Ask(Repository_, "rlog -h \"my project/main.c\"");
+    Expect(log.find("REL_1:") != std::string::npos && log.find("FIXES:") != std::string::npos,
+           "both are there: " + log);
+    Expect(log.find("WRONG") == std::string::npos && log.find("DEAD_END") == std::string::npos,
+           "the others are gone: " + log);
+}
+
+void TTour::UpdateToTheBranch() {
+    // Something new on the trunk, which the branch is to have, too.
+    const std::string other = Folder_ / "other";
+    ForceDirectories(other);
+    support::RunProcess("cvs -Q -d \"" + Repository_ + "\" checkout \"my project\"", other);
+    support::WriteBytes(other + "\\my project\\notes.txt", "Noted.\r\n");
+    support::RunProcess("cvs -Q commit -m noted", other + "\\my project");
+    Play_.ExpectForm("CVS update-step 1", [this](TForm& form) {
+        Press(form, "BitBtn4");
+        support::Choose(StepOf(form), "ComboBox1", tandrel::stBranch);
+        Play_.ExpectForm("Select version label or branch", [this](TForm& names) {
+            auto& list = Part<TListView>(names, "ListView1");
+            for (int i = 0; i < list.Count(); ++i)
+                if (list.Row(i).Caption == "FIXES") list.Select(i);
+            Play_.Picture(names.Handle(), "branches");
+            Press(names, "BitBtn1");
+        });
+        Press(StepOf(form), "Button1");
+        Play_.Picture(form.Handle(), "update");
+        Press(form, "BitBtn4");
+        support::Choose(StepOf(form), "ComboBox1", tandrel::mtThisRev);
+        WaitUntil([&] { return Part<TButton>(StepOf(form), "Button1").Enabled(); });
+        Type(StepOf(form), "Edit3", "HEAD");
+        Press(form, "BitBtn1");
+    });
+    ExpectSuccess("CVS update");
+    Choose("Working copy/Update...");
+    Expect(support::ReadBytes(Project_ + "\\notes.txt") == "Noted.\r\n", "the change was merged");
+    Expect(support::RunProcess("cvs -Q status main.c", Project_).Output.find("FIXES (branch") !=
+               std::string::npos,
+           "the working copy is on the branch");
+}
+
+void TTour::Compare() {
+    support::WriteBytes(Project_ + "\\main.c", "int main(void) {\r\n    return 2;\r\n}\r\n");
+    Choose("File/Refresh");
+    Select("main.c");
+    Play_.ExpectForm("CVS diff", [this](TForm& form) {
+        support::Choose(form, "ComboBox1", tandrel::dctRevision);
+        WaitUntil([&] { return Part<TButton>(form, "Button1").Enabled(); });
+        Type(form, "Edit3", "REL_1");
+        Play_.Picture(form.Handle(), "compare");
+        Press(form, "BitBtn1");
+    });
+    Choose("Selection/Compare...");
+    ExpectTold("<     return 1;");
+    ExpectTold(">     return 2;");
+}
+
+void TTour::Browse() {
+    Play_.ExpectForm("StatusBrowser", [this](TForm& browser) {
+        TForm& form = StepOf(browser);
+        // The tree's own selection fills the list once more.
+        WaitUntil([&] { return !Part<TTimer>(form, "Timer1").Enabled(); });
+        auto& list = Part<TListView>(form, "ListView1");
+        for (int i = 0; i < list.Count(); ++i)
+            if (list.Row(i).Caption == "main.c") list.Select(i);
+        Expect(WaitUntil([&] { return !Part<TRichEdit>(form, "DiffEdit").Text().empty(); }),
+               "the difference is shown");
+        Expect(Part<TRichEdit>(form, "StatusEdit").Text().find("Locally Modified") !=
+                   std::string::npos,
+               "the status is shown");
+        Play_.Picture(browser.Handle(), "browser-status");
+        auto& pages = Part<TPageControl>(form, "PageControl1");
+        pages.SetActivePageIndex(2);
+        Play_.Picture(browser.Handle(), "browser-diff");
+        ::PostMessageW(list.Handle(), WM_KEYDOWN, VK_F5, 1);
+        Press(browser, "BitBtn2");
+    });
+    Choose("Working copy/Status browser...");
+}
+
+void TTour::Annotate() {
+    Form_->OpenProject(Project_);
+    Select("notes.txt");
+    Choose("Selection/Annotate");
+    ExpectTold(": Noted.");
+    for (const char* item : {"Log", "Status", "Edit", "Editors", "Watch", "Watchers", "Unedit"}) {
+        Select("notes.txt");
+        Choose(std::string("Selection/") + item);
+    }
+    ExpectTold("Working revision:");
+    Choose("Working copy/Log of the module");
+    ExpectTold("Answer \"one\"");
+    Picture("host-log");
+}
+
+void TTour::WorkInTwoProjects() {
+    const std::string second = Folder_ / "second";
+    const std::string repository = Folder_ / "second repository";
+    support::WriteBytes(second + "\\second.c", "second\r\n");
+    Form_->OpenProject(second);
+    Play_.ExpectForm("Create CVS repository", [&](TForm& form) {
+        Type(StepOf(form), "Edit3", repository);
+        Press(form, "BitBtn1");
+    });
+    ExpectSuccess("CVS init");
+    Choose("Repository/Create...");
+    Play_.ExpectForm("Place project into CVS-step 1", [](TForm& form) {
+        for (int i = 0; i < 3; ++i) Press(form, "BitBtn4");
+        Press(form, "BitBtn1");
+    });
+    Play_.ExpectForm("Tags of the project", [](TForm& form) { Press(form, "Ok"); });
+    ExpectSuccess("CVS PlaceProject");
+    Choose("Repository/Place project...");
+    for (const std::string& folder : {Project_, second}) {
+        const std::string name = folder == second ? "second.c" : "main.c";
+        support::WriteBytes(folder + "\\" + name, "changed in " + name + "\r\n");
+        Form_->OpenProject(folder);
+        Play_.ExpectForm("CVS commit-step 1", [](TForm& form) {
+            Press(form, "BitBtn4");
+            Press(form, "BitBtn1");
+        });
+        ExpectSuccess("CVS commit");
+        Choose("Working copy/Commit...");
+    }
+    Expect(Ask(repository, "checkout -p second/second.c") == "changed in second.c\r\n",
+           "the second project is in its repository");
+    Expect(!DirectoryExists(Repository_ + "\\second"), "and not in the other");
+    Expect(Ask(Repository_, "checkout -p -r FIXES \"my project/main.c\"") ==
+               "changed in main.c\r\n",
+           "the first one is in its own");
+    Form_->OpenProject(second);
+    Choose("File/Close project");
+    Form_->OpenProject(Project_);
+}
+
+}  // namespace tour

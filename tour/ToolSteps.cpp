@@ -1,0 +1,89 @@
+// The user's own tools.
+
+#include "framework/ui/dialogs.h"
+#include "framework/ui/edits.h"
+#include "framework/ui/tool_bar.h"
+#include "support/Drive.h"
+#include "support/Process.h"
+#include "support/WaitUntil.h"
+#include "tour/Tour.h"
+
+namespace tour {
+
+using namespace framework;
+using support::Part;
+using support::Press;
+using support::Type;
+using support::WaitUntil;
+
+namespace {
+
+/// Lets the editor's timers come to rest.
+void Rest(TForm& form) {
+    WaitUntil([&] {
+        return !Part<TTimer>(form, "Timer1").Enabled() && !Part<TTimer>(form, "Timer2").Enabled();
+    });
+}
+
+BOOL CALLBACK CountDocument(HWND window, LPARAM data) {
+    auto* const form = dynamic_cast<host::TDocumentForm*>(TControl::FromHandle(window));
+    if (form && form->Visible()) ++*reinterpret_cast<int*>(data);
+    return TRUE;
+}
+
+int OpenDocuments() {
+    int count = 0;
+    ::EnumThreadWindows(::GetCurrentThreadId(), CountDocument, reinterpret_cast<LPARAM>(&count));
+    return count;
+}
+
+}  // namespace
+
+void TTour::DefineTools() {
+    std::string client = support::FakeClient();
+    std::erase(client, '"');
+    const std::string program = client.substr(0, client.find_last_not_of(' ') + 1);
+    const std::pair<const char*, const char*> tools[] = {
+        {"CheckBox1", "arguments \"$(ProjectDir)\""},
+        {"CheckBox3", "flood 3"},
+        {"CheckBox2", "flood 2"},
+    };
+    Play_.ExpectForm("User Tools", [&](TForm& form) {
+        for (const auto& [box, arguments] : tools) {
+            Part<TToolButton>(form, "ToolButton1").Click();
+            Rest(form);
+            Type(form, "Edit1", program);
+            Type(form, "Edit2", arguments);
+            support::Check(form, "CheckBox5");
+            support::Check(form, box);
+            Rest(form);
+        }
+        // The user sees the arguments of the first before it runs.
+        Part<TListView>(form, "ListView1").Select(0);
+        Rest(form);
+        support::Check(form, "CheckBox4");
+        Rest(form);
+        Play_.Picture(form.Handle(), "tools");
+        Press(form, "BitBtn1");
+    });
+    Choose("Tools/Configure...");
+    Expect(MenuItem("Tools").Items().size() == 5, "three tools stand in the menu");
+}
+
+void TTour::RunTools() {
+    const auto& items = MenuItem("Tools").Items();
+    Play_.ExpectForm("Enter Arguments", [&](TForm& form) {
+        Play_.Picture(form.Handle(), "prompt");
+        Expect(Part<TEdit>(form, "Edit1").Text().find(Project_) != std::string::npos,
+               "the folder takes the macro's place");
+        Type(form, "Edit1", "arguments typed");
+        Press(form, "BitBtn1");
+    });
+    items[0]->Click();
+    ExpectTold("[typed]");
+    Expect(OpenDocuments() == 0, "no document yet");
+    items[1]->Click();
+    Expect(OpenDocuments() == 1, "the second shows a new document");
+}
+
+}  // namespace tour

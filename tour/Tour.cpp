@@ -1,0 +1,116 @@
+#include "tour/Tour.h"
+
+#include "framework/ui/application.h"
+#include "package/Package.h"
+#include "support/Drive.h"
+#include "support/Process.h"
+
+namespace tour {
+
+using namespace framework;
+
+TTour::TTour(const std::string& out) : Play_(out) {
+    TandrelRegister(Packages_, InterfaceVersion);
+    for (const auto& [name, text] :
+         {std::pair{"main.c", "int main(void) {\r\n    return 0;\r\n}\r\n"},
+          {"notes.txt", "Nothing to note yet.\r\n"},
+          {"lib\\list.c", "/* $Id$ */\r\nint list;\r\n"},
+          {"lib\\list.o", "an object file"},
+          {"build.log", "built\r\n"}})
+        support::WriteBytes(Project_ + "\\" + name, text);
+    Application().OnException = [](const std::exception& error) {
+        throw std::runtime_error(std::string("the host says: ") + error.what());
+    };
+}
+
+bool TTour::Play() {
+    const std::pair<const char*, void (TTour::*)()> steps[] = {
+        {"Open a folder as a project", &TTour::OpenTheProject},
+        {"Create a repository", &TTour::CreateARepository},
+        {"Place the project, without what is built", &TTour::PlaceTheProject},
+        {"Edit a file and commit it", &TTour::EditAndCommit},
+        {"Add a file, remove and move others", &TTour::AddAndRemoveFiles},
+        {"Create a label and a branch, and delete them", &TTour::CreateALabelAndABranch},
+        {"Update to a branch, with a merge", &TTour::UpdateToTheBranch},
+        {"Compare a file", &TTour::Compare},
+        {"Browse the status", &TTour::Browse},
+        {"Look at log, annotations, editors and watchers", &TTour::Annotate},
+        {"Pull the project into another folder", &TTour::PullElsewhere},
+        {"Work in two projects with two repositories", &TTour::WorkInTwoProjects},
+        {"Define three tools", &TTour::DefineTools},
+        {"Run them", &TTour::RunTools},
+        {"Log in to a server and pull from it", &TTour::LogIn},
+        {"Add and remove while the server is off-line", &TTour::WorkOffLine},
+        {"Log out", &TTour::LogOut},
+        {"Release a working copy", &TTour::ReleaseTheCopy},
+        {"Take a project out of version control", &TTour::TakeOut},
+    };
+    for (const auto& [name, step] : steps)
+        Play_.Step(name, [this, step = step] {
+            if (Form_) ToldBefore_ = support::Part<TRichEdit>(*Form_, "Output").Text().size();
+            (this->*step)();
+            Play_.Tell(Told());
+        });
+    Form_.reset();
+    TandrelUnregister(Packages_);
+    Play_.Tell("\r\n" + std::to_string(Play_.Steps()) + " steps, " +
+               std::to_string(Play_.Failed()) + " failed\r\n");
+    return Play_.Failed() == 0;
+}
+
+TMenuItem& TTour::MenuItem(const std::string& path) {
+    TMenuItem* item = &support::Part<TMainMenu>(*Form_, "Menu");
+    std::size_t start = 0;
+    while (start <= path.size()) {
+        const std::size_t end = std::min(path.find('/', start), path.size());
+        const std::string wanted = path.substr(start, end - start);
+        TMenuItem* found = nullptr;
+        for (TMenuItem* below : item->Items()) {
+            std::string caption = below->Caption();
+            std::erase(caption, '&');
+            if (caption == wanted) found = below;
+        }
+        if (!found) throw std::runtime_error("the menu has no " + path);
+        item = found;
+        start = end + 1;
+    }
+    return *item;
+}
+
+void TTour::Choose(const std::string& path) {
+    TMenuItem& item = MenuItem(path);
+    Expect(item.Enabled(), path + " can be chosen");
+    item.Click();
+}
+
+void TTour::Select(const std::string& name) {
+    auto& list = support::Part<TListView>(*Form_, "List");
+    for (int i = 0; i < list.Count(); ++i)
+        if (list.Row(i).Caption == name) return list.Select(i);
+    throw std::runtime_error("there is no row " + name);
+}
+
+void TTour::ExpectSuccess(const std::string& caption) {
+    Play_.ExpectForm(caption, [this](TForm& form) {
+        const std::string text = support::Part<TControl>(form, "Label1").Text();
+        support::Press(form, "BitBtn1");
+        Expect(text.ends_with(" successfuly completed"), "a success: " + text + "\r\n" + Told());
+    });
+}
+
+std::string TTour::Told() {
+    return Form_ ? support::Part<TRichEdit>(*Form_, "Output").Text().substr(ToldBefore_) : "";
+}
+
+void TTour::ExpectTold(const std::string& text) {
+    Expect(Told().find(text) != std::string::npos, "told \"" + text + "\", but:\r\n" + Told());
+}
+
+std::string TTour::Ask(const std::string& root, const std::string& arguments) {
+    const auto result = support::RunProcess("cvs -Q -d \"" + root + "\" " + arguments,
+                                            Folder_.Path());
+    Expect(result.ExitCode == 0, "the client's answer to " + arguments + ": " + result.Output);
+    return result.Output;
+}
+
+}  // namespace tour

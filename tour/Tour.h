@@ -1,0 +1,71 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "framework/base/packages.h"
+#include "host/MainForm.h"
+#include "host/Settings.h"
+#include "support/Files.h"
+#include "support/Play.h"
+
+namespace tour {
+
+/// A working day in the host, played through its menus and dialogs and checked by a bare client.
+class TTour {
+public:
+    /// @param out folder for pictures and the transcript; empty for none.
+    explicit TTour(const std::string& out);
+    /// Plays all steps; true when every one did what it should.
+    bool Play();
+
+private:
+    // --- the steps (ProjectSteps.cpp, DailySteps.cpp, ToolSteps.cpp, ServerSteps.cpp)
+    void OpenTheProject();
+    void CreateARepository();
+    void PlaceTheProject();
+    void EditAndCommit();
+    void AddAndRemoveFiles();
+    void CreateALabelAndABranch();
+    void UpdateToTheBranch();
+    void Compare();
+    void Browse();
+    void Annotate();
+    void PullElsewhere();
+    void WorkInTwoProjects();
+    void DefineTools();
+    void RunTools();
+    void LogIn();
+    void WorkOffLine();
+    void LogOut();
+    void ReleaseTheCopy();
+    void TakeOut();
+
+    // --- what they share (Tour.cpp)
+    /// Chooses from the menu, for example "Repository/Create...". Raises when there is no such item,
+    /// or it cannot be chosen.
+    void Choose(const std::string& path);
+    framework::TMenuItem& MenuItem(const std::string& path);
+    /// Selects a row of the list; raises when there is none.
+    void Select(const std::string& name);
+    /// The next form is an operation's result, and a success.
+    void ExpectSuccess(const std::string& caption);
+    /// What has been told since the step began.
+    std::string Told();
+    /// What a bare client says about a repository; it has to succeed.
+    std::string Ask(const std::string& root, const std::string& arguments);
+    void Expect(bool condition, const std::string& what) { Play_.Expect(condition, what); }
+    void ExpectTold(const std::string& text);
+    void Picture(const std::string& name) { Play_.Picture(Form_->Handle(), name); }
+
+    const support::TTempFolder Folder_{"tour", "C:"};
+    const std::string Project_ = Folder_ / "my project";
+    const std::string Repository_ = Folder_ / "repository";
+    support::TPlay Play_;
+    framework::TPackageRegistry Packages_;
+    host::TSettings Settings_{"Software\\Tandrel Tour"};
+    std::unique_ptr<host::TMainForm> Form_;
+    std::size_t ToldBefore_ = 0;
+};
+
+}  // namespace tour
