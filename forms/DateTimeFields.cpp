@@ -16,7 +16,7 @@ void TDateTimeFields::Add(TFormRows& rows, const TNames& names, bool seconds) {
     Seconds_ = seconds;
     Picker_ = rows.ShortField<TDateTimePicker>(names.Picker, "Date", 0, 100);
     Time_ = rows.ShortField<TMaskEdit>(names.Time, "Time", 110, seconds ? 62 : 44,
-                                       seconds ? "90:00:00" : "90:00");
+                                       seconds ? "!90:00:00;1;_" : "!90:00;1;_");
     UpDown_ = &rows.Behind<TUpDown>(names.UpDown, 16, 0, 23);
     if (names.Scan) {
         Scan_ = &rows.Behind<TButton>(names.Scan, TFormRows::ScanWidth, "Scan");

@@ -1,5 +1,7 @@
 #include "framework/ui/edits.h"
 
+#include <algorithm>
+
 #include "framework/base/text.h"
 
 namespace framework {
@@ -61,9 +63,12 @@ void TEdit::Notification(WORD code) {
     if (code == EN_CHANGE && OnChange) OnChange(this);
 }
 
-TMaskEdit::TMaskEdit(TControl& parent, std::string picture)
-    : TEdit(parent), Picture_(std::move(picture)) {
-    TControl::SetText(EmptyText());
+TMaskEdit::TMaskEdit(TControl& parent, const std::string& mask) : TEdit(parent) {
+    const std::size_t end = mask.find(';');
+    Picture_ = mask.substr(0, end);
+    if (Picture_.starts_with('!')) Picture_.erase(0, 1);
+    if (end != std::string::npos) Blank_ = mask.back();
+    Show(EmptyText());
 }
 
 bool TMaskEdit::IsPlace(std::size_t position) const {
@@ -77,6 +82,19 @@ std::string TMaskEdit::EmptyText() const {
     return text;
 }
 
+std::string TMaskEdit::Text() const {
+    std::string text = TEdit::Text();
+    for (std::size_t i = 0; i < std::min(text.size(), Picture_.size()); ++i)
+        if (IsPlace(i) && text[i] == Blank_) text[i] = ' ';
+    return text;
+}
+
+void TMaskEdit::Show(std::string text) {
+    for (std::size_t i = 0; i < std::min(text.size(), Picture_.size()); ++i)
+        if (IsPlace(i) && text[i] == ' ') text[i] = Blank_;
+    TEdit::SetText(text);
+}
+
 void TMaskEdit::SetText(const std::string& text) {
     std::string shown = EmptyText();
     std::size_t place = 0;
@@ -86,11 +104,11 @@ void TMaskEdit::SetText(const std::string& text) {
         if (character == ' ' || (character >= '0' && character <= '9') || !IsPlace(place))
             shown[place++] = character;
     }
-    TControl::SetText(shown);
+    Show(shown);
 }
 
 void TMaskEdit::Put(const std::string& text, std::size_t caret) {
-    if (text != Text()) TControl::SetText(text);
+    if (text != Text()) Show(text);
     ::SendMessageW(Handle(), EM_SETSEL, caret, static_cast<LPARAM>(caret));
 }
 

@@ -29,13 +29,16 @@ protected:
     void Notification(WORD code) override;
 };
 
-/// An edit whose text has a fixed form: '0' and '9' of the picture stand for a digit or a blank, all
-/// other characters for themselves. Typing overwrites.
+/// An edit whose text has a fixed form: '0' and '9' of its picture stand for a digit or a blank, all
+/// other characters for themselves. Typing overwrites. A place that holds no digit is a blank in the
+/// text and can be shown as another character.
 class FRAMEWORK_API TMaskEdit : public TEdit {
 public:
-    /// @param picture for example "90:00".
-    TMaskEdit(TControl& parent, std::string picture);
+    /// @param mask the picture, such as "90:00", or that between "!" and ";1;" with the character
+    /// that shows empty places behind it: "!90:00;1;_".
+    TMaskEdit(TControl& parent, const std::string& mask);
 
+    std::string Text() const override;
     /// The picture with a blank for every digit.
     std::string EmptyText() const;
     /// Takes what fits of a text, from the left.
@@ -52,8 +55,10 @@ private:
     void EraseSelection();
     void Backspace();
     void Put(const std::string& text, std::size_t caret);
+    void Show(std::string text);
 
     std::string Picture_;
+    char Blank_ = ' ';
 };
 
 }  // namespace framework
