@@ -13,7 +13,7 @@ TConfirm_Form::TConfirm_Form(const std::string& question) : TForm("CVS confirmat
     using L = TMessageBoxLayout;
     SIZE used = AddPictureAndText(*this, L"ALERT", question);
     auto& hint =
-        Make<framework::TLabel>("Label2", *this, "CVS is requiring you answer \"Yes\" or \"No\"");
+        Make<framework::TLabel>("Label2", *this, "CVS is requirring you answer \"Yes\" or \"No\"");
     hint.SetBounds(Scale(L::TextLeft), used.cy + Scale(L::Margin), hint.Width(), hint.Height());
     used.cx = std::max<LONG>(used.cx, hint.Width() + Scale(L::RoomBesideText));
 

@@ -9,6 +9,13 @@ void TFrameDetForm::SetDesignSize(int width, int height) {
     DesignSize_ = {Width(), Height()};
 }
 
+void TFrameDetForm::SetFormHeight(int height) {
+    const SIZE inner = ClientSize();
+    SetClientSize(static_cast<int>(inner.cx),
+                  Scale(height) - (Height() - static_cast<int>(inner.cy)));
+    DesignSize_ = {Width(), Height()};
+}
+
 void TFrameDetForm::GetSize(int& height, int& width) {
     height = static_cast<int>(DesignSize_.cy);
     width = static_cast<int>(DesignSize_.cx);

@@ -64,8 +64,7 @@ void TPreferences_Form::HideProjectFields() {
 
 TConnectForm::TConnectForm() {
     HideProjectFields();
-    constexpr int FormHeight = 250;
-    SetDesignSize(FormWidth, FormHeight);
+    SetFormHeight(250);
 }
 
 void TPreferences_Form::LoadFormData() {

@@ -53,7 +53,7 @@ TStatusBrowser_Form::~TStatusBrowser_Form() {
 
 void TStatusBrowser_Form::AddMenu() {
     PopupMenu1_ = &Make<TPopupMenu>("PopupMenu1");
-    RefreschF51_ = &Make<TMenuItem>("RefreschF51", *PopupMenu1_, "Refresh(F5)");
+    RefreschF51_ = &Make<TMenuItem>("RefreschF51", *PopupMenu1_, "Refresch(F5)");
     auto& options = Make<TMenuItem>("Proper1", *PopupMenu1_, "Options");
     constexpr struct {
         const char* Name;
@@ -134,17 +134,21 @@ void TStatusBrowser_Form::BindEvents() {
     for (TPage& page : Pages_)
         page.Item->OnClick = [this, &page](TObject*) { StatusItemClick(*page.Item); };
     OnKeyPreview = [this](WPARAM key) { return KeyPressed(key); };
+    Pages_[StatusPage].Edit->OnKeyUp = [this](WPARAM key) {
+        if (key == VK_F5)
+            RefreschF51Click();
+    };
 }
 
 bool TStatusBrowser_Form::KeyPressed(WPARAM key) {
-    const bool here = ListView1_->Focused() ||
-                      std::any_of(Pages_.begin(), Pages_.end(),
-                                  [](const TPage& page) { return page.Edit->Focused(); });
-    if (key == VK_RETURN && ListView1_->Focused()) {
+    const bool inList = ListView1_->Focused();
+    if (key == VK_RETURN && inList) {
         ListView1DblClick();
         return true;
     }
-    if (key != VK_F5 || !here)
+    // On the status page it is the key's release that counts.
+    if (key != VK_F5 ||
+        !(inList || Pages_[LogPage].Edit->Focused() || Pages_[DiffPage].Edit->Focused()))
         return false;
     RefreschF51Click();
     return true;

@@ -57,7 +57,6 @@ private:
     TWorkDirItem* SelectedInTree() const;
 
     bool ForceRefresh_ = false;
-    TStateImages Images_;
     framework::TPopupMenu* PopupMenu1_;
     framework::TMenuItem* RefreschF51_;
     framework::TTreeView* TreeView1_;

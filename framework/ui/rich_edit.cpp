@@ -159,6 +159,8 @@ LRESULT TTextControl::WndProc(UINT message, WPARAM wParam, LPARAM lParam) {
         const bool enter = asked && !ReadOnly() && asked->wParam == VK_RETURN;
         return DLGC_WANTARROWS | DLGC_WANTCHARS | (enter ? DLGC_WANTMESSAGE : 0);
     }
+    if (message == WM_KEYUP && OnKeyUp)
+        OnKeyUp(wParam);
     return TControl::WndProc(message, wParam, lParam);
 }
 

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -26,6 +27,8 @@ public:
 
     /// The text has changed, by the user or by SetText.
     TNotifyEvent OnChange;
+    /// A key was let go in the control.
+    std::function<void(WPARAM key)> OnKeyUp;
 
 protected:
     enum class TKind { Plain, Coloured };

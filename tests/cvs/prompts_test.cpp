@@ -28,7 +28,7 @@ protected:
     static void ExpectQuestion(const std::string& text, const std::string& button) {
         tests::ExpectForm("CVS confirmation", [text, button](framework::TForm& form) {
             EXPECT_EQ(tests::TextOf(form, "Label2"),
-                      "CVS is requiring you answer \"Yes\" or \"No\"");
+                      "CVS is requirring you answer \"Yes\" or \"No\"");
             EXPECT_NE(tests::TextOf(form, "Label1").find(text), std::string::npos)
                 << tests::TextOf(form, "Label1");
             tests::Click(form, button);

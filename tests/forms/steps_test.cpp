@@ -8,6 +8,7 @@
 #include "core/Customvcs.h"
 #include "cvs/Cvstempl.h"
 #include "cvs/Dialogs.h"
+#include "forms/FrameDetForm.h"
 #include "framework/base/datetime.h"
 #include "framework/base/exceptions.h"
 #include "framework/ui/edits.h"
@@ -170,6 +171,10 @@ TEST(OptionSteps, HandBackWhatStickyAndMergeWereSetTo) {
         EXPECT_TRUE(Editable(merge, "MaskEdit2"));
         EXPECT_TRUE(Editable(merge, "Edit1")) << "the date stands beside the label";
         Type(merge, "MaskEdit2", "9 :  ");
+        char shown[8];
+        ::GetWindowTextA(Part<TMaskEdit>(merge, "MaskEdit2").Handle(), shown, sizeof shown);
+        EXPECT_STREQ(shown, "9_:__");
+        EXPECT_EQ(TextOf(merge, "MaskEdit2"), "9 :  ");
         Press(form, "BitBtn1");
     });
     EXPECT_TRUE(Update_Prepare(cvs));
@@ -348,6 +353,9 @@ TEST(PlaceStep, WantsAFolderThatIsThereAndThePasswordIsKept) {
         Type(StepOf(form), "Edit3", "secret");
         Press(form, "BitBtn4");
         EXPECT_FALSE(Part<TEdit>(StepOf(form), "Edit5").Visible()) << "only the connection";
+        int height = 0, width = 0;
+        dynamic_cast<TFrameDetForm&>(StepOf(form)).GetSize(height, width);
+        EXPECT_EQ(height, form.Scale(250));
         form.ModalResult = mrCancel;
     });
     EXPECT_FALSE(Login_Prepare(cvs));
