@@ -185,8 +185,12 @@ void TStatusBrowser_Form::LoadRootNodes() {
         }
     }
     // What the user came for; nobody has to open it first.
-    TreeView1_->Root().Children().front()->SetExpanded(true);
+    TTreeViewNode& top = *TreeView1_->Root().Children().front();
+    top.SetExpanded(true);
+    top.SetSelected(true);
     LoadRootLw();
+    // Filled again in a moment, the list would lose what the user has selected meanwhile.
+    Timer1_->SetEnabled(false);
 }
 
 void TStatusBrowser_Form::LoadRootLw() {
