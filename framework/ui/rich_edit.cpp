@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 #include "framework/base/exceptions.h"
 #include "framework/base/text.h"
@@ -179,6 +180,7 @@ void TRichEdit::BeginUpdate() {
 void TRichEdit::EndUpdate() {
     if (--Updating_ > 0)
         return;
+    ApplySelection();
     ::SendMessageW(Handle(), WM_SETREDRAW, TRUE, 0);
     ::InvalidateRect(Handle(), nullptr, TRUE);
 }
@@ -213,6 +215,14 @@ LONG TRichEdit::ControlPosition(std::size_t position) {
 }
 
 void TRichEdit::Select() {
+    Unapplied_ = true;
+    if (Updating_ == 0)
+        ApplySelection();
+}
+
+void TRichEdit::ApplySelection() {
+    if (!std::exchange(Unapplied_, false))
+        return;
     CHARRANGE range{ControlPosition(SelStart_), ControlPosition(SelStart_ + SelLength_)};
     ::SendMessageW(Handle(), EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&range));
 }
@@ -229,6 +239,7 @@ void TRichEdit::SetSelLength(std::size_t length) {
 }
 
 void TRichEdit::SetSelColor(COLORREF color) {
+    ApplySelection();
     CHARFORMAT2W format{};
     format.cbSize = sizeof format;
     format.dwMask = CFM_COLOR;

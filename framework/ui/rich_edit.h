@@ -88,9 +88,12 @@ private:
 
     LONG ControlPosition(std::size_t position);
     void Select();
+    void ApplySelection();
 
     TView View_;
     int Updating_ = 0;
+    // What was selected in a bracket and not used yet. The control takes its time for each.
+    bool Unapplied_ = false;
     std::size_t SelStart_ = 0, SelLength_ = 0;
     // What positions are looked up in; made when it is needed, gone when the text changes.
     struct TLine {
