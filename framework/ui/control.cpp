@@ -260,6 +260,10 @@ RECT TControl::Bounds() const {
 }
 
 void TControl::SetBounds(int left, int top, int width, int height) {
+    // To put a window where it is costs the system as much as to move it.
+    const RECT before = Bounds(), after{left, top, left + width, top + height};
+    if (::EqualRect(&before, &after))
+        return;
     ::SetWindowPos(Handle_, nullptr, left, top, width, height, SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
