@@ -59,10 +59,13 @@ void TCustomCvsObj::Set_WorkingDirectory(const std::string& Value) {
     const auto at = framework::UpperCase(Value).find(framework::UpperCase(Modulename_));
     ProjectRoot_ = Modulename_.empty() || at == std::string::npos ? Value : Value.substr(0, at);
     if (!IsVCSStoredFlag) return;
+    LoadInfoOfFolder();
+}
+
+void TCustomCvsObj::LoadInfoOfFolder() {
+    const std::string folder = WorkingDirectory_;
     LoadVCSProjectInfo();
-    // The module may be called otherwise than the folder it was checked out into: the folder the
-    // caller named is the one to work in, not its neighbour.
-    WorkingDirectory_ = Value;
+    WorkingDirectory_ = folder;
 }
 
 void TCustomCvsObj::Set_ProjectRoot(const std::string& Value) {

@@ -200,6 +200,10 @@ public:
     std::int32_t OutputListLimit = 50;  ///< No chunk is added to a list that holds more.
 
 protected:
+    /// Calls LoadVCSProjectInfo and stays in the folder: its module may be called otherwise, and the
+    /// module's name moves the object to the folder of that name.
+    void LoadInfoOfFolder();
+
     /// Alive while preferences are loaded or saved.
     std::unique_ptr<framework::TRegistry> PreferencesRegistry;
 

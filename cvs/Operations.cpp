@@ -244,7 +244,7 @@ bool TCvsObject::CreateLocalRepositoryAccepted() {
 bool TCvsObject::StatusBrowser() {
     Load_WorkDirTree();
     if (IsVCSStoredFlag)
-        LoadVCSProjectInfo();
+        LoadInfoOfFolder();
     return Sh_StatusBrowser(*this);
 }
 

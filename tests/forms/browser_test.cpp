@@ -214,7 +214,12 @@ protected:
     }
 
     tests::TSandbox Sandbox;
-    const std::string Copy = Sandbox.CheckOut("work");
+    // Under another name than its module's.
+    const std::string Copy = [this] {
+        const std::string copy = Sandbox.CheckOut("work");
+        MoveFileA(copy.c_str(), (copy + "-2").c_str());
+        return copy + "-2";
+    }();
     tests::TSandboxObject Obj{Sandbox, Copy};
 };
 
@@ -265,6 +270,7 @@ TEST_F(Browser, ShowsEachFileInTheColourOfItsState) {
         page.Rest();
         EXPECT_EQ(page.Rows(), "b.c: Not changed, black\n");
         EXPECT_EQ(page.PagesState(), "Sl") << "of a file itself the pages are filled";
+        EXPECT_NE(page.Text(Status).find("Up-to-date"), std::string::npos) << page.Text(Status);
         page.Tree.Root().Children().front()->SetSelected(true);
         page.Rest();
         EXPECT_EQ(page.List.Count(), 7);
