@@ -104,6 +104,7 @@ void MeasureRunner(TTable& table);
 void MeasureCommands(TTable& table);
 void MeasureWorkingCopy(TTable& table);
 void MeasureLog(TTable& table);
+void MeasureForms(TTable& table);
 void MeasureTools(TTable& table);
 
 }  // namespace bench

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "bench/HandMadeCopy.h"
 #include "bench/Table.h"
 #include "core/ProjectFiles.h"
 #include "cvs/AdminFiles.h"
@@ -24,77 +25,6 @@ constexpr int WorkTurns = 7;
 constexpr DWORD ClientDeadline = 600000;
 
 constexpr const char* LoadOfMany = "Load_WorkDirTree, 20,000 files, 1,000 folders";
-
-constexpr const char* Text = "int value;\r\n";
-constexpr SYSTEMTIME Moment{2004, 11, 5, 5, 12, 0, 0, 0};
-constexpr const char* MomentInEntries = "Fri Nov  5 12:00:00 2004";
-
-void Require(bool holds, const std::string& otherwise) {
-    if (!holds) throw framework::Exception(otherwise);
-}
-
-/// A working copy as the client would leave it, written by hand: the client takes minutes for one
-/// of this size.
-class TWorkingCopy {
-public:
-    /// @param repository what the records refer to. It need not be there.
-    TWorkingCopy(const std::string& path, const std::string& repository, int folders, int perFolder)
-        : Path(path), Files(folders * perFolder), Repository_(repository), Folders_(folders),
-          PerFolder_(perFolder) {
-        for (int i = 0; i < folders; ++i) {
-            framework::ForceDirectories(Folder(i));
-            for (int j = 0; j < perFolder; ++j) WriteFile(FileName(i, j));
-        }
-        WriteRecords();
-    }
-
-    const std::string Path;
-    const int Files;
-
-    void WriteRecords() const {
-        std::string folders;
-        for (int i = 0; i < Folders_; ++i) {
-            folders += "D/folder" + std::to_string(i) + "////\r\n";
-            std::string entries;
-            for (int j = 0; j < PerFolder_; ++j)
-                entries += "/" + Name(j) + "/1.1.1.1/" + MomentInEntries + "//\r\n";
-            WriteRecordsOf(Folder(i), "mod/folder" + std::to_string(i), entries);
-        }
-        WriteRecordsOf(Path, "mod", folders);
-    }
-    /// Fills the repository, too: each file's archive is the given one.
-    void WriteArchives(const std::string& archive) const {
-        for (int i = 0; i < Folders_; ++i)
-            for (int j = 0; j < PerFolder_; ++j)
-                support::WriteBytes(
-                    Repository_ + "\\mod\\folder" + std::to_string(i) + "\\" + Name(j) + ",v",
-                    archive);
-    }
-
-private:
-    static std::string Name(int number) { return "file" + std::to_string(number) + ".c"; }
-    std::string Folder(int number) const { return Path + "\\folder" + std::to_string(number); }
-    std::string FileName(int folder, int number) const {
-        return Folder(folder) + "\\" + Name(number);
-    }
-    static void WriteFile(const std::string& path) {
-        support::WriteBytes(path, Text);
-        FILETIME time;
-        ::SystemTimeToFileTime(&Moment, &time);
-        const framework::FileHandle file(::CreateFileA(path.c_str(), FILE_WRITE_ATTRIBUTES, 0,
-                                                       nullptr, OPEN_EXISTING, 0, nullptr));
-        if (!::SetFileTime(file.Get(), nullptr, nullptr, &time)) framework::RaiseLastOSError();
-    }
-    void WriteRecordsOf(const std::string& folder, const std::string& module,
-                        const std::string& entries) const {
-        support::WriteBytes(folder + "\\CVS\\Entries", entries);
-        support::WriteBytes(folder + "\\CVS\\Repository", module + "\r\n");
-        support::WriteBytes(folder + "\\CVS\\Root", Repository_ + "\r\n");
-    }
-
-    const std::string Repository_;
-    const int Folders_, PerFolder_;
-};
 
 /// Lists the folder and all below, reads each Entries file, and does nothing with either. Returns
 /// the number of files.

@@ -17,6 +17,7 @@ int main(int argc, char** argv) {
         {"commands", bench::MeasureCommands},
         {"working-copy", bench::MeasureWorkingCopy},
         {"log", bench::MeasureLog},
+        {"forms", bench::MeasureForms},
         {"tools", bench::MeasureTools},
     };
     const std::vector<std::string> wanted(argv + 1, argv + argc);
