@@ -99,6 +99,15 @@ bool ShellDelete(std::string_view Names) {
     return RunShell(FO_DELETE, List, {}, FOF_NOCONFIRMATION, "Delete files");
 }
 
+/// True when each name is that of one file at most. The shell takes other names for patterns, and
+/// deletes a folder with everything in it.
+bool AreFiles(const std::string& ShellNames) {
+    for (const char* Name = ShellNames.c_str(); *Name != 0; Name += std::strlen(Name) + 1)
+        if (std::strpbrk(Name, "*?") != nullptr || framework::DirectoryExists(Name))
+            return false;
+    return true;
+}
+
 /// Opened for its attributes alone, which works whoever else has it open.
 framework::FileHandle OpenForAttributes(const std::string& Path) {
     return framework::FileHandle(
@@ -199,7 +208,10 @@ bool RevoveDirExt(const std::string& Dir) {
 }
 
 bool RevoveFilesExt(std::string_view List) {
-    return ShellList(List).empty() || ShellDelete(List);
+    const std::string Names = ShellList(List);
+    if (!AreFiles(Names))
+        return Fail(ERROR_INVALID_NAME);
+    return Names.empty() || ShellDelete(List);
 }
 
 bool HasSameContents(const std::string& A, const std::string& B) {

@@ -129,6 +129,18 @@ TEST(RevoveFilesExt, SkipsEmptyNames) {
     EXPECT_TRUE(RevoveFilesExt(""));
 }
 
+TEST(RevoveFilesExt, DeletesNothingForAPatternOrAFolder) {
+    const TempFolder Folder;
+    const std::string First = Folder.MakeFile("a.txt");
+    Folder.MakeFolder("sub");
+    const std::string Second = Folder.MakeFile("sub\\b.txt");
+    // Names that the code page does not have are listed with question marks.
+    for (const char* Name : {"?.txt", "*", "sub"}) {
+        EXPECT_FALSE(RevoveFilesExt(First + '\0' + (Folder / Name))) << Name;
+        EXPECT_TRUE(FileExists(First) && FileExists(Second)) << Name;
+    }
+}
+
 TEST(RevoveFilesExt, FailsForAFileInUseAndOneThatIsMissing) {
     const TempFolder Folder;
     const std::string Used = Folder.MakeFile("used.txt");
