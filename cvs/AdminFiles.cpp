@@ -21,7 +21,8 @@ namespace {
 /// The first line of one of the working directory's administrative files; false when it has none.
 bool FirstLine(const std::string& workingDirectory, const char* name, std::string& line) {
     const std::string path = SlashSep(SlashSep(workingDirectory, AdminDirectoryName), name);
-    if (!framework::FileExists(path)) return false;
+    if (!framework::FileExists(path))
+        return false;
     return framework::TTextFile::Reset(path).ReadLine(line);
 }
 
@@ -35,7 +36,8 @@ std::string_view CutUpTo(std::string_view& text, char separator) {
 
 /// Takes the next field of an entry off the line; empty when no slash ends it.
 std::string_view CutField(std::string_view& line) {
-    if (line.find('/') == std::string_view::npos) return {};
+    if (line.find('/') == std::string_view::npos)
+        return {};
     return CutUpTo(line, '/');
 }
 
@@ -85,11 +87,15 @@ private:
 
 TEntryLine ParseEntryLine(std::string_view line) {
     TEntryLine entry;
-    if (line.starts_with('/')) line.remove_prefix(1);
     entry.IsDirectory = line.starts_with("D/");
-    if (entry.IsDirectory) line.remove_prefix(2);
+    // "/D/1.1/..." is a file of that name.
+    if (entry.IsDirectory)
+        line.remove_prefix(2);
+    else if (line.starts_with('/'))
+        line.remove_prefix(1);
     entry.Name = CutField(line);
-    if (entry.IsDirectory) return entry;
+    if (entry.IsDirectory)
+        return entry;
     entry.Revision = CutField(line);
     entry.TimeStamp = CutField(line);
     return entry;
@@ -126,7 +132,9 @@ TRootLine ParseRootLine(std::string_view line) {
     return root;
 }
 
-bool TCvsObject::CVS_SystemDirectory(const std::string& Name) { return Name == AdminDirectoryName; }
+bool TCvsObject::CVS_SystemDirectory(const std::string& Name) {
+    return Name == AdminDirectoryName;
+}
 
 bool TCvsObject::CVS_SystemFile(const std::string& Name) {
     return framework::SameText(Name, IgnoreFileName);
@@ -134,7 +142,8 @@ bool TCvsObject::CVS_SystemFile(const std::string& Name) {
 
 std::string TCvsObject::Get_RepositoryPath(const std::string& Path_) {
     const auto at = framework::UpperCase(Path_).find(framework::UpperCase(Modulename()));
-    if (Modulename().empty() || at == std::string::npos) return {};
+    if (Modulename().empty() || at == std::string::npos)
+        return {};
     return SlashSep(CVSROOT(), std::string_view(Path_).substr(at));
 }
 
@@ -150,9 +159,11 @@ void TCvsObject::ReadCVSInfo(TWorkDirTree& Tree, const std::string& Dir) {
     const std::string repositoryPath = Get_RepositoryPath(Dir);
     for (std::string line; file.ReadLine(line);) {
         const TEntryLine entry = ParseEntryLine(line);
-        if (entry.Name.empty()) continue;
+        if (entry.Name.empty())
+            continue;
         TWorkDirItem* const item = index.Find(entry.Name);
-        if (!item) throw framework::Exception("Error  reading " + path);
+        if (!item)
+            throw framework::Exception("Error  reading " + path);
         item->InRepository = true;
         item->Revision = entry.Revision;
         item->TimeStamp = entry.TimeStamp;
@@ -166,20 +177,24 @@ void TCvsObject::ReadCVSInfo(TWorkDirTree& Tree, const std::string& Dir) {
 }
 
 void TCvsObject::ReadCVS_SystemFile(TWorkDirTree& Tree, const std::string& Dir) {
-    if (Tree.JustListed && !Tree.ItemExist(Dir, IgnoreFileName)) return;
+    if (Tree.JustListed && !Tree.ItemExist(Dir, IgnoreFileName))
+        return;
     auto file = framework::TTextFile::Reset(SlashSep(Dir, IgnoreFileName));
     const TFolderIndex index(Tree, Dir);
     for (std::string line; file.ReadLine(line);)
-        if (TWorkDirItem* const item = index.Find(framework::Trim(line))) item->Included = false;
+        if (TWorkDirItem* const item = index.Find(framework::Trim(line)))
+            item->Included = false;
 }
 
 bool TCvsObject::GetIsVCSstored() {
-    if (WorkingDirectory().empty()) return false;
+    if (WorkingDirectory().empty())
+        return false;
     try {
         framework::TFileSearch search(SlashSep(WorkingDirectory(), "*.*"),
                                       framework::faHidden | framework::faDirectory);
         for (framework::TSearchRec entry; search.Next(entry);)
-            if (entry.IsDirectory() && CVS_SystemDirectory(entry.Name)) return true;
+            if (entry.IsDirectory() && CVS_SystemDirectory(entry.Name))
+                return true;
     } catch (const framework::EInOutError&) {
         // A folder that may not be listed is no working copy to work with.
     }
@@ -187,17 +202,22 @@ bool TCvsObject::GetIsVCSstored() {
 }
 
 void TCvsObject::LoadVCSProjectInfo() {
-    if (WorkingDirectory().empty()) return;
+    if (WorkingDirectory().empty())
+        return;
     std::string line;
     if (FirstLine(WorkingDirectory(), "Root", line)) {
         const TRootLine root = ParseRootLine(line);
-        if (root.HasMethod) ConnectionType = root.ConnectionType;
-        if (!root.User.empty()) UserName = root.User;
-        if (!root.Server.empty()) Server = root.Server;
+        if (root.HasMethod)
+            ConnectionType = root.ConnectionType;
+        if (!root.User.empty())
+            UserName = root.User;
+        if (!root.Server.empty())
+            Server = root.Server;
         Path = root.Path;
         SetCVSROOT(CompileCVSROOT(ConnectionType, Server, UserName, {}, {}, Path));
     }
-    if (FirstLine(WorkingDirectory(), "Repository", line)) Set_Modulename(line);
+    if (FirstLine(WorkingDirectory(), "Repository", line))
+        Set_Modulename(line);
 }
 
 }  // namespace tandrel

@@ -80,6 +80,8 @@ TEST_F(WorkingCopy, AgreesWithTheClient) {
     Append("a.c", "more\r\n");
     Sandbox.Write(Copy + "\\new.c", "new\r\n");
     Sandbox.Write(Copy + "\\ignored.x", "x\r\n");
+    Sandbox.Write(Copy + "\\D", "a file of the name that folders have in the records\r\n");
+    Sandbox.Client("-Q add D", Copy);
     Sandbox.Write(Copy + "\\.cvsignore", "  ignored.x  \r\nnot there\r\n.cvsignore");
     Append("sub\\c.c", "more\r\n");
     struct {
@@ -88,7 +90,8 @@ TEST_F(WorkingCopy, AgreesWithTheClient) {
     } const cases[] = {
         {"a.c", "Changed in workspace", 'M'}, {"b.c", "Not changed", ' '},
         {"new.c", "Not in repository", '?'},  {"ignored.x", "Ignore", ' '},
-        {"sub", "Directory", ' '},            {"sub\\c.c", "Changed in workspace", ' '},
+        {"D", "Changed in workspace", 'A'},   {"sub", "Directory", ' '},
+        {"sub\\c.c", "Changed in workspace", ' '},
     };
     for (const auto& [name, state, letter] : cases) {
         EXPECT_EQ(State(name), state) << name;
