@@ -13,6 +13,7 @@
 #include "framework/base/file_functions.h"
 #include "framework/base/files.h"
 #include "framework/base/paths.h"
+#include "framework/base/text.h"
 #include "framework/base/text_file.h"
 
 namespace tandrel {
@@ -21,8 +22,9 @@ namespace {
 /// The client's records in the order in which they are deleted. The ones behind the first six are
 /// not in every working copy.
 constexpr const char* AdminFiles[] = {
-    "Entries",     "Entries.Extra", "Entries.Old",    "Repository", "Entries.Extra.Old", "Root",
-    "Entries.Log", "Entries.Static", "Tag",           "Template",   "Notify",            "Baserev",
+    "Entries", "Entries.Extra", "Entries.Old",    "Repository", "Entries.Extra.Old",
+    "Root",    "Entries.Log",   "Entries.Static", "Tag",        "Template",
+    "Notify",  "Baserev",
 };
 
 bool IsLink(const std::string& path) {
@@ -37,19 +39,24 @@ bool IsOwnOrParent(const framework::TSearchRec& entry) {
 constexpr const char* BaseDirectoryName = "Base";
 
 void RemoveFolder(const std::string& path) {
-    if (!::RemoveDirectoryA(path.c_str())) throw framework::EInOutError(::GetLastError(), path);
+    if (!::RemoveDirectoryA(path.c_str()))
+        throw framework::EInOutError(::GetLastError(), path);
 }
 
-/// Whether the name leads to a folder in the repository, and not to the repository itself or out of
-/// it.
+/// Whether the name leads to a folder in the repository, and not to the repository itself, what
+/// makes it one, or out of it.
 bool IsModulePath(const std::string& name) {
     std::size_t start = 0;
     for (;;) {
         const std::size_t end = std::min(name.find_first_of("/\\", start), name.size());
-        // A name of dots is a way up or nowhere, also with blanks behind it.
-        if (name.substr(start, end - start).find_first_not_of(". ") == std::string::npos)
+        // The system ignores dots and blanks behind a name; one of nothing else leads up or
+        // nowhere.
+        std::string part = name.substr(start, end - start);
+        part.resize(part.find_last_not_of(". ") + 1);
+        if (part.empty() || (start == 0 && framework::SameText(part, "CVSROOT")))
             return false;
-        if (end == name.size()) return true;
+        if (end == name.size())
+            return true;
         start = end + 1;
     }
 }
@@ -59,8 +66,8 @@ bool IsModulePath(const std::string& name) {
 bool TCvsObject::CreateCopyProject() {
     const std::string& folder = WorkingDirectory();
     if (!framework::DirectoryExists(folder)) {
-        MessageProc(
-            "Create copy of directory(%s)  is failed,Working directory is not exists ", {folder});
+        MessageProc("Create copy of directory(%s)  is failed,Working directory is not exists ",
+                    {folder});
         return false;
     }
     const std::string backup = Get_NewName();
@@ -77,7 +84,8 @@ bool TCvsObject::CreateCopyProject() {
 void TCvsObject::CreateCopyList(const std::string& Dir, std::vector<std::string>& List) {
     framework::TFileSearch search(SlashSep(Dir, "*.*"), framework::faAnyFile);
     for (framework::TSearchRec entry; search.Next(entry);) {
-        if (IsOwnOrParent(entry)) continue;
+        if (IsOwnOrParent(entry))
+            continue;
         const std::string path = SlashSep(Dir, entry.Name);
         if (!entry.IsDirectory())
             List.push_back(path);
@@ -88,18 +96,21 @@ void TCvsObject::CreateCopyList(const std::string& Dir, std::vector<std::string>
 
 void TCvsObject::TryDeleteFile(const std::string& Dir, const std::string& Name) {
     const std::string path = SlashSep(Dir, Name);
-    if (!framework::FileExists(path)) return;
+    if (!framework::FileExists(path))
+        return;
     framework::EraseFile(path);
     MessageProc("File %s deleted ", {path});
 }
 
 bool TCvsObject::DeleteAdminDirectory(const std::string& Dir) {
-    for (const char* name : AdminFiles) TryDeleteFile(Dir, name);
+    for (const char* name : AdminFiles)
+        TryDeleteFile(Dir, name);
     const std::string base = SlashSep(Dir, BaseDirectoryName);
     if (framework::DirectoryExists(base) && !IsLink(base)) {
         std::vector<std::string> texts;
         CreateCopyList(base, texts);
-        for (const std::string& path : texts) TryDeleteFile(base, framework::ExtractFileName(path));
+        for (const std::string& path : texts)
+            TryDeleteFile(base, framework::ExtractFileName(path));
         RemoveFolder(base);
     }
     RemoveFolder(Dir);
@@ -149,7 +160,8 @@ bool TCvsObject::RemoveProjectFrom() {
         else
             MessageProc("directory(%s) is not exist   ", {folder});
     }
-    if (done) Show_OkForm("CVS ClearProjectData", "CVS folders deleted from project", 0);
+    if (done)
+        Show_OkForm("CVS ClearProjectData", "CVS folders deleted from project", 0);
     return done;
 }
 
@@ -157,7 +169,8 @@ void TCvsObject::ExploreIgnore() {
     const std::string path = SlashSep(WorkingDirectory(), IgnoreFileName);
     std::vector<std::string> names;
     for (const TFileItem& item : FileItems)
-        if (item.Ignore) names.push_back(item.Name);
+        if (item.Ignore)
+            names.push_back(item.Name);
     // The list ignores itself.
     names.push_back(IgnoreFileName);
     framework::ReplaceTextFile(path, names);
@@ -167,9 +180,12 @@ void TCvsObject::ExploreIgnore() {
 void TCvsObject::LoadPreferences(HKEY RootKey, const std::string& Key) {
     TCustomCvsObj::LoadPreferences(RootKey, Key);
     framework::TRegistry registry(RootKey);
-    if (!registry.OpenKeyReadOnly(Key)) return;
-    if (registry.ValueExists("PRUNE")) PruneEmptyDirs = registry.ReadString("PRUNE") == "1";
-    if (registry.ValueExists("CVS_RSH")) CVS_RSH_ = registry.ReadString("CVS_RSH");
+    if (!registry.OpenKeyReadOnly(Key))
+        return;
+    if (registry.ValueExists("PRUNE"))
+        PruneEmptyDirs = registry.ReadString("PRUNE") == "1";
+    if (registry.ValueExists("CVS_RSH"))
+        CVS_RSH_ = registry.ReadString("CVS_RSH");
 }
 
 void TCvsObject::SavePreferences(HKEY RootKey, const std::string& Key) {
@@ -179,7 +195,8 @@ void TCvsObject::SavePreferences(HKEY RootKey, const std::string& Key) {
         throw framework::ERegistryError("The registry key " + Key +
                                         " cannot be opened for writing");
     registry.WriteString("PRUNE", PruneEmptyDirs ? "1" : "0");
-    if (!CVS_RSH_.empty()) registry.WriteString("CVS_RSH", CVS_RSH_);
+    if (!CVS_RSH_.empty())
+        registry.WriteString("CVS_RSH", CVS_RSH_);
 }
 
 }  // namespace tandrel

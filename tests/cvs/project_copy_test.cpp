@@ -201,7 +201,8 @@ TEST_F(ProjectCopy, LeavesTheRepositoryWhenItIsNotMeant) {
         {cnLocal, true, "../beside", true}, {cnLocal, true, "mod\\..\\..\\beside", true},
         {cnLocal, true, "mod\\.. ", true},  {cnLocal, true, "\\", true},
         {cnLocal, true, "mod/", true},      {cnLocal, true, "nowhere", true},
-        {cnLocal, true, "m*d", true},
+        {cnLocal, true, "m*d", true},       {cnLocal, true, "cvsroot/", true},
+        {cnLocal, true, "CVSROOT", true},   {cnLocal, true, "CVSROOT.", true},
     };
     for (const auto& [type, remove, name, told] : cases) {
         SCOPED_TRACE(name);
@@ -218,6 +219,7 @@ TEST_F(ProjectCopy, LeavesTheRepositoryWhenItIsNotMeant) {
         EXPECT_EQ(WasSaid(") is not exist   \r\n"), told) << Obj.Messages.All();
         EXPECT_FALSE(WasSaid(" deleted ")) << Obj.Messages.All();
         ASSERT_TRUE(FileExists(module + "\\sub\\c.c,v"));
+        ASSERT_TRUE(FileExists(Sandbox.Repository + "\\CVSROOT\\modules"));
         ASSERT_TRUE(FileExists(Sandbox.Folder / "beside\\a.c"));
     }
 }
@@ -225,6 +227,11 @@ TEST_F(ProjectCopy, LeavesTheRepositoryWhenItIsNotMeant) {
 TEST_F(ProjectCopy, DeletesTheModuleWhenItIsMeant) {
     Obj.Set_WorkingDirectory(Sandbox.CheckOut("work"));
     Obj.RemoveFromRepository = true;
+    Sandbox.Write(Sandbox.Repository + "\\CVSROOT.old\\a.c,v", "");
+    Obj.Set_Modulename("CVSROOT.old");
+    ExpectClearedForm();
+    EXPECT_TRUE(Obj.RemoveProjectFrom()) << Obj.Messages.All();
+    EXPECT_FALSE(DirectoryExists(Sandbox.Repository + "\\CVSROOT.old"));
     Obj.Set_Modulename("mod/sub");
     ExpectClearedForm();
     EXPECT_TRUE(Obj.RemoveProjectFrom()) << Obj.Messages.All();
