@@ -79,6 +79,8 @@ bool RemoveEmptyDirs(const std::string& Dir) {
                 empty = false;
         }
     }
+    // The shell protects folders that look otherwise than others.
+    if (empty) Unprotect(Dir);
     return empty && ::RemoveDirectoryA(Dir.c_str());
 }
 
