@@ -202,6 +202,7 @@ private:
                 bool (*parse)(std::string_view text, TLogList& list));
     bool CanBePlaced();
     bool Place();
+    bool CheckOutWorkingDirectory();
     bool BringFilesBack();
     void ShowPlaceResult(int code);
     bool DeleteAdminDirectory(const std::string& Dir);

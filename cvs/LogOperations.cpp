@@ -2,25 +2,12 @@
 
 #include "cvs/Cvstempl.h"
 #include "cvs/Dialogs.h"
+#include "cvs/Kept.h"
 #include "cvs/LogParser.h"
 #include "framework/base/system_time.h"
 
 namespace tandrel {
 namespace {
-
-/// Puts a value back when the call is over.
-template <class T>
-class TKept {
-public:
-    explicit TKept(T& value) : Value_(value), Before_(value) {}
-    ~TKept() { Value_ = Before_; }
-    TKept(const TKept&) = delete;
-    TKept& operator=(const TKept&) = delete;
-
-private:
-    T& Value_;
-    const T Before_;
-};
 
 /// Clears a flag when the call is over.
 class TFlagCleared {

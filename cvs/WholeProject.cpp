@@ -8,6 +8,7 @@
 #include "cvs/AdminFiles.h"
 #include "cvs/Cvstempl.h"
 #include "cvs/Dialogs.h"
+#include "cvs/Kept.h"
 #include "framework/base/exceptions.h"
 #include "framework/base/files.h"
 #include "framework/base/text.h"
@@ -29,6 +30,28 @@ void MakeFolders(const std::string& from, const std::string& to) {
         if (entry.IsDirectory() && !entry.IsLink() && entry.Name != "." && entry.Name != ".." &&
             !framework::SameText(entry.Name, AdminDirectoryName))
             MakeFolders(SlashSep(from, entry.Name), SlashSep(to, entry.Name));
+}
+
+/// The first file or folder below the folder that could not be brought back from there: its name is
+/// not in the code page, or its path too long as soon as the folder's name is longer by `more`.
+/// Empty when there is none.
+std::string FirstUnmovable(const std::string& folder, std::size_t more) {
+    framework::TFileSearch search(SlashSep(folder, "*.*"), framework::faAnyFile);
+    for (framework::TSearchRec entry; search.Next(entry);) {
+        if (entry.Name == "." || entry.Name == "..")
+            continue;
+        const std::string path = SlashSep(folder, entry.Name);
+        // A folder is listed with a pattern behind its name.
+        const std::size_t room = more + (entry.IsDirectory() ? sizeof "\\*.*" - 1 : 0);
+        // What the code page does not have is listed as a question mark.
+        if (entry.Name.find('?') != std::string::npos || path.size() + room >= MAX_PATH)
+            return path;
+        if (!entry.IsDirectory() || entry.IsLink())
+            continue;
+        if (std::string below = FirstUnmovable(path, more); !below.empty())
+            return below;
+    }
+    return {};
 }
 
 }  // namespace
@@ -119,6 +142,13 @@ bool TCvsObject::CanBePlaced() {
         MessageProc("Directory(%s) already exists, nothing was done", {backup});
         return false;
     }
+    const std::string unmovable =
+        FirstUnmovable(WorkingDirectory(), backup.size() - WorkingDirectory().size());
+    if (!unmovable.empty()) {
+        MessageProc("The name %s is too long or not in the code page, nothing was done",
+                    {unmovable});
+        return false;
+    }
     return true;
 }
 
@@ -142,7 +172,7 @@ bool TCvsObject::Place() {
         RevoveDirExt(WorkingDirectory());
         StikyType = stNone;
         StikyBranch = VendorTag;
-        checkedOut = CheckOut(false);
+        checkedOut = CheckOutWorkingDirectory();
     } catch (...) {
         // There was no backup before: without one now, nothing has happened yet.
         if (!framework::DirectoryExists(Get_NewName()))
@@ -158,6 +188,20 @@ bool TCvsObject::Place() {
         std::rethrow_exception(raised);
     Load_WorkDirTree();
     return complete && checkedOut;
+}
+
+bool TCvsObject::CheckOutWorkingDirectory() {
+    // Options of other check-outs, which would make another folder, a part of this one, or none.
+    const TKept target(UseTargetDir), output(ToStandardOutput), local(LocalOnly);
+    UseTargetDir = ToStandardOutput = LocalOnly = false;
+    if (!CheckOut(false))
+        return false;
+    // The repository may have a folder of its own for a module of that name.
+    if (GetIsVCSstored())
+        return true;
+    MessageProc("Directory(%s) is not made by the check-out of project %s",
+                {WorkingDirectory(), Modulename()});
+    return false;
 }
 
 bool TCvsObject::BringFilesBack() {

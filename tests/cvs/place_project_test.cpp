@@ -339,14 +339,44 @@ TEST_F(PlaceProject, TouchesNothingWhenTheImportFails) {
     }
 }
 
-TEST_F(PlaceProject, TouchesNothingWhenANameIsNotInTheCodePage) {
-    const std::wstring name = framework::ToWide(Project) + L"\\\x4E2D.c";
-    ASSERT_TRUE(::CopyFileW(framework::ToWide(Project + "\\main.c").c_str(), name.c_str(), TRUE));
+TEST_F(PlaceProject, TouchesNothingWhenANameCouldNotBeBroughtBack) {
+    // The client ignores these two by default: it is not the one who would notice.
+    const std::wstring project = framework::ToWide(Project);
+    const std::wstring file = project + L"\\sub\\\x4E2D.o", folder = project + L"\\\x4E2D.old";
+    ASSERT_TRUE(::CopyFileW((project + L"\\main.c").c_str(), file.c_str(), TRUE));
     Before = Snapshot(Project);
-    PlaceInVain();
-    ExpectUntouched();
-    EXPECT_FALSE(DirectoryExists(Backup));
-    ::DeleteFileW(name.c_str());
+    const auto refuse = [this](const std::string& name) {
+        Obj.Messages.Clear();
+        PlaceInVain();
+        EXPECT_EQ(Obj.Messages.All(), "The name " + name +
+                                          " is too long or not in the code page, nothing was done\r\n");
+        ExpectUntouched();
+        EXPECT_FALSE(DirectoryExists(Backup));
+    };
+    refuse(Project + "\\sub\\?.o");
+    ::DeleteFileW(file.c_str());
+    ASSERT_TRUE(::CreateDirectoryW(folder.c_str(), nullptr));
+    Before = Snapshot(Project);
+    refuse(Project + "\\?.old");
+    ::RemoveDirectoryW(folder.c_str());
+    // Not too long now, but in the backup.
+    std::string deep = Project + "\\deep";
+    while (deep.size() < 230) deep += "\\12345678";
+    const std::string last = deep + "\\" + std::string(258 - deep.size(), 'x');
+    Sandbox.Write(last, "far away");
+    Before = Snapshot(Project);
+    refuse(last);
+}
+
+TEST_F(PlaceProject, MakesAWholeWorkingCopyWhateverWasCheckedOutBefore) {
+    Obj.UseTargetDir = Obj.ToStandardOutput = Obj.LocalOnly = true;
+    Obj.TargetDir = "elsewhere";
+    ExpectResult(true);
+    EXPECT_TRUE(Obj.PlaceProjectAccepted()) << Obj.Messages.All();
+    EXPECT_TRUE(Obj.UseTargetDir && Obj.ToStandardOutput && Obj.LocalOnly) << "they stay set";
+    EXPECT_TRUE(DirectoryExists(Project + "\\CVS") && DirectoryExists(Project + "\\sub\\deep\\CVS"));
+    EXPECT_FALSE(DirectoryExists(Sandbox.Folder / "elsewhere"));
+    EXPECT_EQ(Snapshot(Project), Before);
 }
 
 TEST_F(PlaceProject, TouchesNothingWhenTheIgnoreListsCannotBeWritten) {
@@ -435,6 +465,11 @@ const TMishap Mishaps[] = {
          };
      },
      "User cancel execute command", true},
+    {"ClientMakesAnotherFolder",
+     [](TCvsObject& obj, const std::string&, const std::string&) {
+         obj.CommandLine = " -Q checkout -d elsewhere CVSROOT";
+     },
+     "is not made by the check-out of project pr\xF6 j", true},
     {"HostBreaksOff",
      [](TCvsObject&, const std::string&, const std::string&) { throw framework::EAbort(); }, "",
      true},
