@@ -8,10 +8,14 @@
 #include "cvs/Cvstempl.h"
 #include "cvs/Dialogs.h"
 #include "framework/base/datetime.h"
+#include "framework/ui/list_view.h"
+#include "framework/ui/page_control.h"
 #include "support/Drive.h"
 #include "support/Files.h"
 #include "support/Process.h"
 #include "support/Screenshot.h"
+#include "support/WaitUntil.h"
+#include "tests/cvs/Sandbox.h"
 #include "tests/support/FormDriver.h"
 #include "tests/support/Tidy.h"
 
@@ -79,6 +83,8 @@ protected:
         Commit_Prepare(Cvs);
         ExpectSteps("CVS update-step 1", "update", {nothing, [](TForm& step) {
             support::Choose(step, "ComboBox1", stDate);
+            EXPECT_TRUE(support::WaitUntil(
+                [&] { return support::Part<TControl>(step, "MaskEdit2").Color() == COLOR_WINDOW; }));
         }, nothing});
         Update_Prepare(Cvs);
         ExpectSteps("Place project into CVS-step 1", "place",
@@ -115,8 +121,37 @@ protected:
         Show_OkForm("CVS update", "CVS update  \"mod\"", 1);
         ExpectDialog("CVS confirmation", "confirmation");
         Sh_Confirm_Form("Are you sure you want to release (and delete) directory `mod':");
-        ExpectDialog("StatusBrowser", "browser-empty");
-        Sh_StatusBrowser(Cvs);
+        Browser();
+    }
+
+    /// With the states that a file can have, and the comparison of one.
+    void Browser() {
+        const tests::TSandbox sandbox;
+        const std::string copy = sandbox.CheckOut("work");
+        sandbox.Write(copy + "\\a.c", "one\r\nTWO\r\nthree\r\n");
+        for (const char* name : {"stray.txt", "left.o", "new.c"})
+            sandbox.Write(copy + "\\" + name, "text\r\n");
+        sandbox.Write(copy + "\\.cvsignore", "left.o\r\n");
+        sandbox.Client("-Q add new.c", copy);
+        tests::TSandboxObject cvs(sandbox, copy);
+        cvs.OutputListLimit = 1000;
+        cvs.Load_WorkDirTree();
+        cvs.WorkDirTree.ItemExist(copy, "a.c")->Changed = true;
+        tests::ExpectForm("StatusBrowser", [](TForm& form) {
+            TForm& page = support::StepOf(form);
+            auto& pages = support::Part<TPageControl>(page, "PageControl1");
+            auto& list = support::Part<TListView>(page, "ListView1");
+            for (int i = 0; i < list.Count(); ++i)
+                if (list.Row(i).Caption == "a.c") list.Select(i);
+            EXPECT_TRUE(support::WaitUntil([&] { return pages.Page(2).TabVisible(); }));
+            Look(form, "browser-status");
+            pages.SetActivePageIndex(2);
+            Look(form, "browser-difference");
+            support::Part<TPageControl>(form, "PageControl1").SetActivePageIndex(1);
+            Look(form, "browser-files");
+            form.ModalResult = mrCancel;
+        });
+        Sh_StatusBrowser(cvs);
     }
 
     const support::TTempFolder Folder{"looks"};
