@@ -1,10 +1,9 @@
 // Filling the model of the working copy from the disk.
 
-#include <objbase.h>
-
 #include <string>
 #include <unordered_map>
 
+#include "core/ComForCall.h"
 #include "core/Customvcs.h"
 #include "core/Cvs_files.h"
 #include "core/Cvs_time.h"
@@ -15,20 +14,6 @@
 
 namespace tandrel {
 namespace {
-
-/// The shell's names are objects of COM, which the calling thread may not have at hand yet.
-class TComForCall {
-public:
-    TComForCall() : Initialized_(SUCCEEDED(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) {}
-    ~TComForCall() {
-        if (Initialized_) ::CoUninitialize();
-    }
-    TComForCall(const TComForCall&) = delete;
-    TComForCall& operator=(const TComForCall&) = delete;
-
-private:
-    bool Initialized_;
-};
 
 /// The shell's icons, asked for once for each kind of file; kinds that carry pictures of their own
 /// are asked for one by one.

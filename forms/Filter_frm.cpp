@@ -98,6 +98,12 @@ void TFilter_Form::StateClick(TTreeViewNode& node) {
 void TFilter_Form::SetReadOnly() {
     ReadOnly_ = true;
     Heading_->SetText("");
+    // Nothing stands above the tree now.
+    const RECT before = TreeView1_->Bounds();
+    const int top = static_cast<int>(Heading_->Bounds().top);
+    TreeView1_->SetBounds(static_cast<int>(before.left), top, TreeView1_->Width(),
+                          static_cast<int>(before.bottom) - top);
+    TreeView1_->SetAnchors(akLeft | akTop | akRight | akBottom);
 }
 
 TFilter_FormReadOnly::TFilter_FormReadOnly() {

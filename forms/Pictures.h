@@ -9,7 +9,6 @@ inline constexpr int RevisionImage = 0;
 inline constexpr int ExcludedImage = 4;
 inline constexpr int IncludedImage = 5;
 inline constexpr int BranchImage = 7;
-inline constexpr int FolderImage = 7;  ///< Of the list whose icons are not the shell's.
 inline constexpr int LabelImage = 8;
 
 /// The images of trees and lists.

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "core/ComForCall.h"
+#include "core/Cvs_files.h"
 #include "cvs/Cvstempl.h"
 #include "forms/DiffColours.h"
 #include "framework/base/text.h"
@@ -175,7 +177,9 @@ void TStatusBrowser_Form::LoadRootNodes() {
         const TTreeUpdate update(*TreeView1_);
         TreeView1_->Clear();
         TTreeViewNode& top = TreeView1_->Root().AddChild("Full list");
-        top.SetImages(FolderImage, FolderImage, 0);
+        const TComForCall com;
+        const int folder = GetShellImage(CvsObject->WorkingDirectory(), false, false);
+        top.SetImages(folder, folder, 0);
         for (TWorkDirItem& item : CvsObject->WorkDirTree) {
             TTreeViewNode& node = top.AddChild(item.Name);
             node.SetData(&item);

@@ -4,7 +4,6 @@
 
 #include "core/Customvcs_types.h"
 #include "forms/FrameDetForm.h"
-#include "forms/Pictures.h"
 #include "framework/ui/list_view.h"
 #include "framework/ui/menus.h"
 #include "framework/ui/page_control.h"
