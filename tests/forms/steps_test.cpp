@@ -375,7 +375,7 @@ TEST(Wizards, LeaveNothingBehind) {
     };
     page();
     const tests::TResources before = tests::CountResources();
-    for (int i = 0; i < 40; ++i) page();
+    for (int i = 0; i < 200; ++i) page();
     const tests::TResources after = tests::CountResources();
     EXPECT_EQ(after.Windows, before.Windows);
     EXPECT_EQ(after.GdiObjects, before.GdiObjects);
