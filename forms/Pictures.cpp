@@ -83,27 +83,16 @@ void DrawLabel(HDC dc, const RECT& area) {
 }  // namespace
 
 TStateImages::TStateImages() {
-    for (int index = 0; index <= LabelImage; ++index)
+    Add(LabelImage + 1, [](int index, HDC dc, const RECT& area) {
         switch (index) {
-            case RevisionImage:
-                Add(DrawClock);
-                break;
-            case ExcludedImage:
-                AddCheckBox(false);
-                break;
-            case IncludedImage:
-                AddCheckBox(true);
-                break;
-            case BranchImage:
-                Add(DrawBranch);
-                break;
-            case LabelImage:
-                Add(DrawLabel);
-                break;
-            default:
-                Add();
-                break;
+            case RevisionImage: return DrawClock(dc, area);
+            case ExcludedImage: return DrawCheckBox(dc, area, false);
+            case IncludedImage: return DrawCheckBox(dc, area, true);
+            case BranchImage: return DrawBranch(dc, area);
+            case LabelImage: return DrawLabel(dc, area);
+            default: return;
         }
+    });
 }
 
 }  // namespace tandrel

@@ -33,8 +33,10 @@ constexpr COLORREF Blue = RGB(40, 96, 168);
 void Fill(HDC dc, const RECT& area, COLORREF colour, std::span<const POINT> shape) {
     std::array<POINT, 12> corners{};
     for (std::size_t i = 0; i < shape.size(); ++i)
-        corners[i] = {::MulDiv(static_cast<int>(shape[i].x), static_cast<int>(area.right), 16),
-                      ::MulDiv(static_cast<int>(shape[i].y), static_cast<int>(area.bottom), 16)};
+        corners[i] = {area.left + ::MulDiv(static_cast<int>(shape[i].x),
+                                           static_cast<int>(area.right - area.left), 16),
+                      area.top + ::MulDiv(static_cast<int>(shape[i].y),
+                                          static_cast<int>(area.bottom - area.top), 16)};
     const GdiObject brush(::CreateSolidBrush(colour));
     const HGDIOBJ brushBefore = ::SelectObject(dc, brush.Get());
     const HGDIOBJ penBefore = ::SelectObject(dc, ::GetStockObject(NULL_PEN));
@@ -80,8 +82,9 @@ void TUserToolsForm::BuildToolBar() {
         {"ToolButton3", L"Move down", Blue, Down, [this] { MoveClick(1); }},
         {"ToolButton4", L"Move up", Blue, Up, [this] { MoveClick(-1); }},
     };
-    for (const auto& tool : tools)
-        Pictures_.Add([&](HDC dc, const RECT& area) { Fill(dc, area, tool.Colour, tool.Shape); });
+    Pictures_.Add(static_cast<int>(std::size(tools)), [&](int index, HDC dc, const RECT& area) {
+        Fill(dc, area, tools[index].Colour, tools[index].Shape);
+    });
     auto& bar = Make<TToolBar>("ToolBar1", *this, Pictures_);
     int image = 0;
     for (const auto& tool : tools)

@@ -25,32 +25,31 @@ TImageList::~TImageList() {
     ::ImageList_Destroy(Images_);
 }
 
-void TImageList::Add(const std::function<void(HDC dc, const RECT& area)>& draw) {
+void TImageList::Add(int count,
+                     const std::function<void(int index, HDC dc, const RECT& area)>& draw) {
     const HDC screen = ::GetDC(nullptr);
-    const GdiObject bitmap(::CreateCompatibleBitmap(screen, Size_, Size_));
+    const GdiObject bitmap(::CreateCompatibleBitmap(screen, count * Size_, Size_));
     const HDC dc = ::CreateCompatibleDC(screen);
     ::ReleaseDC(nullptr, screen);
     const HGDIOBJ before = ::SelectObject(dc, bitmap.Get());
-    const RECT area{0, 0, Size_, Size_};
+    const RECT all{0, 0, count * Size_, Size_};
     const GdiObject background(::CreateSolidBrush(Transparent));
-    ::FillRect(dc, &area, static_cast<HBRUSH>(background.Get()));
-    if (draw)
-        draw(dc, area);
+    ::FillRect(dc, &all, static_cast<HBRUSH>(background.Get()));
+    for (int index = 0; index < count; ++index)
+        draw(index, dc, {index * Size_, 0, (index + 1) * Size_, Size_});
     ::SelectObject(dc, before);
     ::DeleteDC(dc);
     ::ImageList_AddMasked(Images_, static_cast<HBITMAP>(bitmap.Get()), Transparent);
 }
 
-void TImageList::AddCheckBox(bool checked) {
-    Add([checked](HDC dc, const RECT& area) {
-        // The system's boxes are a little smaller than its icons.
-        const int margin = static_cast<int>(area.right) * 3 / 32;
-        RECT box = area;
-        ::InflateRect(&box, -margin, -margin);
-        ::DrawFrameControl(
-            dc, &box, DFC_BUTTON,
-            static_cast<UINT>(DFCS_BUTTONCHECK | DFCS_FLAT | (checked ? DFCS_CHECKED : 0)));
-    });
+void TImageList::DrawCheckBox(HDC dc, const RECT& area, bool checked) {
+    // The system's boxes are a little smaller than its icons.
+    const int margin = static_cast<int>(area.right - area.left) * 3 / 32;
+    RECT box = area;
+    ::InflateRect(&box, -margin, -margin);
+    ::DrawFrameControl(
+        dc, &box, DFC_BUTTON,
+        static_cast<UINT>(DFCS_BUTTONCHECK | DFCS_FLAT | (checked ? DFCS_CHECKED : 0)));
 }
 
 HIMAGELIST ShellSmallImageList() {

@@ -20,11 +20,11 @@ public:
     TImageList(const TImageList&) = delete;
     TImageList& operator=(const TImageList&) = delete;
 
-    /// Appends a picture. @param draw is called once and draws it; what it leaves is transparent,
-    /// so that none leaves it all so.
-    void Add(const std::function<void(HDC dc, const RECT& area)>& draw = nullptr);
-    /// Appends a check box as the system draws it.
-    void AddCheckBox(bool checked);
+    /// Appends pictures. @param draw is called once for each, counted from zero, and draws it; what
+    /// it leaves is transparent.
+    void Add(int count, const std::function<void(int index, HDC dc, const RECT& area)>& draw);
+    /// Draws a check box as the system does.
+    static void DrawCheckBox(HDC dc, const RECT& area, bool checked);
 
     int Size() const { return Size_; }
     HIMAGELIST Get() const { return Images_; }

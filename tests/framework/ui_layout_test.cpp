@@ -277,8 +277,9 @@ TEST(MainMenus, AreRebuiltAtAnyTime) {
 
 TEST(ToolBars, HearMouseAndKeyboard) {
     TImageList images;
-    for (int i = 0; i < 3; ++i)
-        images.AddCheckBox(false);
+    images.Add(3, [](int, HDC dc, const RECT& area) {
+        TImageList::DrawCheckBox(dc, area, false);
+    });
     TForm form("bar");
     form.SetClientSize(200, 100);
     auto& bar = form.Make<TToolBar>("ToolBar1", form, images);
