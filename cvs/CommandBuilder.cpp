@@ -7,6 +7,7 @@
 
 #include "core/Cvs_datetext.h"
 #include "core/Cvs_utils.h"
+#include "framework/base/exceptions.h"
 #include "framework/base/text.h"
 
 namespace tandrel {
@@ -47,6 +48,13 @@ std::vector<TFolder> FoldersOf(const TFileItems& items, const std::string& worki
         }
     }
     return folders;
+}
+
+/// The pattern of a file's name. The client parts patterns at blanks, and brackets stand for one of
+/// what is in them.
+std::string PatternOf(std::string name) {
+    std::ranges::replace_if(name, [](char ch) { return ch == ' ' || ch == '['; }, '?');
+    return name;
 }
 
 }  // namespace
@@ -165,23 +173,45 @@ void TCommandBuilder::DiffRevision(std::string_view revision, bool useDate,
         Append("-r " + Value(revision));
 }
 
-void TCommandBuilder::Files() {
-    for (const TFileItem& item : Context_.FileItems)
-        if (item.FileType == fi_file)
-            AppendValue(GetRelativePath(Context_.WorkingDirectory, item.Directory, item.Name));
+std::string TCommandBuilder::RelativeName(std::string_view folder, std::string_view name) const {
+    std::string relative = GetRelativePath(Context_.WorkingDirectory, folder, name);
+    // The client would look for files that fit. None is called so, but the system lists letters
+    // that the code page does not have as question marks.
+    if (Context_.StrictQuoting && relative.find_first_of("*?") != std::string::npos)
+        throw framework::Exception("File " + SlashSep(folder, name) +
+                                   " has a name that the client cannot be given ");
+    return relative;
 }
 
-void TCommandBuilder::AddFilesToCommad() {
+void TCommandBuilder::AppendNames(const std::vector<std::string>& names) {
+    // Options end with the first name that is none.
+    const bool looksLikeOption = !names.empty() && names.front().starts_with('-');
+    AppendIf(Context_.StrictQuoting && looksLikeOption, "--");
+    for (const std::string& name : names) AppendValue(name);
+}
+
+void TCommandBuilder::Files() {
+    std::vector<std::string> names;
+    for (const TFileItem& item : Context_.FileItems)
+        if (item.FileType == fi_file) names.push_back(RelativeName(item.Directory, item.Name));
+    AppendNames(names);
+}
+
+std::vector<std::string> TCommandBuilder::NamesToAdd() const {
     std::vector<TFolder> folders = FoldersOf(Context_.FileItems, Context_.WorkingDirectory);
     std::erase_if(folders, [this](const TFolder& folder) {
         return Context_.IsUnderVersionControl(folder.Path);
     });
-    for (const TFolder& folder : folders)
-        AppendValue(GetRelativePath(Context_.WorkingDirectory, folder.Parent, folder.Name));
+    std::vector<std::string> names;
+    for (const TFolder& folder : folders) names.push_back(RelativeName(folder.Parent, folder.Name));
+    if (Context_.NewFoldersOnly) return names;
     for (const TFileItem& item : Context_.FileItems)
         if (item.FileType == fi_file || item.FileType == fi_dir)
-            AppendValue(GetRelativePath(Context_.WorkingDirectory, item.Directory, item.Name));
+            names.push_back(RelativeName(item.Directory, item.Name));
+    return names;
 }
+
+void TCommandBuilder::AddFilesToCommad() { AppendNames(NamesToAdd()); }
 
 void TCommandBuilder::Message(std::string_view whenEmpty) {
     Append("-m");
@@ -196,11 +226,19 @@ void TCommandBuilder::IgnoreOptions() {
     for (const TFileItem& item : Context_.FileItems) {
         if (item.Ignore) {
             Append("-I");
-            AppendValue(item.Name);
+            const bool isName = Context_.StrictQuoting && item.FileType == fi_igrnore;
+            AppendValue(isName ? PatternOf(item.Name) : item.Name);
             written = true;
         }
         if (!written) Append("-I!");
     }
+}
+
+std::string TCommandBuilder::WrapperOption(TKeywordMode mode) const {
+    const std::string option(TKeywModeNames[mode]);
+    if (!Context_.StrictQuoting || mode == Km_none) return option;
+    // In a wrapper the client passes over a mode that is not in its own quotes.
+    return "-k '" + option.substr(2) + "'";
 }
 
 void TCommandBuilder::EditActionOption() {
@@ -257,11 +295,7 @@ void TCommandBuilder::Build() {
             Files();
             break;
         case otRelease: Release(); break;
-        case otAdd:
-            Subcommand();
-            Message("\" no messages\"");
-            AddFilesToCommad();
-            break;
+        case otAdd: Add(); break;
         case otRemove:
             Subcommand();
             AppendIf(Options_.LocalOnly, "-l");
@@ -335,6 +369,14 @@ void TCommandBuilder::LocalFiles() {
     Files();
 }
 
+void TCommandBuilder::Add() {
+    const std::vector<std::string> names = NamesToAdd();
+    if (Context_.NewFoldersOnly && names.empty()) return;
+    Subcommand();
+    Message("\" no messages\"");
+    AppendNames(names);
+}
+
 void TCommandBuilder::Import() {
     Subcommand();
     if (!Options_.UseDefaultIgnore) IgnoreOptions();
@@ -342,7 +384,7 @@ void TCommandBuilder::Import() {
     for (const TFileItem& item : Context_.FileItems) {
         if (item.FileType != fi_ext) continue;
         Append("-W");
-        Append(LConcat({"\"", item.Name, TKeywModeNames[item.KeywordMode], "\""}));
+        Append(LConcat({"\"", item.Name, WrapperOption(item.KeywordMode), "\""}));
     }
     AppendIf(Options_.ForceFlag, "-d");
     AppendValue(Context_.Modulename);

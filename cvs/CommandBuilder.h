@@ -3,6 +3,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "core/Customvcs_types.h"
 #include "core/FileItems.h"
@@ -22,6 +23,9 @@ struct TCommandContext {
     /// Quote every value so that the client reads it as one argument, whatever it holds. Otherwise
     /// values stand as the plain rules put them.
     bool StrictQuoting = false;
+    /// The command of "add" names only folders that are not yet under version control; there is no
+    /// command when there are none.
+    bool NewFoldersOnly = false;
     /// Whether a folder is under version control already. Asked once for each folder.
     std::function<bool(const std::string& folder)> IsUnderVersionControl;
 };
@@ -57,14 +61,19 @@ private:
     void MergeOption(std::string_view revision, bool useDate, framework::TDateTime date);
     void DiffRevisions();
     void DiffRevision(std::string_view revision, bool useDate, framework::TDateTime date);
+    std::string RelativeName(std::string_view folder, std::string_view name) const;
+    std::vector<std::string> NamesToAdd() const;
+    void AppendNames(const std::vector<std::string>& names);
     void Files();
     void Message(std::string_view whenEmpty);
     void IgnoreOptions();
+    std::string WrapperOption(TKeywordMode mode) const;
     void EditActionOption();
     void TargetDirOption();
     void WorkingCopyOptions();
     void TagOptions();
 
+    void Add();
     void Import();
     void CheckOut();
     void Update();

@@ -83,6 +83,7 @@ void TCvsObject::WithBuilder(Action action) {
         .WorkingDirectory = WorkingDirectory(),
         .FileItems = FileItems,
         .StrictQuoting = StrictQuoting,
+        .NewFoldersOnly = NewFoldersOnly_,
         .IsUnderVersionControl =
             [](const std::string& folder) {
                 return framework::DirectoryExists(SlashSep(folder, "CVS"));

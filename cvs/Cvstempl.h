@@ -57,6 +57,8 @@ public:
     bool CheckOut(bool Interactive) override;
     bool Update() override;
     bool Commit(bool Interactive) override;
+    /// Puts the selected files under version control, and the folders they are in; with a server the
+    /// folders in a command of their own.
     bool Add() override;
     bool Remove() override;
     bool Import(bool Interactive) override;
@@ -193,6 +195,7 @@ private:
     /// The common tail of all operations.
     bool Run(const TStartMessage& start = {});
     bool RunFileOperation(const char* whenEmpty);
+    bool AddNewFolders();
     void ShowResult(const std::string& caption, const std::string& text);
     using TLabelDialog = bool (*)(TCvsObject& CvsObject);
     /// @param flag an option to set before the event, or none. @param what the result's caption.
@@ -211,6 +214,7 @@ private:
     template <class Action>
     void WithBuilder(Action action);
 
+    bool NewFoldersOnly_ = false;  // while those of "add" are added
     std::string CVSREAD_;
     std::string CVSPATH_;
 };

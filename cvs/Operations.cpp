@@ -4,6 +4,7 @@
 #include "core/Cvs_utils.h"
 #include "cvs/Cvstempl.h"
 #include "cvs/Dialogs.h"
+#include "cvs/Kept.h"
 #include "framework/base/exceptions.h"
 #include "framework/base/system_time.h"
 
@@ -180,8 +181,19 @@ bool TCvsObject::RunFileOperation(const char* whenEmpty) {
     return ExitCode == 0;
 }
 
+bool TCvsObject::AddNewFolders() {
+    const TKept kept(NewFoldersOnly_);
+    NewFoldersOnly_ = true;
+    ExitCode = 0;  // there may be none
+    return Run();
+}
+
 bool TCvsObject::Add() {
     TCustomCvsObj::Add();
+    // A server knows nothing of the files in a folder that the same command makes.
+    const bool isServed = ConnectionType != cnLocal && ServerOnline() && !CVSROOT().empty();
+    if (isServed && !FileItems.Empty() && !AddNewFolders())
+        return false;
     return RunFileOperation("No files in FileList ");
 }
 
