@@ -137,6 +137,14 @@ TEST_F(WorkingCopy, DiffersFromTheClientWhereItOnlyLooksAtRecords) {
     EXPECT_EQ(State("new.c"), "Changed in workspace");
     EXPECT_EQ(Letter("new.c"), 'A');
     EXPECT_EQ(Obj.Messages.All(), "");
+    // An ignored file is ignored whatever it is, a pattern is a name, a folder is a folder.
+    Sandbox.Write(Copy + "\\.cvsignore", "a.c\r\n*.x\r\n.cvsignore\r\n");
+    Sandbox.Write(Copy + "\\some.x", "x\r\n");
+    Sandbox.Write(Copy + "\\unknown\\u.c", "u\r\n");
+    EXPECT_EQ(State("a.c") + State("some.x") + State("unknown") + State("unknown\\u.c"),
+              "IgnoreNot in repositoryDirectoryNot in repository");
+    EXPECT_EQ(std::string({Letter("a.c"), Letter("some.x"), Letter("unknown")}), "M ?");
+    ::DeleteFileA((Copy + "\\.cvsignore").c_str());
     // A file that is gone ends the reading of its folder; what was read before it stays.
     ::DeleteFileA((Copy + "\\b.c").c_str());
     Sandbox.Client("-Q remove b.c", Copy);
@@ -193,11 +201,16 @@ TEST_F(WorkingCopy, SurvivesDamagedRecords) {
     for (int round = 0; round < 200; ++round) {
         std::string text;
         for (int i = 0; i < 60; ++i) text += pieces[random() % std::size(pieces)];
+        Sandbox.Write(Copy + "\\CVS\\Repository", text);
+        Sandbox.Write(Copy + "\\CVS\\Root", round % 2 ? text : ":pserver:me:" + text);
         Sandbox.Write(Copy + "\\CVS\\Entries", text);
         Sandbox.Write(Copy + "\\.cvsignore", text);
         State("a.c");
+        EXPECT_EQ(Obj.WorkingDirectory(), Copy);
         ParseRootLine(text);
     }
+    for (const char* name : {"Root", "Repository"})
+        Sandbox.Write(Copy + "\\CVS\\" + name, ":ext:me@host:/" + std::string(10000000, 'x'));
     Sandbox.Write(Copy + "\\CVS\\Entries", "/a.c/" + std::string(10000000, 'x') + "/\r\n/b.c/1.9///\r\n");
     EXPECT_EQ(State("b.c"), "Changed in workspace");
     EXPECT_EQ(Obj.WorkDirTree.ItemExist(Copy, "a.c")->Revision.size(), 10000000u);
