@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+
 #include "core/Cvsroot.h"
 #include "framework/base/files.h"
 
@@ -46,7 +48,27 @@ const std::string& Template() {
     return repository;
 }
 
+std::string Surroundings(const char* name) {
+    const char* const value = std::getenv(name);
+    if (!value) ADD_FAILURE() << name << " is not set: ./test starts the password server";
+    return value ? value : "";
+}
+
 }  // namespace
+
+void ConnectToServer(tandrel::TCvsObject& obj) {
+    obj.ConnectionType = tandrel::cnPServer;
+    obj.Server = "127.0.0.1";
+    obj.UserName = Surroundings("TANDREL_PSERVER_USER");
+    obj.Password = Surroundings("TANDREL_PSERVER_PASSWORD");
+    // This client wants the path right behind the port, as a Root file that was read has it; it
+    // refuses the colon that a special port is followed by.
+    obj.Path = Surroundings("TANDREL_PSERVER_PORT") + Surroundings("TANDREL_PSERVER_PATH");
+    obj.SetCVSROOT(
+        tandrel::CompileCVSROOT(tandrel::cnPServer, obj.Server, obj.UserName, "", "", obj.Path));
+    obj.Set_WorkingDirectory("");
+    obj.Set_ServerOnline(true);
+}
 
 TSandbox::TSandbox() { CopyFolder(Template(), Repository); }
 

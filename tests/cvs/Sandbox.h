@@ -41,4 +41,7 @@ public:
     TMessageLog Messages{*this};
 };
 
+/// Makes the object one of the tests' password server, which knows it once it has logged in.
+void ConnectToServer(tandrel::TCvsObject& obj);
+
 }  // namespace tests

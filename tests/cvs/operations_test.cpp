@@ -270,17 +270,4 @@ TEST_F(Operations, RunWhereTheirCommandBelongs) {
     EXPECT_EQ(obj.Get_Version(), "1.1b");
 }
 
-TEST_F(Operations, StrictQuotingMakesOddNamesWork) {
-    const std::string copy = Sandbox.CheckOut("work");
-    TSandboxObject obj(Sandbox, copy);
-    obj.StrictQuoting = true;
-    const std::string name = copy + "\\it's 100% new & odd.c";
-    Sandbox.Write(name, "text\r\n");
-    EXPECT_TRUE(obj.AddFile(name)) << obj.Messages.All();
-    obj.CommitMessage = "say \"yes\", 100% sure & done \\";
-    EXPECT_TRUE(obj.Commit(false)) << obj.Messages.All();
-    EXPECT_NE(Sandbox.Ask("rlog \"mod/it's 100% new & odd.c\"").find(obj.CommitMessage),
-              std::string::npos);
-}
-
 }  // namespace

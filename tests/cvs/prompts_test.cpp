@@ -2,9 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
+#include <utility>
 
-#include "core/Cvsroot.h"
 #include "framework/base/files.h"
 #include "tests/cvs/Sandbox.h"
 #include "tests/support/FormDriver.h"
@@ -86,32 +85,18 @@ TEST_F(Prompts, OnlyAPasswordServerKnowsLogins) {
                                   "Logout is required for pserver  authentication only\r\n");
 }
 
-std::string Surroundings(const char* name) {
-    const char* const value = std::getenv(name);
-    if (!value) ADD_FAILURE() << name << " is not set: ./test starts the password server";
-    return value ? value : "";
-}
-
 TEST_F(Prompts, LoginAnswersThePasswordServer) {
     TSandboxObject obj(Sandbox);
-    obj.ConnectionType = cnPServer;
-    obj.Server = "127.0.0.1";
-    obj.UserName = Surroundings("TANDREL_PSERVER_USER");
-    // This client wants the path right behind the port, as a Root file that was read has it; it
-    // refuses the colon that a special port is followed by.
-    obj.Path = Surroundings("TANDREL_PSERVER_PORT") + Surroundings("TANDREL_PSERVER_PATH");
-    obj.SetCVSROOT(CompileCVSROOT(cnPServer, obj.Server, obj.UserName, "", "", obj.Path));
-    obj.Set_WorkingDirectory("");
-    obj.Set_ServerOnline(true);
+    tests::ConnectToServer(obj);
+    const std::string password = std::exchange(obj.Password, "a wrong one");
     std::string events;
     obj.OnLogin = [&](TCvsObject&) { events += "in "; };
     obj.OnLogout = [&](TCvsObject&) { events += "out "; };
-    obj.Password = "a wrong one";
     EXPECT_FALSE(obj.Login(false));
     EXPECT_FALSE(obj.AnswerPrompts);
     EXPECT_NE(obj.Messages.All().find("authorization failed"), std::string::npos)
         << obj.Messages.All();
-    obj.Password = Surroundings("TANDREL_PSERVER_PASSWORD");
+    obj.Password = password;
     obj.Messages.Clear();
     EXPECT_TRUE(obj.Login(false)) << obj.Messages.All();
     EXPECT_NE(obj.Messages.All().find("CVS password: "), std::string::npos);
