@@ -94,11 +94,14 @@ protected:
 
     tests::TSandbox Sandbox;
     tests::TSandboxObject Obj{Sandbox};
-    std::string Module = "it's 100% p\xF6 & co";
+    // A path has no room for two names of 150 characters: the project's is one here, a file's
+    // there.
+    const std::size_t LongProject = GetParam() ? 127 : 0, LongFile = GetParam() ? 18 : 148;
+    std::string Module = std::string(LongProject, 'm') + "it's 100% p\xF6 & co";
     const std::string Work = Sandbox.Folder / "w\xE4 & rk";
     const std::vector<std::string> Names{
         "it's 100% n\xF6w & odd.c",
-        std::string(148, 'l') + ".c",
+        std::string(LongFile, 'l') + ".c",
         "-l.c",
         "[a]{b};,=~^`!@$HOME(#).c",
         "s\xFC"
