@@ -104,9 +104,11 @@ TProgressThread::TChild TProgressThread::StartChild(const std::string& directory
 bool TProgressThread::ReadOutput(TChild& child) {
     std::array<char, ChunkSize + 1> chunk{};
     try {
-        while (!Obj_.Aborted) {
+        for (;;) {
             child.Answers.EndWhenTaken(child.Output.Get(), child.Process.Get(),
                                        [this] { return Obj_.Aborted.load(); });
+            // Only now: a child that does not take its answer may never write again either.
+            if (Obj_.Aborted) return true;
             DWORD read = 0;
             if (!::ReadFile(child.Output.Get(), chunk.data(), ChunkSize, &read, nullptr))
                 return false;
@@ -115,7 +117,6 @@ bool TProgressThread::ReadOutput(TChild& child) {
             if ((!Obj_.SuppressOutput || !Obj_.OutputList) && Obj_.OnMessage)
                 SendMsg2(chunk.data());
         }
-        return true;
     } catch (...) {
         // Whatever went wrong with a chunk, the child must still be seen to its end.
         return false;

@@ -5,6 +5,7 @@
 #include "framework/base/exceptions.h"
 #include "framework/threads/synchronize.h"
 #include "framework/ui/application.h"
+#include "framework/ui/timer.h"
 #include "support/WaitUntil.h"
 #include "tests/core/TestObject.h"
 #include "tests/support/Leaks.h"
@@ -229,6 +230,24 @@ TEST(RunnerAnswers, DoesNotHangOnAChildThatNeverReads) {
     obj.Run("never-read 200");
     EXPECT_GT(obj.Questions.size(), 4u) << "more blocks than a pipe holds";
     EXPECT_EQ(obj.ExitCode, 0);
+}
+
+TEST(RunnerAnswers, CanBeGivenUpWhileTheChildTakesNone) {
+    AnsweringObject obj;
+    obj.AnswerPrompts = true;
+    framework::TTimer cancel(300);
+    cancel.OnTimer = [&](framework::TObject*) {
+        cancel.SetEnabled(false);
+        obj.Aborted = true;
+    };
+    obj.OnMessage = [&, log = obj.OnMessage](framework::TObject* sender, const std::string& text) {
+        log(sender, text);
+        cancel.SetEnabled(true);
+    };
+    obj.Run("say-and-sleep question 30000");
+    EXPECT_EQ(obj.Messages.All(),
+              "questionUser cancel execute command   say-and-sleep question 30000  \r\n");
+    EXPECT_EQ(obj.ExitCode, 1);
 }
 
 // --- nothing left behind ----------------------------------------------------------------------
