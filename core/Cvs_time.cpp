@@ -7,12 +7,10 @@
 
 #include "framework/base/exceptions.h"
 #include "framework/base/system_time.h"
-#include "framework/ui/control.h"
 
 namespace tandrel {
 
 using framework::TDateTime;
-using framework::TimeParts;
 
 namespace {
 
@@ -89,19 +87,6 @@ bool IsDaylight(TDateTime Value, const TIME_ZONE_INFORMATION& Zone) {
 /// False for the dates of damaged files, which belong to no year of the calendar.
 bool IsInCalendar(TDateTime Value) {
     return Value >= framework::EncodeDate(1, 1, 1) && Value < framework::EncodeDate(9999, 12, 31);
-}
-
-using TimeWriter = std::string (*)(TDateTime);
-
-void ReplaceHour(int Hour, framework::TControl& Edit, TimeWriter Write) {
-    TDateTime Value = 0;
-    try {
-        const TimeParts Time = framework::DecodeTime(framework::StrToTime(Edit.Text()));
-        Value = framework::EncodeTime(Hour, Time.Minute, Time.Second, Time.MilliSecond);
-    } catch (const framework::EConvertError&) {
-        return;
-    }
-    Edit.SetText(Write(Value));
 }
 
 }  // namespace
@@ -182,14 +167,6 @@ SYSTEMTIME _LocalTimeToSystemTime(const SYSTEMTIME& Time) {
             Value = Local + StandardBias(Zone);
     }
     return framework::DateTimeToSystemTime(Value);
-}
-
-void SetTime(int Hour, framework::TControl& Edit) {
-    ReplaceHour(Hour, Edit, LTimeToStr);
-}
-
-void SetTime2(int Hour, framework::TControl& Edit) {
-    ReplaceHour(Hour, Edit, LTimeToStr2);
 }
 
 }  // namespace tandrel

@@ -7,10 +7,6 @@
 #include "core/Cvs_datetext.h"
 #include "framework/base/datetime.h"
 
-namespace framework {
-class TControl;
-}
-
 namespace tandrel {
 
 /// Conversions between local time and UTC, and the time functions that ask the system. All raise
@@ -45,11 +41,5 @@ bool CompareDateTime(framework::TDateTime FileDate, framework::TDateTime Reposit
 /// no moment.
 SYSTEMTIME _SystemTimeToLocalTime(const SYSTEMTIME& Time);
 SYSTEMTIME _LocalTimeToSystemTime(const SYSTEMTIME& Time);
-
-/// Replaces the hour of the time in an edit, which is then written as LTimeToStr does. An edit
-/// whose text is no time, or an hour outside 0 to 23, leaves the edit unchanged.
-void SetTime(int Hour, framework::TControl& Edit);
-/// The same, written as LTimeToStr2 does.
-void SetTime2(int Hour, framework::TControl& Edit);
 
 }  // namespace tandrel

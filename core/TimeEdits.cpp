@@ -3,28 +3,30 @@
 #include "core/Cvs_datetext.h"
 #include "framework/base/datetime.h"
 #include "framework/base/exceptions.h"
-#include "framework/ui/edits.h"
+#include "framework/ui/control.h"
 
 namespace tandrel {
 namespace {
 
 using namespace framework;
 
-void Replace(int hour, TMaskEdit& edit, std::string (*format)(TDateTime)) {
+void Replace(int hour, TControl& edit, std::string (*format)(TDateTime)) {
+    TDateTime value = 0;
     try {
         const TimeParts time = DecodeTime(StrToTime(edit.Text()));
-        edit.SetText(format(EncodeTime(hour, time.Minute, time.Second, time.MilliSecond)));
+        value = EncodeTime(hour, time.Minute, time.Second, time.MilliSecond);
     } catch (const EConvertError&) {
-        // What the user has typed is not a time yet.
+        return;  // What the user has typed is not a time yet.
     }
+    edit.SetText(format(value));
 }
 
 }  // namespace
 
-void SetTime(int hour, TMaskEdit& edit) {
+void SetTime(int hour, TControl& edit) {
     Replace(hour, edit, LTimeToStr);
 }
-void SetTime2(int hour, TMaskEdit& edit) {
+void SetTime2(int hour, TControl& edit) {
     Replace(hour, edit, LTimeToStr2);
 }
 

@@ -1,15 +1,15 @@
 #pragma once
 
 namespace framework {
-class TMaskEdit;
+class TControl;
 }
 
 namespace tandrel {
 
-/// Replaces the hour of the edit's time, hours and minutes; a text that is no time stays. Main
-/// thread only. @param hour 0 to 23.
-void SetTime(int hour, framework::TMaskEdit& edit);
-/// The same for an edit that shows seconds, too.
-void SetTime2(int hour, framework::TMaskEdit& edit);
+/// Replaces the hour of the time in an edit, which is then written as LTimeToStr does. A text that
+/// is no time, or an hour outside 0 to 23, leaves the edit unchanged. Main thread only.
+void SetTime(int hour, framework::TControl& edit);
+/// The same, written as LTimeToStr2 does.
+void SetTime2(int hour, framework::TControl& edit);
 
 }  // namespace tandrel

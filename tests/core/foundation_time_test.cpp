@@ -7,6 +7,7 @@
 #include <map>
 
 #include "core/Cvs_time.h"
+#include "core/TimeEdits.h"
 #include "framework/base/exceptions.h"
 #include "framework/base/system_time.h"
 #include "framework/ui/control.h"
