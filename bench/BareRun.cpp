@@ -12,7 +12,8 @@ namespace {
 constexpr UINT WM_CHUNK = WM_USER + 1;
 
 LRESULT CALLBACK ChunkProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message != WM_CHUNK) return ::DefWindowProcW(window, message, wParam, lParam);
+    if (message != WM_CHUNK)
+        return ::DefWindowProcW(window, message, wParam, lParam);
     const auto& onChunk = *reinterpret_cast<const std::function<void(const char*)>*>(lParam);
     onChunk(reinterpret_cast<const char*>(wParam));
     return 0;
@@ -62,7 +63,8 @@ void BareRelay(const std::string& commandLine, const std::function<void(const ch
         ::PostThreadMessageW(reader, WM_QUIT, 0, 0);
     });
     MSG message;
-    while (::GetMessageW(&message, nullptr, 0, 0)) ::DispatchMessageW(&message);
+    while (::GetMessageW(&message, nullptr, 0, 0))
+        ::DispatchMessageW(&message);
     worker.join();
     ::DestroyWindow(window);
 }

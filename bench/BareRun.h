@@ -11,7 +11,8 @@ namespace bench {
 /// 1023 bytes and waits for its end. Nothing else.
 void BareRun(const std::string& commandLine, const std::function<void(const char*)>& onChunk);
 
-/// The same on a thread of its own, which hands each piece to the calling thread by one SendMessage.
+/// The same on a thread of its own, which hands each piece to the calling thread by one
+/// SendMessage.
 void BareRelay(const std::string& commandLine, const std::function<void(const char*)>& onChunk);
 
 }  // namespace bench

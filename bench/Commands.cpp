@@ -32,7 +32,8 @@ double BuildTime(tandrel::TCvsObject& cvs, tandrel::TOperationType operation, in
     for (int i = 0; i < Repetitions; ++i) {
         cvs.CommandLine.clear();
         const double time = Time([&] {
-            if (!cvs.ParseCommand()) throw framework::Exception("no command was built");
+            if (!cvs.ParseCommand())
+                throw framework::Exception("no command was built");
         });
         best = i == 0 ? time : std::min(best, time);
     }

@@ -25,7 +25,8 @@ std::string FileHeader(int number) {
 std::string LogOfNames(int count) {
     std::string text;
     for (int i = 0; i < count; ++i) {
-        if (i % NamesPerFile == 0) text += FileHeader(i / NamesPerFile);
+        if (i % NamesPerFile == 0)
+            text += FileHeader(i / NamesPerFile);
         text += "\tRELEASE_" + std::to_string(i) + ": 1." + std::to_string(i % 9 + 1) + "\r\n";
         if (i % NamesPerFile == NamesPerFile - 1)
             text += "keyword substitution: kv\r\ntotal revisions: 9;\tselected revisions: 0\r\n";

@@ -27,7 +27,8 @@ void MeasureStart(TTable& table) {
     for (int i = 0; i < Runs; ++i) {
         bares.push_back(Time(bare));
         runs.push_back(Time(run));
-        if (obj.ExitCode != 0) throw framework::Exception("the child of a run failed");
+        if (obj.ExitCode != 0)
+            throw framework::Exception("the child of a run failed");
     }
     table.Add("Execute, child exits at once (median of 50)", Median(runs),
               "bare CreateProcess, read, wait", Median(bares), 1.3);
@@ -41,7 +42,8 @@ void MeasureRelay(TTable& table) {
     const auto checked = [&](auto action) {
         received = 0;
         const double time = Time(action);
-        if (received < Bytes) throw framework::Exception("output was lost");
+        if (received < Bytes)
+            throw framework::Exception("output was lost");
         return time;
     };
     tandrel::TCustomCvsObj obj;
@@ -51,7 +53,8 @@ void MeasureRelay(TTable& table) {
     const double relay = checked([&] { obj.Execute("C:\\"); });
     const double least = checked([&] { BareRelay(support::FakeClient() + arguments, count); });
     const double loop = checked([&] { BareRun(support::FakeClient() + arguments, count); });
-    table.Add("50 MB of output to OnMessage", relay, "bare loop, one SendMessage a chunk", least, 3);
+    table.Add("50 MB of output to OnMessage", relay, "bare loop, one SendMessage a chunk", least,
+              3);
     table.Add("50 MB of output to OnMessage", relay, "bare loop without hand-over", loop, 0);
 }
 

@@ -27,7 +27,8 @@ double Time(Action action) {
 }
 
 inline double Median(std::vector<double> values) {
-    std::ranges::nth_element(values, values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2));
+    std::ranges::nth_element(values,
+                             values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2));
     return values[values.size() / 2];
 }
 
@@ -49,9 +50,11 @@ TTurn MedianTurn(int count, Action action, Other other) {
     std::vector<TTurn> turns;
     for (int i = 0; i < count; ++i) {
         TTurn& turn = turns.emplace_back();
-        if (i % 2 == 0) turn.first = Time(action);
+        if (i % 2 == 0)
+            turn.first = Time(action);
         turn.second = Time(other);
-        if (i % 2 != 0) turn.first = Time(action);
+        if (i % 2 != 0)
+            turn.first = Time(action);
     }
     return MedianOf(std::move(turns));
 }

@@ -32,7 +32,8 @@ int BareWalk(const std::string& folder) {
     int files = 0;
     WIN32_FIND_DATAA found;
     const framework::FindHandle search(::FindFirstFileA((folder + "\\*.*").c_str(), &found));
-    if (!search) return 0;
+    if (!search)
+        return 0;
     do {
         const std::string_view name = found.cFileName;
         if (!(found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY))
@@ -80,7 +81,8 @@ std::size_t HeapInUse() {
         ::HeapLock(heap);
         PROCESS_HEAP_ENTRY entry{};
         while (::HeapWalk(heap, &entry))
-            if (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) total += entry.cbData + entry.cbOverhead;
+            if (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY)
+                total += entry.cbData + entry.cbOverhead;
         ::HeapUnlock(heap);
     }
     return total;
@@ -153,7 +155,8 @@ void Ignore(tandrel::TWorkDirTree& tree) {
 class TFileWork {
 public:
     TFileWork(const support::TTempFolder& folder, const std::string& name, int folders)
-        : Copy_(folder / name, folder / "repository", folders, FilesPerFolder), Model_(Copy_),
+        : Copy_(folder / name, folder / "repository", folders, FilesPerFolder),
+          Model_(Copy_),
           Away_(folder / (name + "-away")),
           Same_(folder / (name + "-same"), folder / "repository", folders, FilesPerFolder) {
         Model_.Load();
@@ -208,12 +211,11 @@ private:
 
 void MeasureFileWork(TTable& table, const support::TTempFolder& folder) {
     TFileWork whole(folder, "4000", 200), half(folder, "2000", 100);
-    for (const auto& [work, name] :
-         {std::pair{&TFileWork::DeleteRecords, "DeleteCVSDirs"},
-          {&TFileWork::List, "CreateCopyList"},
-          {&TFileWork::BringBack, "MoveFileExt2, moved"},
-          {&TFileWork::BringBackSame, "MoveFileExt2, there already"},
-          {&TFileWork::SaveIgnore, "SaveIgnore"}}) {
+    for (const auto& [work, name] : {std::pair{&TFileWork::DeleteRecords, "DeleteCVSDirs"},
+                                     {&TFileWork::List, "CreateCopyList"},
+                                     {&TFileWork::BringBack, "MoveFileExt2, moved"},
+                                     {&TFileWork::BringBackSame, "MoveFileExt2, there already"},
+                                     {&TFileWork::SaveIgnore, "SaveIgnore"}}) {
         std::vector<TTurn> turns;
         for (int i = 0; i < WorkTurns; ++i) {
             const double time = (whole.*work)();

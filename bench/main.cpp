@@ -24,7 +24,8 @@ int main(int argc, char** argv) {
     try {
         bench::TTable table;
         for (const auto& [name, measure] : measurements)
-            if (wanted.empty() || std::ranges::count(wanted, name) > 0) measure(table);
+            if (wanted.empty() || std::ranges::count(wanted, name) > 0)
+                measure(table);
         return table.Print() ? 0 : 1;
     } catch (const std::exception& error) {
         std::fprintf(stderr, "bench: %s\n", error.what());

@@ -11,7 +11,8 @@ class TComForCall {
 public:
     TComForCall() : Initialized_(SUCCEEDED(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) {}
     ~TComForCall() {
-        if (Initialized_) ::CoUninitialize();
+        if (Initialized_)
+            ::CoUninitialize();
     }
     TComForCall(const TComForCall&) = delete;
     TComForCall& operator=(const TComForCall&) = delete;

@@ -16,10 +16,13 @@ constexpr const char* LogName = "vcsCommand.log";
 
 }  // namespace
 
-std::string TCustomCvsObj::CommandLogName() const { return SlashSep(WorkingDirectory_, LogName); }
+std::string TCustomCvsObj::CommandLogName() const {
+    return SlashSep(WorkingDirectory_, LogName);
+}
 
 void TCustomCvsObj::SaveCommandLog() {
-    if (Operation != otAdd && Operation != otRemove) return;
+    if (Operation != otAdd && Operation != otRemove)
+        return;
     if (!CommandLine.empty()) {
         auto log = framework::TTextFile::Append(CommandLogName());
         log.WriteLine(CommandLine + ";" + Get_CurrentProcDirectory());
@@ -29,29 +32,34 @@ void TCustomCvsObj::SaveCommandLog() {
 }
 
 void TCustomCvsObj::ReplayLine(const std::string& Line, std::string& Command) {
-    if (Line.empty()) return;
+    if (Line.empty())
+        return;
     CopyFromPosToString(Line, 1, ';', Command);
     CommandLine = Command;
     // The folder is handed on with its ";" in front.
     const std::string directory = Copy_FromPosToEnd(Line, static_cast<int>(Command.size()) + 1);
-    if (!Command.empty() && !directory.empty()) Execute(directory);
+    if (!Command.empty() && !directory.empty())
+        Execute(directory);
 }
 
 void TCustomCvsObj::ProcessCommandLog() {
     CommandLine.clear();
     const std::string name = CommandLogName();
-    if (!framework::FileExists(name)) return;
+    if (!framework::FileExists(name))
+        return;
     MessageProc("CVS process command saved in vcsCommand.log ");
     // Commands that cannot be run yet come back to the end of the file while it is being replayed:
     // only the lines that are there now count.
     std::vector<std::string> lines;
     {
         auto log = framework::TTextFile::Reset(name);
-        for (std::string line; log.ReadLine(line);) lines.push_back(line);
+        for (std::string line; log.ReadLine(line);)
+            lines.push_back(line);
         log.Close();
     }
     std::string command;
-    for (const std::string& line : lines) ReplayLine(line, command);
+    for (const std::string& line : lines)
+        ReplayLine(line, command);
     framework::EraseFile(name);
 }
 

@@ -15,25 +15,31 @@ TCustomCvsObj::TCustomCvsObj() : ExecuteClass(std::make_unique<TCvsExecuteClass>
 
 TCustomCvsObj::~TCustomCvsObj() = default;
 
-void TCustomCvsObj::Execute(const std::string& Directory) { ExecuteClass->Execute(Directory); }
+void TCustomCvsObj::Execute(const std::string& Directory) {
+    ExecuteClass->Execute(Directory);
+}
 
 // --- messages ---------------------------------------------------------------------------------
 
 void TCustomCvsObj::MessageProc(std::string_view Fmt, framework::FormatArgs Args) {
-    if (!OnMessage) return;
+    if (!OnMessage)
+        return;
     // A text without arguments may hold percent signs of its own.
     OnMessage(this, Add_Perevod(Args.size() == 0 ? std::string(Fmt) : Format(Fmt, Args)));
 }
 
 void TCustomCvsObj::MessageProc2(const std::string& Chunk) {
-    if (OnMessage) OnMessage(this, Chunk);
+    if (OnMessage)
+        OnMessage(this, Chunk);
     framework::TStringList* const list = OutputList;
-    if (list && list->Count() <= OutputListLimit) list->Add(Chunk);
+    if (list && list->Count() <= OutputListLimit)
+        list->Add(Chunk);
 }
 
 std::string TOutputCapture::Text() const {
     std::string text;
-    for (const std::string& chunk : Chunks_) text += chunk;
+    for (const std::string& chunk : Chunks_)
+        text += chunk;
     framework::TStringList lines;
     lines.SetText(text);
     ClearEmptyLines(lines);
@@ -49,16 +55,20 @@ void TCustomCvsObj::SetEnvVariable(const std::string& Name, const std::string& V
         ::SetEnvironmentVariableA(Name.c_str(), Value.empty() ? nullptr : Value.c_str());
 }
 
-void TCustomCvsObj::SetCVSROOT(const std::string& Value) { CVSROOT_ = Value; }
+void TCustomCvsObj::SetCVSROOT(const std::string& Value) {
+    CVSROOT_ = Value;
+}
 
 void TCustomCvsObj::Set_WorkingDirectory(const std::string& Value) {
     WorkingDirectory_ = Value;
-    if (Value.empty()) return;
+    if (Value.empty())
+        return;
     IsVCSStoredFlag = GetIsVCSstored();
     Modulename_ = framework::ExtractFileName(RemoveSlashSep(Value));
     const auto at = framework::UpperCase(Value).find(framework::UpperCase(Modulename_));
     ProjectRoot_ = Modulename_.empty() || at == std::string::npos ? Value : Value.substr(0, at);
-    if (!IsVCSStoredFlag) return;
+    if (!IsVCSStoredFlag)
+        return;
     LoadInfoOfFolder();
 }
 
@@ -80,16 +90,19 @@ void TCustomCvsObj::Set_Modulename(const std::string& Value) {
 
 void TCustomCvsObj::Set_OsMoveFilesFlag(bool Value) {
     OsMoveFilesFlag_ = Value;
-    if (Value) DeleteLocalFiles = false;
+    if (Value)
+        DeleteLocalFiles = false;
 }
 
 void TCustomCvsObj::Set_ServerOnline(bool Value) {
-    if (Value && !ServerOnline_) ProcessCommandLog();
+    if (Value && !ServerOnline_)
+        ProcessCommandLog();
     ServerOnline_ = Value;
 }
 
 std::string TCustomCvsObj::Get_NewName() const {
-    if (WorkingDirectory_.empty() || WorkingDirectory_.back() == '\\') return {};
+    if (WorkingDirectory_.empty() || WorkingDirectory_.back() == '\\')
+        return {};
     return WorkingDirectory_ + ".precvs";
 }
 
@@ -117,9 +130,11 @@ private:
 void TCustomCvsObj::LoadPreferences(HKEY RootKey, const std::string& Key) {
     const TRegistryForCall alive(PreferencesRegistry, RootKey);
     framework::TRegistry& registry = *PreferencesRegistry;
-    if (!registry.OpenKeyReadOnly(Key)) return;
+    if (!registry.OpenKeyReadOnly(Key))
+        return;
     const auto load = [&registry](const char* name, std::string& field) {
-        if (field.empty() && registry.ValueExists(name)) field = registry.ReadString(name);
+        if (field.empty() && registry.ValueExists(name))
+            field = registry.ReadString(name);
     };
     load("SPECIALPORT", SpecialPort);
     load("MODULENAME", Modulename_);
@@ -133,9 +148,11 @@ void TCustomCvsObj::SavePreferences(HKEY RootKey, const std::string& Key) {
     const TRegistryForCall alive(PreferencesRegistry, RootKey);
     framework::TRegistry& registry = *PreferencesRegistry;
     if (!registry.OpenKey(Key, true))
-        throw framework::ERegistryError("The registry key " + Key + " cannot be opened for writing");
+        throw framework::ERegistryError("The registry key " + Key +
+                                        " cannot be opened for writing");
     const auto save = [&registry](const char* name, const std::string& field) {
-        if (!field.empty()) registry.WriteString(name, field);
+        if (!field.empty())
+            registry.WriteString(name, field);
     };
     save("SERVER", Server);
     save("PATH", Path);
@@ -152,79 +169,163 @@ bool TCustomCvsObj::Record(TOperationType Kind) {
     return false;
 }
 
-std::string TCustomCvsObj::Get_Version() { AbstractError("Get_Version"); }
-std::string TCustomCvsObj::Get_CurrentProcDirectory() { return WorkingDirectory_; }
-std::string TCustomCvsObj::GetEnvVariable() { return {}; }
-bool TCustomCvsObj::CVS_SystemDirectory(const std::string&) { return false; }
-bool TCustomCvsObj::CVS_SystemFile(const std::string&) { return false; }
-std::string TCustomCvsObj::Get_RepositoryPath(const std::string&) { return {}; }
-std::string TCustomCvsObj::Get_RepositoryFileName(const std::string&, bool) { return {}; }
-void TCustomCvsObj::ReadCVSInfo(TWorkDirTree&, const std::string&) { AbstractError("ReadCVSInfo"); }
+std::string TCustomCvsObj::Get_Version() {
+    AbstractError("Get_Version");
+}
+std::string TCustomCvsObj::Get_CurrentProcDirectory() {
+    return WorkingDirectory_;
+}
+std::string TCustomCvsObj::GetEnvVariable() {
+    return {};
+}
+bool TCustomCvsObj::CVS_SystemDirectory(const std::string&) {
+    return false;
+}
+bool TCustomCvsObj::CVS_SystemFile(const std::string&) {
+    return false;
+}
+std::string TCustomCvsObj::Get_RepositoryPath(const std::string&) {
+    return {};
+}
+std::string TCustomCvsObj::Get_RepositoryFileName(const std::string&, bool) {
+    return {};
+}
+void TCustomCvsObj::ReadCVSInfo(TWorkDirTree&, const std::string&) {
+    AbstractError("ReadCVSInfo");
+}
 void TCustomCvsObj::ReadCVS_SystemFile(TWorkDirTree&, const std::string&) {
     AbstractError("ReadCVS_SystemFile");
 }
-bool TCustomCvsObj::GetIsVCSstored() { AbstractError("GetIsVCSstored"); }
-void TCustomCvsObj::LoadVCSProjectInfo() { AbstractError("LoadVCSProjectInfo"); }
+bool TCustomCvsObj::GetIsVCSstored() {
+    AbstractError("GetIsVCSstored");
+}
+void TCustomCvsObj::LoadVCSProjectInfo() {
+    AbstractError("LoadVCSProjectInfo");
+}
 void TCustomCvsObj::ProcessConfirm(const std::string&, std::string&) {}
 
 bool TCustomCvsObj::CreateLocalRepository() {
-    if (WorkingDirectory_.empty()) WorkingDirectory_ = GetTempDir();
+    if (WorkingDirectory_.empty())
+        WorkingDirectory_ = GetTempDir();
     return Record(otCreateLRep);
 }
 
-bool TCustomCvsObj::PlaceProject() { AbstractError("PlaceProject"); }
-bool TCustomCvsObj::PullProject() { AbstractError("PullProject"); }
+bool TCustomCvsObj::PlaceProject() {
+    AbstractError("PlaceProject");
+}
+bool TCustomCvsObj::PullProject() {
+    AbstractError("PullProject");
+}
 
 bool TCustomCvsObj::RemoveProjectFrom() {
     IsVCSStoredFlag = false;
     return false;
 }
 
-bool TCustomCvsObj::CheckOut(bool) { return Record(otCheckOut); }
-bool TCustomCvsObj::Update() { return Record(otUpdate); }
-bool TCustomCvsObj::Commit(bool) { return Record(otCommit); }
-bool TCustomCvsObj::Add() { return Record(otAdd); }
+bool TCustomCvsObj::CheckOut(bool) {
+    return Record(otCheckOut);
+}
+bool TCustomCvsObj::Update() {
+    return Record(otUpdate);
+}
+bool TCustomCvsObj::Commit(bool) {
+    return Record(otCommit);
+}
+bool TCustomCvsObj::Add() {
+    return Record(otAdd);
+}
 
 bool TCustomCvsObj::Remove() {
     Record(otRemove);
-    if (DeleteLocalFiles) DeleteListedFiles(true);
+    if (DeleteLocalFiles)
+        DeleteListedFiles(true);
     return false;
 }
 
-bool TCustomCvsObj::Import(bool) { return Record(otImport); }
-bool TCustomCvsObj::Release() { return Record(otRelease); }
-bool TCustomCvsObj::Status() { return Record(otStatus); }
-bool TCustomCvsObj::Admin() { return Record(otAdmin); }
-bool TCustomCvsObj::Annotate() { return Record(otAnnotate); }
-bool TCustomCvsObj::Diff() { return Record(otDiff); }
-bool TCustomCvsObj::Edit() { return Record(otEdit); }
-bool TCustomCvsObj::Editors() { return Record(otEditors); }
-bool TCustomCvsObj::Export_cmd(bool) { return Record(otExport); }
-bool TCustomCvsObj::History() { return Record(otHistory); }
-bool TCustomCvsObj::Log() { return Record(otLog); }
+bool TCustomCvsObj::Import(bool) {
+    return Record(otImport);
+}
+bool TCustomCvsObj::Release() {
+    return Record(otRelease);
+}
+bool TCustomCvsObj::Status() {
+    return Record(otStatus);
+}
+bool TCustomCvsObj::Admin() {
+    return Record(otAdmin);
+}
+bool TCustomCvsObj::Annotate() {
+    return Record(otAnnotate);
+}
+bool TCustomCvsObj::Diff() {
+    return Record(otDiff);
+}
+bool TCustomCvsObj::Edit() {
+    return Record(otEdit);
+}
+bool TCustomCvsObj::Editors() {
+    return Record(otEditors);
+}
+bool TCustomCvsObj::Export_cmd(bool) {
+    return Record(otExport);
+}
+bool TCustomCvsObj::History() {
+    return Record(otHistory);
+}
+bool TCustomCvsObj::Log() {
+    return Record(otLog);
+}
 
 bool TCustomCvsObj::Login(bool) {
-    if (WorkingDirectory_.empty()) WorkingDirectory_ = GetTempDir();
+    if (WorkingDirectory_.empty())
+        WorkingDirectory_ = GetTempDir();
     return Record(otLogin);
 }
 
 bool TCustomCvsObj::Logout(bool) {
-    if (WorkingDirectory_.empty()) WorkingDirectory_ = GetTempDir();
+    if (WorkingDirectory_.empty())
+        WorkingDirectory_ = GetTempDir();
     return Record(otLogout);
 }
 
-bool TCustomCvsObj::Rdiff() { return Record(otRdiff); }
-bool TCustomCvsObj::Create_Rtag(bool) { return Record(otRtag); }
-bool TCustomCvsObj::Del_Rtag(bool) { return Record(otRtag); }
-bool TCustomCvsObj::Create_Tag(bool) { return Record(otTag); }
-bool TCustomCvsObj::Del_Tag(bool) { return Record(otTag); }
-bool TCustomCvsObj::Unedit() { return Record(otUnedit); }
-bool TCustomCvsObj::watch() { return Record(otWatch); }
-bool TCustomCvsObj::Watchers() { return Record(otWatchers); }
-bool TCustomCvsObj::WatchersBrowser() { AbstractError("WatchersBrowser"); }
-bool TCustomCvsObj::StatusBrowser() { AbstractError("StatusBrowser"); }
-bool TCustomCvsObj::CommitBrowser() { AbstractError("CommitBrowser"); }
-bool TCustomCvsObj::Preferences() { AbstractError("Preferences"); }
-void TCustomCvsObj::HelpCommand(TOperationType) { AbstractError("HelpCommand"); }
+bool TCustomCvsObj::Rdiff() {
+    return Record(otRdiff);
+}
+bool TCustomCvsObj::Create_Rtag(bool) {
+    return Record(otRtag);
+}
+bool TCustomCvsObj::Del_Rtag(bool) {
+    return Record(otRtag);
+}
+bool TCustomCvsObj::Create_Tag(bool) {
+    return Record(otTag);
+}
+bool TCustomCvsObj::Del_Tag(bool) {
+    return Record(otTag);
+}
+bool TCustomCvsObj::Unedit() {
+    return Record(otUnedit);
+}
+bool TCustomCvsObj::watch() {
+    return Record(otWatch);
+}
+bool TCustomCvsObj::Watchers() {
+    return Record(otWatchers);
+}
+bool TCustomCvsObj::WatchersBrowser() {
+    AbstractError("WatchersBrowser");
+}
+bool TCustomCvsObj::StatusBrowser() {
+    AbstractError("StatusBrowser");
+}
+bool TCustomCvsObj::CommitBrowser() {
+    AbstractError("CommitBrowser");
+}
+bool TCustomCvsObj::Preferences() {
+    AbstractError("Preferences");
+}
+void TCustomCvsObj::HelpCommand(TOperationType) {
+    AbstractError("HelpCommand");
+}
 
 }  // namespace tandrel

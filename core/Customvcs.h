@@ -32,8 +32,8 @@ using TMessageEvent = std::function<void(framework::TObject* Sender, const std::
 /// meaning.
 ///
 /// Everything happens on the main thread. Members that the runner's thread also reads are atomic or
-/// marked; do not assign marked ones while a command runs. What a run needs besides is taken when it
-/// starts.
+/// marked; do not assign marked ones while a command runs. What a run needs besides is taken when
+/// it starts.
 class TCustomCvsObj : public framework::TObject {
 public:
     // The virtual operations stand in the order of their slots; derived classes keep it.
@@ -133,8 +133,8 @@ public:
     /// Hands on raw output, and keeps it while output is captured.
     void MessageProc2(const std::string& Chunk);
 
-    /// Appends the folder's entries, and all below, to the tree, completed from the client's records
-    /// and ignore lists. What cannot be read is told and left out.
+    /// Appends the folder's entries, and all below, to the tree, completed from the client's
+    /// records and ignore lists. What cannot be read is told and left out.
     void LoadFiles(TWorkDirTree& Tree, const std::string& Dir);
     /// Builds WorkDirTree anew from the working directory.
     void Load_WorkDirTree();
@@ -188,20 +188,20 @@ public:
     std::string Password;
     std::string SpecialPort;  ///< The server's port when it is not the default.
 
-    TMessageEvent OnMessage;  ///< The runner's thread looks whether it is assigned.
+    TMessageEvent OnMessage;                  ///< The runner's thread looks whether it is assigned.
     TOperationType Operation = otCreateLRep;  ///< Of the operation last started.
     TFileItems FileItems;                     ///< What the next operation works on.
     TWorkDirTree WorkDirTree{this};
 
-    bool DeleteLocalFiles = false;            ///< Remove also deletes the local files.
-    std::atomic<bool> AnswerPrompts{false};   ///< The next run answers the child's questions.
-    bool IsVCSStoredFlag = false;             ///< The working directory is a working copy.
+    bool DeleteLocalFiles = false;           ///< Remove also deletes the local files.
+    std::atomic<bool> AnswerPrompts{false};  ///< The next run answers the child's questions.
+    bool IsVCSStoredFlag = false;            ///< The working directory is a working copy.
     std::atomic<framework::TStringList*> OutputList{nullptr};  ///< Collects raw output while set.
     std::int32_t OutputListLimit = 50;  ///< No chunk is added to a list that holds more.
 
 protected:
-    /// Calls LoadVCSProjectInfo and stays in the folder: its module may be called otherwise, and the
-    /// module's name moves the object to the folder of that name.
+    /// Calls LoadVCSProjectInfo and stays in the folder: its module may be called otherwise, and
+    /// the module's name moves the object to the folder of that name.
     void LoadInfoOfFolder();
 
     /// Alive while preferences are loaded or saved.

@@ -19,7 +19,8 @@ public:
     explicit TThreadForRun(TCvsExecuteClass& runner) : Runner_(runner) {}
     ~TThreadForRun() {
         Runner_.Thread->WaitFor();
-        if (Runner_.ProgressForm) Runner_.ProgressForm->Thread = nullptr;
+        if (Runner_.ProgressForm)
+            Runner_.ProgressForm->Thread = nullptr;
         Runner_.Thread.reset();
     }
     TThreadForRun(const TThreadForRun&) = delete;
@@ -34,11 +35,14 @@ private:
 using Progress_frm::TProgressThread;
 using Progress_frm::TVcs_ProgressForm;
 
-TCvsExecuteClass::TCvsExecuteClass(TCustomCvsObj& cvsObj) : CvsObj(cvsObj), Timer(FormReleaseDelay) {
+TCvsExecuteClass::TCvsExecuteClass(TCustomCvsObj& cvsObj)
+    : CvsObj(cvsObj), Timer(FormReleaseDelay) {
     Timer.OnTimer = [this](TObject*) { OnStopTimer(); };
 }
 
-TCvsExecuteClass::~TCvsExecuteClass() { FreeForm(); }
+TCvsExecuteClass::~TCvsExecuteClass() {
+    FreeForm();
+}
 
 void TCvsExecuteClass::Execute(const std::string& directory) {
     Directory = directory;
@@ -47,7 +51,8 @@ void TCvsExecuteClass::Execute(const std::string& directory) {
                            {CvsObj.CommandLine});
         return;
     }
-    if (!ProgressForm) ProgressForm = &framework::Application().CreateForm<TVcs_ProgressForm>();
+    if (!ProgressForm)
+        ProgressForm = &framework::Application().CreateForm<TVcs_ProgressForm>();
     ProgressForm->VcsObject = &CvsObj;
     // A form that is waiting to be freed is used again.
     Timer.SetEnabled(false);
@@ -67,14 +72,19 @@ void TCvsExecuteClass::WaitForThread() {
     }
     for (;;) {
         switch (::MsgWaitForMultipleObjects(1, &thread, FALSE, QuietTime, QS_ALLINPUT)) {
-            case WAIT_OBJECT_0: return;
-            case WAIT_OBJECT_0 + 1: framework::Application().ProcessMessages(); break;
+            case WAIT_OBJECT_0:
+                return;
+            case WAIT_OBJECT_0 + 1:
+                framework::Application().ProcessMessages();
+                break;
             case WAIT_TIMEOUT:
-                if (!ProgressForm) framework::RaiseLastOSError();
+                if (!ProgressForm)
+                    framework::RaiseLastOSError();
                 ::SendMessageW(ProgressForm->Handle(), Progress_frm::WM_STARTPROGRESS,
                                reinterpret_cast<WPARAM>(&Thread), 0);
                 break;
-            default: break;
+            default:
+                break;
         }
     }
 }
@@ -83,7 +93,8 @@ void TCvsExecuteClass::OnTerminate() {
     Timer.SetEnabled(false);
     Timer.SetEnabled(true);
     try {
-        if (OnEndProgress) OnEndProgress(this);
+        if (OnEndProgress)
+            OnEndProgress(this);
     } catch (...) {
         // The worker is the one who called; it must not be told of an error in a handler.
         framework::Application().HandleException();
@@ -96,7 +107,8 @@ void TCvsExecuteClass::OnStopTimer() {
 }
 
 void TCvsExecuteClass::FreeForm() {
-    if (ProgressForm) std::exchange(ProgressForm, nullptr)->Free();
+    if (ProgressForm)
+        std::exchange(ProgressForm, nullptr)->Free();
 }
 
 }  // namespace tandrel

@@ -20,7 +20,9 @@ TFileItem& TFileItems::AddFile(std::string_view Path, TKeywordMode Mode) {
     return item;
 }
 
-TFileItem& TFileItems::AddDir(std::string_view Path) { return AddPath(Path, fi_dir); }
+TFileItem& TFileItems::AddDir(std::string_view Path) {
+    return AddPath(Path, fi_dir);
+}
 
 TFileItem& TFileItems::AddIgnore(std::string_view Path) {
     TFileItem& item = AddPath(Path, fi_igrnore);

@@ -22,9 +22,11 @@ public:
     int IconOf(const std::string& dir, const std::string& name, bool isDirectory) {
         const std::string kind = isDirectory ? "\\" : ExtensionOf(name);
         for (const std::string_view own : {".EXE", ".ICO", ".CUR", ".LNK"})
-            if (kind == own) return GetShellImage(SlashSep(dir, name), false, false);
+            if (kind == own)
+                return GetShellImage(SlashSep(dir, name), false, false);
         const auto [icon, isNew] = Icons_.try_emplace(kind, 0);
-        if (isNew) icon->second = GetShellImage(SlashSep(dir, name), false, false);
+        if (isNew)
+            icon->second = GetShellImage(SlashSep(dir, name), false, false);
         return icon->second;
     }
 
@@ -75,11 +77,14 @@ private:
     void ListFolder(TWorkDirTree& tree, const std::string& dir) {
         framework::TFileSearch search(SlashSep(dir, "*.*"), framework::faAnyFile);
         for (framework::TSearchRec entry; search.Next(entry);) {
-            if (entry.Name == "." || entry.Name == "..") continue;
-            if (entry.IsDirectory() && Obj_.CVS_SystemDirectory(entry.Name)) continue;
+            if (entry.Name == "." || entry.Name == "..")
+                continue;
+            if (entry.IsDirectory() && Obj_.CVS_SystemDirectory(entry.Name))
+                continue;
             TWorkDirItem& item = AddItem(tree, dir, entry);
             // What lies behind a link is not part of this working copy, and may lead back to it.
-            if (item.IsDirectory && !entry.IsLink()) Load(*item.Children, SlashSep(dir, item.Name));
+            if (item.IsDirectory && !entry.IsLink())
+                Load(*item.Children, SlashSep(dir, item.Name));
         }
     }
 
@@ -102,7 +107,8 @@ private:
             action();
         } catch (const framework::EInOutError& error) {
             // An ordinary folder, without records or an ignore list.
-            if (!IsMissingFile(error)) Obj_.MessageProc(error.what());
+            if (!IsMissingFile(error))
+                Obj_.MessageProc(error.what());
         } catch (const framework::Exception& error) {
             Obj_.MessageProc(error.what());
         }

@@ -15,16 +15,21 @@ bool TCustomCvsObj::WithFile(const std::string& FileName, bool (TCustomCvsObj::*
 bool TCustomCvsObj::DeleteListedFiles(bool OnlyExisting) {
     std::string files;
     for (const TFileItem& item : FileItems) {
-        if (item.FileType != fi_file) continue;
+        if (item.FileType != fi_file)
+            continue;
         const std::string path = SlashSep(item.Directory, item.Name);
-        if (OnlyExisting && !framework::FileExists(path)) continue;
-        if (!files.empty()) files += '\0';
+        if (OnlyExisting && !framework::FileExists(path))
+            continue;
+        if (!files.empty())
+            files += '\0';
         files += path;
     }
     return RevoveFilesExt(files);
 }
 
-bool TCustomCvsObj::DeleteFileListsFiles() { return DeleteListedFiles(false); }
+bool TCustomCvsObj::DeleteFileListsFiles() {
+    return DeleteListedFiles(false);
+}
 
 bool TCustomCvsObj::AddFile(const std::string& FileName) {
     return WithFile(FileName, &TCustomCvsObj::Add);
@@ -38,7 +43,9 @@ bool TCustomCvsObj::LogFile(const std::string& FileName) {
     return WithFile(FileName, &TCustomCvsObj::Log);
 }
 
-bool TCustomCvsObj::DiffFile(bool, const std::string&) { return Diff(); }
+bool TCustomCvsObj::DiffFile(bool, const std::string&) {
+    return Diff();
+}
 
 bool TCustomCvsObj::RemoveFile(const std::string& FileName, bool DeleteLocal) {
     DeleteLocalFiles = DeleteLocal;

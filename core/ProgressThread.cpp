@@ -16,9 +16,9 @@
 namespace tandrel::Progress_frm {
 namespace {
 
-constexpr DWORD ChunkSize = 1023;       // bytes of output handed over at a time
-constexpr DWORD GraceTime = 1000;       // ms for the child to end after its output
-constexpr DWORD TimeAfterKill = 3000;   // ms until the run counts as over
+constexpr DWORD ChunkSize = 1023;      // bytes of output handed over at a time
+constexpr DWORD GraceTime = 1000;      // ms for the child to end after its output
+constexpr DWORD TimeAfterKill = 3000;  // ms until the run counts as over
 
 }  // namespace
 
@@ -37,12 +37,17 @@ TProgressThread::TProgressThread(bool createSuspended, TCvsExecuteClass& execute
                                                 : executeClass.Directory),
       FormWindow_(executeClass.ProgressForm->Handle()),
       OffLine_(!Obj_.ServerOnline() && Obj_.ConnectionType != cnLocal) {
-    if (!createSuspended) Start();
+    if (!createSuspended)
+        Start();
 }
 
-TProgressThread::~TProgressThread() { WaitFor(); }
+TProgressThread::~TProgressThread() {
+    WaitFor();
+}
 
-void TProgressThread::Execute() { ExecuteCommand(Directory_); }
+void TProgressThread::Execute() {
+    ExecuteCommand(Directory_);
+}
 
 void TProgressThread::SendMsg(const std::string& text) {
     if (!text.empty())
@@ -108,12 +113,14 @@ bool TProgressThread::ReadOutput(TChild& child) {
             child.Answers.EndWhenTaken(child.Output.Get(), child.Process.Get(),
                                        [this] { return Obj_.Aborted.load(); });
             // Only now: a child that does not take its answer may never write again either.
-            if (Obj_.Aborted) return true;
+            if (Obj_.Aborted)
+                return true;
             DWORD read = 0;
             if (!::ReadFile(child.Output.Get(), chunk.data(), ChunkSize, &read, nullptr))
                 return false;
             chunk[read] = '\0';
-            if (Obj_.AnswerPrompts) AnswerPrompt(child, chunk.data());
+            if (Obj_.AnswerPrompts)
+                AnswerPrompt(child, chunk.data());
             if ((!Obj_.SuppressOutput || !Obj_.OutputList) && Obj_.OnMessage)
                 SendMsg2(chunk.data());
         }
@@ -133,7 +140,8 @@ void TProgressThread::AwaitEnd(TChild& child) {
     if (::WaitForSingleObject(child.Process.Get(), GraceTime) != WAIT_OBJECT_0) {
         const bool terminated = ::TerminateProcess(child.Process.Get(), 1) != FALSE;
         child.Process.Reset();
-        if (!terminated) throw framework::Exception("Process terminated with failure");
+        if (!terminated)
+            throw framework::Exception("Process terminated with failure");
         ::Sleep(TimeAfterKill);
         throw framework::Exception("Process TIMEOUT occured, process terminated");
     }
@@ -142,10 +150,10 @@ void TProgressThread::AwaitEnd(TChild& child) {
         throw framework::Exception("Could not get process exit code");
     Obj_.ExitCode = static_cast<std::int32_t>(exitCode);
     Obj_.Aborted = false;
-    SendMsg(framework::Format("%s  with Exitcode %d",
-                              {exitCode != 0 ? " CVS command execute"
-                                             : " CVS command execute successful",
-                               static_cast<std::int32_t>(exitCode)}));
+    SendMsg(framework::Format(
+        "%s  with Exitcode %d",
+        {exitCode != 0 ? " CVS command execute" : " CVS command execute successful",
+         static_cast<std::int32_t>(exitCode)}));
 }
 
 }  // namespace tandrel::Progress_frm

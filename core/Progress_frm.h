@@ -20,7 +20,8 @@ namespace Progress_frm {
 
 /// Messages to the progress form. They are sent, never posted: the sender waits until the main
 /// thread has handled them.
-inline constexpr UINT WM_STARTPROGRESS = WM_USER + 256;  ///< wParam: address of the runner's Thread.
+inline constexpr UINT WM_STARTPROGRESS =
+    WM_USER + 256;  ///< wParam: address of the runner's Thread.
 inline constexpr UINT WM_FINISHPROGRESS = WM_USER + 257;
 inline constexpr UINT WM_USERMESSAGE = WM_USER + 258;   ///< wParam: a zero-terminated line.
 inline constexpr UINT WM_USERMESSAGE2 = WM_USER + 259;  ///< wParam: zero-terminated raw output.

@@ -22,7 +22,8 @@ void Unprotect(const std::string& path) {
 }
 
 void Check(BOOL done, const std::string& path) {
-    if (!done) throw framework::EInOutError(::GetLastError(), path);
+    if (!done)
+        throw framework::EInOutError(::GetLastError(), path);
 }
 
 /// A move within the disk changes a name and touches no byte; between disks it is a copy that is
@@ -50,13 +51,16 @@ bool MoveFileExt2(const std::string& SrcDir, const std::string& DstDir,
                   const std::vector<std::string>& SrcList, const std::vector<std::string>& DstList,
                   bool DeleteSource, const TFileFailure& Failed) {
     std::unordered_set<std::string> present;
-    for (const std::string& path : DstList) present.insert(framework::UpperCase(path));
+    for (const std::string& path : DstList)
+        present.insert(framework::UpperCase(path));
     bool complete = true;
     for (const std::string& source : SrcList) {
-        const std::string target = SlashSep(DstDir, source.substr(RemoveSlashSep(SrcDir).size() + 1));
+        const std::string target =
+            SlashSep(DstDir, source.substr(RemoveSlashSep(SrcDir).size() + 1));
         try {
             if (present.contains(framework::UpperCase(target)) && HasSameContents(source, target)) {
-                if (DeleteSource) Drop(source);
+                if (DeleteSource)
+                    Drop(source);
             } else {
                 Bring(source, target, DeleteSource);
             }
@@ -73,14 +77,16 @@ bool RemoveEmptyDirs(const std::string& Dir) {
     {
         framework::TFileSearch search(SlashSep(Dir, "*.*"), framework::faAnyFile);
         for (framework::TSearchRec entry; search.Next(entry);) {
-            if (entry.Name == "." || entry.Name == "..") continue;
+            if (entry.Name == "." || entry.Name == "..")
+                continue;
             if (!entry.IsDirectory() || entry.IsLink() ||
                 !RemoveEmptyDirs(SlashSep(Dir, entry.Name)))
                 empty = false;
         }
     }
     // The shell protects folders that look otherwise than others.
-    if (empty) Unprotect(Dir);
+    if (empty)
+        Unprotect(Dir);
     return empty && ::RemoveDirectoryA(Dir.c_str());
 }
 

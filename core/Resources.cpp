@@ -5,6 +5,8 @@ extern "C" IMAGE_DOS_HEADER __ImageBase;
 
 namespace tandrel {
 
-HINSTANCE ResourceModule() { return reinterpret_cast<HINSTANCE>(&__ImageBase); }
+HINSTANCE ResourceModule() {
+    return reinterpret_cast<HINSTANCE>(&__ImageBase);
+}
 
 }  // namespace tandrel

@@ -30,7 +30,8 @@ TWorkDirItem* TWorkDirItem::ItemExist(std::string_view Dir, std::string_view Nam
 }
 
 void TWorkDirItem::SaveIgnore(const std::string& FileName) const {
-    if (!Children->Empty()) Children->SaveIgnore(FileName);
+    if (!Children->Empty())
+        Children->SaveIgnore(FileName);
 }
 
 void TWorkDirItem::OnExpanding(framework::TTreeNode& Node, bool& AllowExpansion) {
@@ -53,53 +54,66 @@ void TWorkDirItem::OnSelect(framework::TListRows& ListView) {
         AddLwItems(ListView, *this);
         return;
     }
-    for (TWorkDirItem& child : *Children) AddLwItems(ListView, child);
+    for (TWorkDirItem& child : *Children)
+        AddLwItems(ListView, child);
 }
 
 void TWorkDirItem::OnSelect2(TOperationType Operation, framework::TTextView& RichEdit, bool Force) {
     RichEdit.Clear();
-    if (IsDirectory || !InRepository) return;
+    if (IsDirectory || !InRepository)
+        return;
     TCustomCvsObj& obj = *Owner_.CvsObj();
     const std::string path = SlashSep(Directory, Name);
     switch (Operation) {
         case otStatus:
-            if (Force || StatusText_.empty()) StatusText_ = obj.StatusFileEx(path);
+            if (Force || StatusText_.empty())
+                StatusText_ = obj.StatusFileEx(path);
             RichEdit.SetText(StatusText_);
             break;
         case otLog:
-            if (Force || LogText_.empty()) LogText_ = obj.LogFileEx(path);
+            if (Force || LogText_.empty())
+                LogText_ = obj.LogFileEx(path);
             RichEdit.SetText(LogText_);
             break;
         case otDiff:
-            if (!Changed) break;
+            if (!Changed)
+                break;
             if (Force || (DiffText_.empty() && !DiffLoaded_)) {
                 DiffText_ = obj.DiffFileEx(path);
                 DiffLoaded_ = true;
             }
             RichEdit.SetText(DiffText_);
             break;
-        default: break;
+        default:
+            break;
     }
 }
 
 void TWorkDirItem::OnDblClick() {
-    if (!TreeNode) return;
+    if (!TreeNode)
+        return;
     TreeNode->SetSelected(false);
     TreeNode->SetSelected(true);
 }
 
 const char* TWorkDirItem::StatusName() const {
-    if (!Included) return "Ignore";
-    if (IsDirectory) return "Directory";
-    if (!InRepository) return "Not in repository";
+    if (!Included)
+        return "Ignore";
+    if (IsDirectory)
+        return "Directory";
+    if (!InRepository)
+        return "Not in repository";
     return Changed ? "Changed in workspace" : "Not changed";
 }
 
-TWorkDirItem& TWorkDirTree::Add() { return Emplace(*this); }
+TWorkDirItem& TWorkDirTree::Add() {
+    return Emplace(*this);
+}
 
 TWorkDirItem* TWorkDirTree::ItemExist(std::string_view Dir, std::string_view Name) const {
     for (TWorkDirItem& item : *this)
-        if (TWorkDirItem* found = item.ItemExist(Dir, Name)) return found;
+        if (TWorkDirItem* found = item.ItemExist(Dir, Name))
+            return found;
     return nullptr;
 }
 
@@ -114,7 +128,8 @@ void TWorkDirTree::SaveIgnore(const std::string& FileName) const {
             folder = item.Directory;
         }
     }
-    if (names.empty()) return;
+    if (names.empty())
+        return;
     // The list ignores itself.
     names.push_back(IgnoreFile);
     framework::ReplaceTextFile(SlashSep(folder, FileName), names);

@@ -52,9 +52,9 @@ public:
     std::string TimeStamp;  ///< As the client wrote it.
     std::string RepositoryPath;
     std::string RepositoryFileName;
-    int ImageIndex = 0;         ///< In the system's small image list.
-    bool InRepository = false;  ///< The client's records name it.
-    bool Changed = false;       ///< Its time is not the one that the client recorded.
+    int ImageIndex = 0;                       ///< In the system's small image list.
+    bool InRepository = false;                ///< The client's records name it.
+    bool Changed = false;                     ///< Its time is not the one that the client recorded.
     framework::TDateTime RepositoryDate = 0;  ///< UTC; zero when unknown.
     framework::TDateTime FileDate = 0;        ///< Local time.
     framework::TTreeNode* TreeNode = nullptr;  ///< The node that shows it, or none.

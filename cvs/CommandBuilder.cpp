@@ -30,7 +30,8 @@ std::vector<TFolder> FoldersOf(const TFileItems& items, const std::string& worki
     const std::string* before = nullptr;
     for (const TFileItem& item : items) {
         // Items mostly come folder by folder.
-        if (before && *before == item.Directory) continue;
+        if (before && *before == item.Directory)
+            continue;
         before = &item.Directory;
         // A folder elsewhere is an error of its file, which is told where the file is named.
         if (!framework::SameText(std::string_view(item.Directory).substr(0, behindRoot),
@@ -41,9 +42,11 @@ std::vector<TFolder> FoldersOf(const TFileItems& items, const std::string& worki
             const std::size_t end = std::min(item.Directory.find('\\', at), item.Directory.size());
             const std::string name = item.Directory.substr(at, end - at);
             at = end + 1;
-            if (name.empty()) continue;
+            if (name.empty())
+                continue;
             std::string path = SlashSep(parent, name);
-            if (known.insert(framework::UpperCase(path)).second) folders.push_back({name, parent, path});
+            if (known.insert(framework::UpperCase(path)).second)
+                folders.push_back({name, parent, path});
             parent = std::move(path);
         }
     }
@@ -53,7 +56,8 @@ std::vector<TFolder> FoldersOf(const TFileItems& items, const std::string& worki
 /// The pattern of a file's name. The client parts patterns at blanks, and brackets stand for one of
 /// what is in them.
 std::string PatternOf(std::string name) {
-    std::ranges::replace_if(name, [](char ch) { return ch == ' ' || ch == '['; }, '?');
+    std::ranges::replace_if(
+        name, [](char ch) { return ch == ' ' || ch == '['; }, '?');
     return name;
 }
 
@@ -61,12 +65,14 @@ std::string PatternOf(std::string name) {
 
 std::string QuoteArgument(std::string_view value, bool always) {
     const bool bare = value.find_first_of(" \t\r\n\v\"") == std::string_view::npos;
-    if (bare && !always) return std::string(value);
+    if (bare && !always)
+        return std::string(value);
     std::string quoted = "\"";
     std::size_t backslashes = 0;
     for (const char ch : value) {
         // Backslashes count as themselves unless a quote follows them.
-        if (ch == '"') quoted.append(backslashes + 1, '\\');
+        if (ch == '"')
+            quoted.append(backslashes + 1, '\\');
         backslashes = ch == '\\' ? backslashes + 1 : 0;
         quoted += ch;
     }
@@ -76,10 +82,13 @@ std::string QuoteArgument(std::string_view value, bool always) {
 
 // --- pieces -----------------------------------------------------------------------------------
 
-void TCommandBuilder::Append(std::string_view piece) { LAppend(Line_, piece); }
+void TCommandBuilder::Append(std::string_view piece) {
+    LAppend(Line_, piece);
+}
 
 void TCommandBuilder::AppendIf(bool condition, std::string_view option) {
-    if (condition) Append(option);
+    if (condition)
+        Append(option);
 }
 
 std::string TCommandBuilder::Value(std::string_view value) const {
@@ -92,8 +101,12 @@ std::string TCommandBuilder::Quoted(std::string_view value) const {
     return strict ? QuoteArgument(value, true) : SetApostrophe(value);
 }
 
-void TCommandBuilder::AppendValue(std::string_view value) { Append(Value(value)); }
-void TCommandBuilder::AppendQuoted(std::string_view value) { Append(Quoted(value)); }
+void TCommandBuilder::AppendValue(std::string_view value) {
+    Append(Value(value));
+}
+void TCommandBuilder::AppendQuoted(std::string_view value) {
+    Append(Quoted(value));
+}
 
 void TCommandBuilder::RepositoryOption() {
     if (Context_.ConnectionType == cnLocal)
@@ -110,35 +123,46 @@ void TCommandBuilder::Subcommand() {
 
 void TCommandBuilder::RevisionSelection() {
     switch (Options_.StikyType) {
-        case stNone: break;
-        case stHead: Append("-r HEAD"); break;
+        case stNone:
+            break;
+        case stHead:
+            Append("-r HEAD");
+            break;
         case stBranch:
-            if (!Options_.StikyBranch.empty()) Append("-r " + Value(Options_.StikyBranch));
+            if (!Options_.StikyBranch.empty())
+                Append("-r " + Value(Options_.StikyBranch));
             break;
         case stTag:
-            if (!Options_.StikyTag.empty()) Append("-r " + Value(Options_.StikyTag));
+            if (!Options_.StikyTag.empty())
+                Append("-r " + Value(Options_.StikyTag));
             break;
         case stDate:
             if (Options_.StikyDate > 0)
                 Append("-D " + SetApostrophe(CustomDateTimetoStr(Options_.StikyDate)));
             break;
-        case stMostRecent: Append("-f"); break;
+        case stMostRecent:
+            Append("-f");
+            break;
     }
 }
 
 void TCommandBuilder::Keyword() {
-    if (Options_.KeywordMode != Km_none) Append(TKeywModeNames[Options_.KeywordMode]);
+    if (Options_.KeywordMode != Km_none)
+        Append(TKeywModeNames[Options_.KeywordMode]);
 }
 
 void TCommandBuilder::Merge() {
     const TMergeSpec& spec = Options_.MergeSpec;
     switch (spec.Kind) {
-        case mtNone: break;
+        case mtNone:
+            break;
         case mtThisRev:
-            if (!spec.Rev1.empty()) MergeOption(spec.Rev1, spec.HasDate1(), spec.Date1);
+            if (!spec.Rev1.empty())
+                MergeOption(spec.Rev1, spec.HasDate1(), spec.Date1);
             break;
         case mtPlusRevTag:
-            if (spec.Rev1.empty() || spec.Rev2.empty()) break;
+            if (spec.Rev1.empty() || spec.Rev2.empty())
+                break;
             MergeOption(spec.Rev1, spec.HasDate1(), spec.Date1);
             MergeOption(spec.Rev2, spec.HasDate2(), spec.Date2);
             break;
@@ -148,20 +172,27 @@ void TCommandBuilder::Merge() {
 void TCommandBuilder::MergeOption(std::string_view revision, bool useDate,
                                   framework::TDateTime date) {
     std::string option = "-j" + std::string(revision);
-    if (useDate) option += ":" + CustomDateTimetoStr(date);
+    if (useDate)
+        option += ":" + CustomDateTimetoStr(date);
     AppendQuoted(option);
 }
 
 void TCommandBuilder::DiffRevisions() {
     const TRevisionSpec& spec = Options_.DiffSpec;
     switch (spec.Kind) {
-        case dctHead: Append("-r HEAD"); break;
-        case dctRevision: DiffRevision(spec.Rev1, spec.HasDate1(), spec.Date1); break;
+        case dctHead:
+            Append("-r HEAD");
+            break;
+        case dctRevision:
+            DiffRevision(spec.Rev1, spec.HasDate1(), spec.Date1);
+            break;
         case dctTwoRevision:
             DiffRevision(spec.Rev1, spec.HasDate1(), spec.Date1);
             DiffRevision(spec.Rev2, spec.HasDate2(), spec.Date2);
             break;
-        case dctMostRecent: AppendIf(Context_.Operation == otRdiff, "-f"); break;
+        case dctMostRecent:
+            AppendIf(Context_.Operation == otRdiff, "-f");
+            break;
     }
 }
 
@@ -187,13 +218,15 @@ void TCommandBuilder::AppendNames(const std::vector<std::string>& names) {
     // Options end with the first name that is none.
     const bool looksLikeOption = !names.empty() && names.front().starts_with('-');
     AppendIf(Context_.StrictQuoting && looksLikeOption, "--");
-    for (const std::string& name : names) AppendValue(name);
+    for (const std::string& name : names)
+        AppendValue(name);
 }
 
 void TCommandBuilder::Files() {
     std::vector<std::string> names;
     for (const TFileItem& item : Context_.FileItems)
-        if (item.FileType == fi_file) names.push_back(RelativeName(item.Directory, item.Name));
+        if (item.FileType == fi_file)
+            names.push_back(RelativeName(item.Directory, item.Name));
     AppendNames(names);
 }
 
@@ -203,15 +236,19 @@ std::vector<std::string> TCommandBuilder::NamesToAdd() const {
         return Context_.IsUnderVersionControl(folder.Path);
     });
     std::vector<std::string> names;
-    for (const TFolder& folder : folders) names.push_back(RelativeName(folder.Parent, folder.Name));
-    if (Context_.NewFoldersOnly) return names;
+    for (const TFolder& folder : folders)
+        names.push_back(RelativeName(folder.Parent, folder.Name));
+    if (Context_.NewFoldersOnly)
+        return names;
     for (const TFileItem& item : Context_.FileItems)
         if (item.FileType == fi_file || item.FileType == fi_dir)
             names.push_back(RelativeName(item.Directory, item.Name));
     return names;
 }
 
-void TCommandBuilder::AddFilesToCommad() { AppendNames(NamesToAdd()); }
+void TCommandBuilder::AddFilesToCommad() {
+    AppendNames(NamesToAdd());
+}
 
 void TCommandBuilder::Message(std::string_view whenEmpty) {
     Append("-m");
@@ -230,25 +267,29 @@ void TCommandBuilder::IgnoreOptions() {
             AppendValue(isName ? PatternOf(item.Name) : item.Name);
             written = true;
         }
-        if (!written) Append("-I!");
+        if (!written)
+            Append("-I!");
     }
 }
 
 std::string TCommandBuilder::WrapperOption(TKeywordMode mode) const {
     const std::string option(TKeywModeNames[mode]);
-    if (!Context_.StrictQuoting || mode == Km_none) return option;
+    if (!Context_.StrictQuoting || mode == Km_none)
+        return option;
     // In a wrapper the client passes over a mode that is not in its own quotes.
     return "-k '" + option.substr(2) + "'";
 }
 
 void TCommandBuilder::EditActionOption() {
-    if (Options_.EditAction == aeNone) return;
+    if (Options_.EditAction == aeNone)
+        return;
     Append("-a");
     Append(TActionEditName[Options_.EditAction]);
 }
 
 void TCommandBuilder::TargetDirOption() {
-    if (!Options_.UseTargetDir || Options_.TargetDir.empty()) return;
+    if (!Options_.UseTargetDir || Options_.TargetDir.empty())
+        return;
     Append("-d");
     AppendValue(Options_.TargetDir);
 }
@@ -284,9 +325,15 @@ void TCommandBuilder::Build() {
             RepositoryOption();
             Subcommand();
             break;
-        case otImport: Import(); break;
-        case otCheckOut: CheckOut(); break;
-        case otUpdate: Update(); break;
+        case otImport:
+            Import();
+            break;
+        case otCheckOut:
+            CheckOut();
+            break;
+        case otUpdate:
+            Update();
+            break;
         case otCommit:
             Subcommand();
             Message("\" no messages\"");
@@ -294,8 +341,12 @@ void TCommandBuilder::Build() {
             AppendIf(Options_.ForceFlag, "-f");
             Files();
             break;
-        case otRelease: Release(); break;
-        case otAdd: Add(); break;
+        case otRelease:
+            Release();
+            break;
+        case otAdd:
+            Add();
+            break;
         case otRemove:
             Subcommand();
             AppendIf(Options_.LocalOnly, "-l");
@@ -334,18 +385,30 @@ void TCommandBuilder::Build() {
             break;
         case otEditors:
         case otUnedit:
-        case otWatchers: LocalFiles(); break;
-        case otExport: Export(); break;
-        case otLog: Log(); break;
-        case otLogout: Subcommand(); break;
+        case otWatchers:
+            LocalFiles();
+            break;
+        case otExport:
+            Export();
+            break;
+        case otLog:
+            Log();
+            break;
+        case otLogout:
+            Subcommand();
+            break;
         case otRdiff:
             Subcommand();
             AppendIf(Options_.LocalOnly, "-l");
             DiffRevisions();
             AppendValue(Context_.Modulename);
             break;
-        case otRtag: Rtag(); break;
-        case otTag: Tag(); break;
+        case otRtag:
+            Rtag();
+            break;
+        case otTag:
+            Tag();
+            break;
         case otWatch:
             Subcommand();
             AppendIf(Options_.LocalOnly, "-l");
@@ -371,7 +434,8 @@ void TCommandBuilder::LocalFiles() {
 
 void TCommandBuilder::Add() {
     const std::vector<std::string> names = NamesToAdd();
-    if (Context_.NewFoldersOnly && names.empty()) return;
+    if (Context_.NewFoldersOnly && names.empty())
+        return;
     Subcommand();
     Message("\" no messages\"");
     AppendNames(names);
@@ -379,10 +443,12 @@ void TCommandBuilder::Add() {
 
 void TCommandBuilder::Import() {
     Subcommand();
-    if (!Options_.UseDefaultIgnore) IgnoreOptions();
+    if (!Options_.UseDefaultIgnore)
+        IgnoreOptions();
     Message("\"no messages\"");
     for (const TFileItem& item : Context_.FileItems) {
-        if (item.FileType != fi_ext) continue;
+        if (item.FileType != fi_ext)
+            continue;
         Append("-W");
         Append(LConcat({"\"", item.Name, WrapperOption(item.KeywordMode), "\""}));
     }
@@ -437,18 +503,21 @@ void TCommandBuilder::Log() {
     AppendIf(Options_.ForceFlag, "-f");
     AppendIf(Options_.LogHeaderOnly, "-h");
     AppendIf(Options_.LogSuppressEmpty, "-S");
-    if (!Options_.LogNoFiles) Files();
+    if (!Options_.LogNoFiles)
+        Files();
 }
 
 void TCommandBuilder::Rtag() {
-    if (Options_.TagName.empty()) return;
+    if (Options_.TagName.empty())
+        return;
     Subcommand();
     TagOptions();
     AppendValue(Context_.Modulename);
 }
 
 void TCommandBuilder::Tag() {
-    if (Options_.TagName.empty()) return;
+    if (Options_.TagName.empty())
+        return;
     Subcommand();
     TagOptions();
     Files();

@@ -22,8 +22,8 @@ public:
         return *this;
     }
     operator std::string_view() const {
-        return {Text_.data(),
-                static_cast<std::size_t>(std::find(Text_.begin(), Text_.end(), '\0') - Text_.begin())};
+        return {Text_.data(), static_cast<std::size_t>(std::find(Text_.begin(), Text_.end(), '\0') -
+                                                       Text_.begin())};
     }
     bool empty() const { return Text_.front() == '\0'; }
 

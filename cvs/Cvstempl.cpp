@@ -22,7 +22,9 @@ void TCvsObject::ResetOptions() {
     StikyDate = framework::Now();
 }
 
-std::string TCvsObject::Get_Version() { return "1.1b"; }
+std::string TCvsObject::Get_Version() {
+    return "1.1b";
+}
 
 // --- environment ------------------------------------------------------------------------------
 
@@ -58,7 +60,8 @@ std::string TCvsObject::GetEnvVariable() {
 }
 
 bool TCvsObject::NoCVSROOTMessage() {
-    if (!CVSROOT().empty()) return false;
+    if (!CVSROOT().empty())
+        return false;
     MessageProc("CVSROOT variable is not set ");
     return true;
 }
@@ -96,7 +99,8 @@ void TCvsObject::WithBuilder(Action action) {
 }
 
 bool TCvsObject::ParseCommand() {
-    if (Operation == otTag && TagName.empty()) MessageProc(" label name is not assigned  ");
+    if (Operation == otTag && TagName.empty())
+        MessageProc(" label name is not assigned  ");
     WithBuilder([](TCommandBuilder& builder) { builder.Build(); });
     return !CommandLine.empty();
 }
@@ -109,8 +113,10 @@ std::string TCvsObject::Get_FileListString() const {
     std::string names;
     bool any = false;
     for (const TFileItem& item : FileItems) {
-        if (item.FileType != fi_file) continue;
-        if (any) names += ',';
+        if (item.FileType != fi_file)
+            continue;
+        if (any)
+            names += ',';
         names += item.Name;
         any = true;
     }

@@ -57,8 +57,8 @@ public:
     bool CheckOut(bool Interactive) override;
     bool Update() override;
     bool Commit(bool Interactive) override;
-    /// Puts the selected files under version control, and the folders they are in; with a server the
-    /// folders in a command of their own.
+    /// Puts the selected files under version control, and the folders they are in; with a server
+    /// the folders in a command of their own.
     bool Add() override;
     bool Remove() override;
     bool Import(bool Interactive) override;

@@ -11,7 +11,9 @@ namespace tandrel {
 
 namespace {
 
-std::size_t HashOf(std::string_view name) { return std::hash<std::string_view>()(name); }
+std::size_t HashOf(std::string_view name) {
+    return std::hash<std::string_view>()(name);
+}
 
 }  // namespace
 
@@ -44,22 +46,26 @@ std::size_t TLogList::SlotOf(std::string_view name, std::size_t hash) const {
     const std::size_t mask = Index_.size() - 1;
     for (std::size_t at = hash & mask;; at = (at + 1) & mask) {
         const TSlot& slot = Index_[at];
-        if (!slot.Item || (slot.Hash == hash && slot.Item->Name == name)) return at;
+        if (!slot.Item || (slot.Hash == hash && slot.Item->Name == name))
+            return at;
     }
 }
 
 void TLogList::Widen() {
     constexpr std::size_t Least = 64;
-    if (static_cast<std::size_t>(Count()) < Index_.size() / 2) return;
+    if (static_cast<std::size_t>(Count()) < Index_.size() / 2)
+        return;
     const std::vector<TSlot> before =
         std::exchange(Index_, std::vector<TSlot>(std::max(Least, Index_.size() * 2)));
     for (const TSlot& slot : before)
-        if (slot.Item) Index_[SlotOf(slot.Item->Name, slot.Hash)] = slot;
+        if (slot.Item)
+            Index_[SlotOf(slot.Item->Name, slot.Hash)] = slot;
 }
 
 bool CheckTagNameExists(const TCvsObject& CvsObject, std::string_view TagName) {
     for (const TLogClass& item : CvsObject.LogListA)
-        if (framework::SameText(item.Name, TagName)) return true;
+        if (framework::SameText(item.Name, TagName))
+            return true;
     return false;
 }
 

@@ -43,8 +43,10 @@ private:
 bool ReadPairs(std::string_view section, TLogList& list, int& count) {
     while (!section.empty()) {
         const std::size_t colon = section.find(':');
-        if (colon == None || colon == 0) return true;
-        if (++count > MaxPairs) return false;
+        if (colon == None || colon == 0)
+            return true;
+        if (++count > MaxPairs)
+            return false;
         const std::string_view name = section.substr(0, colon);
         section.remove_prefix(std::min(colon + 2, section.size()));  // and the blank
         const std::size_t end = std::min(section.find(';'), section.size());
@@ -72,7 +74,8 @@ std::string RevisionBefore(std::string_view text, std::string_view upper, std::s
     const std::size_t from = std::max(start, at < Reach ? 0 : at - Reach);
     const std::size_t reach = at + Date.size() - from;
     const std::size_t end = text.substr(from, reach).find('d');
-    if (end == None) return {};
+    if (end == None)
+        return {};
     const std::size_t word = upper.substr(from, end).find(Revision);
     return word == None ? std::string() : framework::Trim(text.substr(from + word, end - word));
 }
@@ -86,12 +89,15 @@ bool ParseSymbolicNames(std::string_view text, TLogList& list) {
     for (std::size_t start = 0;;) {
         const std::size_t first = names.From(start);
         std::size_t last = keyword.From(start);
-        if (last == None) last = total.From(start);
-        if (first == None || last == None) return true;
+        if (last == None)
+            last = total.From(start);
+        if (first == None || last == None)
+            return true;
         const std::size_t begin = first + Names.size() + 1;
         if (begin < last) {
             const std::string section = framework::Trim(text.substr(begin, last - begin));
-            if (!ReadPairs(JoinLines(section), list, count)) return false;
+            if (!ReadPairs(JoinLines(section), list, count))
+                return false;
         }
         start = last + Keyword.size();
     }
@@ -103,12 +109,14 @@ bool ParseRevisionDates(std::string_view text, TLogList& list) {
     std::size_t start = 0;
     for (int count = 0; count < MaxDates; ++count) {
         const std::size_t at = dates.From(start);
-        if (at == None) return true;
+        if (at == None)
+            return true;
         const std::string revision = RevisionBefore(text, upper, start, at);
         const std::size_t begin = std::min(at + Date.size() + 1, text.size());
         const std::size_t end = semicolons.From(begin);
         const std::size_t length = end == None ? 0 : end - begin;
-        if (length > 0) list.Add(text.substr(begin, length), revision, false);
+        if (length > 0)
+            list.Add(text.substr(begin, length), revision, false);
         start = std::min(begin + length + 2, text.size());
     }
     return dates.From(start) == None;

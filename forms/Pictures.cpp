@@ -85,12 +85,18 @@ void DrawLabel(HDC dc, const RECT& area) {
 TStateImages::TStateImages() {
     Add(LabelImage + 1, [](int index, HDC dc, const RECT& area) {
         switch (index) {
-            case RevisionImage: return DrawClock(dc, area);
-            case ExcludedImage: return DrawCheckBox(dc, area, false);
-            case IncludedImage: return DrawCheckBox(dc, area, true);
-            case BranchImage: return DrawBranch(dc, area);
-            case LabelImage: return DrawLabel(dc, area);
-            default: return;
+            case RevisionImage:
+                return DrawClock(dc, area);
+            case ExcludedImage:
+                return DrawCheckBox(dc, area, false);
+            case IncludedImage:
+                return DrawCheckBox(dc, area, true);
+            case BranchImage:
+                return DrawBranch(dc, area);
+            case LabelImage:
+                return DrawLabel(dc, area);
+            default:
+                return;
         }
     });
 }

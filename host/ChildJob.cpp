@@ -12,13 +12,16 @@ bool TChildJob::EndWithUs(bool end) {
 }
 
 TChildJob::TChildJob() : Job_(::CreateJobObjectW(nullptr, nullptr)) {
-    if (!Job_) framework::RaiseLastOSError();
+    if (!Job_)
+        framework::RaiseLastOSError();
     // The process itself: what it starts then belongs to the job from the first moment. When the
     // process is killed, the only handle goes with it, and with the handle everything in the job.
     if (!EndWithUs(true) || !::AssignProcessToJobObject(Job_.Get(), ::GetCurrentProcess()))
         framework::RaiseLastOSError();
 }
 
-TChildJob::~TChildJob() { EndWithUs(false); }
+TChildJob::~TChildJob() {
+    EndWithUs(false);
+}
 
 }  // namespace host

@@ -16,7 +16,8 @@ constexpr const char* Filter = "Text files|*.txt;*.c;*.h;*.cpp|All files|*.*";
 std::string WithoutReturns(const std::string& text) {
     std::string result;
     for (std::size_t i = 0; i < text.size(); ++i)
-        if (text[i] != '\r' || i + 1 == text.size() || text[i + 1] != '\n') result += text[i];
+        if (text[i] != '\r' || i + 1 == text.size() || text[i + 1] != '\n')
+            result += text[i];
     return result;
 }
 
@@ -38,7 +39,8 @@ void TDocumentForm::AddControls() {
     Memo1_ = &Make<TMemo>("Memo1", *this);
     Memo1_->SetAlign(TAlign::Client);
     Memo1_->OnChange = [this](TObject*) {
-        if (Loading_ || Modified_) return;
+        if (Loading_ || Modified_)
+            return;
         Modified_ = true;
         ShowCaption();
     };
@@ -72,10 +74,12 @@ void TDocumentForm::ShowCaption() {
 }
 
 bool TDocumentForm::Save() {
-    if (!Modified_) return true;
+    if (!Modified_)
+        return true;
     if (Path_.empty()) {
         std::string path;
-        if (!DialogFunctions().SaveFile(Filter, path)) return false;
+        if (!DialogFunctions().SaveFile(Filter, path))
+            return false;
         Path_ = path;
         Title_ = ExtractFileName(path);
     }
@@ -86,9 +90,11 @@ bool TDocumentForm::Save() {
 }
 
 void TDocumentForm::Reload() {
-    if (Path_.empty() || Modified_ || !FileExists(Path_)) return;
+    if (Path_.empty() || Modified_ || !FileExists(Path_))
+        return;
     const std::string bytes = ReadFileBytes(Path_);
-    if (bytes != Bytes()) Load(bytes);
+    if (bytes != Bytes())
+        Load(bytes);
 }
 
 void TDocumentForm::CloseQuery() {

@@ -17,7 +17,8 @@ namespace {
 class TInputForm : public TForm {
 public:
     TInputForm(const std::string& caption, const std::vector<TInput>& inputs) : TForm(caption) {
-        for (const TInput& input : inputs) AddInput(input);
+        for (const TInput& input : inputs)
+            AddInput(input);
         AddButtons();
     }
 
@@ -89,7 +90,8 @@ private:
 
 bool AskFor(const std::string& caption, std::vector<TInput>& inputs) {
     TInputForm form(caption, inputs);
-    if (form.ShowModal() != mrOk) return false;
+    if (form.ShowModal() != mrOk)
+        return false;
     form.Save(inputs);
     return true;
 }

@@ -21,11 +21,15 @@ namespace {
 
 constexpr const char* Title = "Tandrel";
 
-TWorkDirItem* ItemOf(TObject* data) { return static_cast<TWorkDirItem*>(data); }
+TWorkDirItem* ItemOf(TObject* data) {
+    return static_cast<TWorkDirItem*>(data);
+}
 
 std::optional<COLORREF> ColourOf(const TWorkDirItem& item) {
-    if (!item.Included) return RGB(128, 128, 128);
-    if (!item.InRepository) return RGB(0, 128, 0);
+    if (!item.Included)
+        return RGB(128, 128, 128);
+    if (!item.InRepository)
+        return RGB(0, 128, 0);
     return item.Changed && !item.IsDirectory ? std::optional(RGB(192, 0, 0)) : std::nullopt;
 }
 
@@ -38,9 +42,9 @@ TMainForm::TMainForm(TSettings& settings, const TPackageRegistry& packages)
     const HMODULE program = ::GetModuleHandleW(nullptr);
     for (const auto& [kind, size] : {std::pair{ICON_BIG, SM_CXICON}, {ICON_SMALL, SM_CXSMICON}})
         ::SendMessageW(Handle(), WM_SETICON, static_cast<WPARAM>(kind),
-                       reinterpret_cast<LPARAM>(::LoadImageW(
-                           program, MAKEINTRESOURCEW(1), IMAGE_ICON, ::GetSystemMetrics(size),
-                           ::GetSystemMetrics(size), LR_SHARED)));
+                       reinterpret_cast<LPARAM>(::LoadImageW(program, MAKEINTRESOURCEW(1),
+                                                             IMAGE_ICON, ::GetSystemMetrics(size),
+                                                             ::GetSystemMetrics(size), LR_SHARED)));
     AddControls();
     BindTools();
     BuildMenu();
@@ -48,7 +52,8 @@ TMainForm::TMainForm(TSettings& settings, const TPackageRegistry& packages)
 }
 
 TMainForm::~TMainForm() {
-    for (TDocumentForm* document : Documents_) document->Free();
+    for (TDocumentForm* document : Documents_)
+        document->Free();
     // The menu must go before the window, the projects before what they tell to.
     Projects_.clear();
     FreeComponents();
@@ -83,8 +88,8 @@ void TMainForm::AddControls() {
     Make<TSplitter>("Splitter2", files, *Tree_, TAlign::Left, 80);
     List_ = &Make<TListView>("List", files);
     List_->SetAlign(TAlign::Client);
-    for (const auto& [caption, width] : {std::pair{"Filename", 150}, {"Status", 140},
-                                         {"Revision", 70}, {"TimeStamp", 150}})
+    for (const auto& [caption, width] :
+         {std::pair{"Filename", 150}, {"Status", 140}, {"Revision", 70}, {"TimeStamp", 150}})
         List_->AddColumn(caption, width);
     if (const HIMAGELIST icons = ShellSmallImageList()) {
         Tree_->SetImages(icons);
@@ -94,7 +99,8 @@ void TMainForm::AddControls() {
     Tree_->OnExpanding = [this](TTreeViewNode& node) { return Expand(node); };
     Tree_->OnDeletion = [](TTreeViewNode& node) {
         TWorkDirItem* const item = ItemOf(node.Data());
-        if (item && item->TreeNode == &node) item->TreeNode = nullptr;
+        if (item && item->TreeNode == &node)
+            item->TreeNode = nullptr;
     };
     List_->OnRowColor = [](const TListRow& row) { return ColourOf(*ItemOf(row.Data)); };
     List_->OnSelectItem = [this](TObject*) { EnableMenu(); };
@@ -116,7 +122,8 @@ void TMainForm::OpenProject(const std::string& folder) {
         Projects_.push_back(std::make_unique<TProject>(*this, Settings_, path));
         at = Projects_.end() - 1;
         if ((*at)->HasPending())
-            Tell("Commands of " + path + " wait for the server: they run when it is next set "
+            Tell("Commands of " + path +
+                 " wait for the server: they run when it is next set "
                  "off-line and on-line again.\r\n");
     }
     Settings_.Remember(path);
@@ -132,7 +139,8 @@ void TMainForm::TurnTo(std::size_t index) {
 }
 
 void TMainForm::CloseProject() {
-    if (!Current_ || Current_->Running() || !SaveDocuments()) return;
+    if (!Current_ || Current_->Running() || !SaveDocuments())
+        return;
     Current_->Save();
     List_->Rows().Clear();
     Tree_->Clear();
@@ -144,7 +152,8 @@ void TMainForm::ShowProject() {
     std::vector<std::string> folders;
     int at = -1;
     for (const auto& project : Projects_) {
-        if (project.get() == Current_) at = static_cast<int>(folders.size());
+        if (project.get() == Current_)
+            at = static_cast<int>(folders.size());
         folders.push_back(project->Folder());
     }
     ProjectList_->SetItems(folders);
@@ -161,20 +170,23 @@ void TMainForm::ShowFiles() {
         Tree_->Clear();
         TTreeViewNode& top = Tree_->Root().AddChild(ExtractFileName(Current_->Folder()));
         for (TWorkDirItem& item : Current_->Cvs().WorkDirTree) {
-            if (!item.IsDirectory) continue;
+            if (!item.IsDirectory)
+                continue;
             TTreeViewNode& node = top.AddChild(item.Name);
             node.SetData(&item);
             node.SetImages(item.ImageIndex, item.ImageIndex, 0);
             node.SetHasChildren(true);
         }
     }
-    if (Current_) Tree_->Root().Children().front()->SetExpanded(true);
+    if (Current_)
+        Tree_->Root().Children().front()->SetExpanded(true);
     ShowList();
 }
 
 bool TMainForm::Expand(TTreeViewNode& node) {
     TWorkDirItem* const item = ItemOf(node.Data());
-    if (!item) return true;
+    if (!item)
+        return true;
     const TTreeUpdate update(*Tree_);
     bool allow = true;
     item->OnExpanding(node, allow);
@@ -197,14 +209,16 @@ void TMainForm::ShowList() {
 }
 
 TWorkDirItem* TMainForm::SelectedItem() const {
-    if (const TListRow* row = List_->Selected()) return ItemOf(row->Data);
+    if (const TListRow* row = List_->Selected())
+        return ItemOf(row->Data);
     const TTreeViewNode* const node = Tree_->Selected();
     return node ? ItemOf(node->Data()) : nullptr;
 }
 
 std::vector<std::string> TMainForm::Selection() const {
     const TWorkDirItem* const item = SelectedItem();
-    if (!item) return {};
+    if (!item)
+        return {};
     return {SlashSep(item->Directory, item->Name)};
 }
 
@@ -212,7 +226,8 @@ std::vector<std::string> TMainForm::Selection() const {
 
 void TMainForm::ForgetClosedDocuments() {
     std::erase_if(Documents_, [](TDocumentForm* document) {
-        if (document->Visible()) return false;
+        if (document->Visible())
+            return false;
         document->Free();
         return true;
     });
@@ -220,7 +235,8 @@ void TMainForm::ForgetClosedDocuments() {
 
 TDocumentForm* TMainForm::FindDocument(const std::string& path) const {
     for (TDocumentForm* document : Documents_)
-        if (SameText(document->Path(), path)) return document;
+        if (SameText(document->Path(), path))
+            return document;
     return nullptr;
 }
 
@@ -247,7 +263,9 @@ bool TMainForm::SaveDocuments() {
 
 // --- what projects ask ------------------------------------------------------------------------
 
-void TMainForm::Tell(const std::string& text) { Output_->Append(text); }
+void TMainForm::Tell(const std::string& text) {
+    Output_->Append(text);
+}
 
 bool TMainForm::AskYesNo(const std::string& question) {
     return DialogFunctions().AskYesNo(Title, question);
@@ -256,7 +274,8 @@ bool TMainForm::AskYesNo(const std::string& question) {
 bool TMainForm::AskForTags(std::string& vendor, std::string& release) {
     std::vector<TInput> inputs = {{TInput::Text, "Vendor tag", vendor, {}},
                                   {TInput::Text, "Release tag", release, {}}};
-    if (!AskFor("Tags of the project", inputs)) return false;
+    if (!AskFor("Tags of the project", inputs))
+        return false;
     vendor = inputs[0].Value;
     release = inputs[1].Value;
     return true;
@@ -271,9 +290,11 @@ void TMainForm::CloseQuery() {
     ForgetClosedDocuments();
     for (TDocumentForm* document : Documents_) {
         document->Close();
-        if (document->Visible()) return;
+        if (document->Visible())
+            return;
     }
-    for (const auto& project : Projects_) project->Save();
+    for (const auto& project : Projects_)
+        project->Save();
     Application().Terminate();
 }
 

@@ -28,7 +28,9 @@ enum TNeeds : unsigned {
     NeedsStoredSelection = NeedsStored | NeedsSelection
 };
 
-bool Has(unsigned needs, unsigned what) { return (needs & what) == what; }
+bool Has(unsigned needs, unsigned what) {
+    return (needs & what) == what;
+}
 
 }  // namespace
 
@@ -87,12 +89,16 @@ const std::vector<TMainForm::TMenuCommand>& TMainForm::Commands() {
         {"&Repository", "Optio&ns...", NeedsProject, none, &F::AskForOptions},
         {"&Repository", "P&references...", NeedsProject, none, project(&C::Preferences)},
 
-        {"&Working copy", "&Status browser...", NeedsProject, {'B', true},
+        {"&Working copy",
+         "&Status browser...",
+         NeedsProject,
+         {'B', true},
          project(&C::StatusBrowser)},
         {"&Working copy", "&Update...", NeedsStored, {'U', true}, project(&C::UpdateSpecial)},
         {"&Working copy", "Update &now", NeedsStored, {'U', true, true}, project(&C::Update)},
-        {"&Working copy", "&Commit...", NeedsStored, {'K', true},
-         project([](C& cvs) { return cvs.Commit(true); })},
+        {"&Working copy", "&Commit...", NeedsStored, {'K', true}, project([](C& cvs) {
+             return cvs.Commit(true);
+         })},
         {"&Working copy", "&Release...", NeedsStored, none, project(&C::Release)},
         {"&Working copy", "-"},
         {"&Working copy", "Create &label...", NeedsStored, none,
@@ -154,12 +160,14 @@ void TMainForm::BuildMenu() {
     TMenuItem* menu = nullptr;
     for (const TMenuCommand& command : Commands()) {
         if (std::string_view(title) != command.Menu) {
-            if (std::string_view(command.Menu) == "&Help") ToolsMenu_ = &Menu_->Add("&Tools");
+            if (std::string_view(command.Menu) == "&Help")
+                ToolsMenu_ = &Menu_->Add("&Tools");
             title = command.Menu;
             menu = &Menu_->Add(title);
         }
         TMenuItem& item = menu->Add(command.Caption, command.Shortcut);
-        if (command.Action) item.OnClick = [this, &command](TObject*) { Run(command); };
+        if (command.Action)
+            item.OnClick = [this, &command](TObject*) { Run(command); };
         Items_.push_back(&item);
         if (std::string_view(command.Caption) == "&Close project")
             RecentMenu_ = &menu->Add("&Recent projects");
@@ -176,10 +184,14 @@ void TMainForm::ShowRecent() {
 
 bool TMainForm::CanRun(const TMenuCommand& command) const {
     const unsigned needs = command.Needs;
-    if (Has(needs, NeedsProject) && !Current_) return false;
-    if (Has(needs, NeedsStored) && !Current_->Stored()) return false;
-    if (Has(needs, NeedsUnstored) && Current_->Stored()) return false;
-    if (Has(needs, NeedsServer) && Current_->Cvs().ConnectionType != cnPServer) return false;
+    if (Has(needs, NeedsProject) && !Current_)
+        return false;
+    if (Has(needs, NeedsStored) && !Current_->Stored())
+        return false;
+    if (Has(needs, NeedsUnstored) && Current_->Stored())
+        return false;
+    if (Has(needs, NeedsServer) && Current_->Cvs().ConnectionType != cnPServer)
+        return false;
     return !Has(needs, NeedsSelection) || SelectedItem();
 }
 
@@ -193,13 +205,15 @@ void TMainForm::EnableMenu() {
 }
 
 void TMainForm::Run(const TMenuCommand& command) {
-    if (!CanRun(command)) return;
+    if (!CanRun(command))
+        return;
     command.Action(*this);
     EnableMenu();
 }
 
 void TMainForm::Operate(const std::function<bool(TCvsObject&)>& operation, bool onSelection) {
-    if (Busy_ || !Current_) return;
+    if (Busy_ || !Current_)
+        return;
     TProject& project = *Current_;
     const std::vector<std::string> selection =
         onSelection ? Selection() : std::vector<std::string>{};
@@ -212,14 +226,17 @@ void TMainForm::Operate(const std::function<bool(TCvsObject&)>& operation, bool 
     }
     project.Save();
     ForgetClosedDocuments();
-    for (TDocumentForm* document : Documents_) document->Reload();
+    for (TDocumentForm* document : Documents_)
+        document->Reload();
     ShowFiles();
-    if (ClosePending_) CloseQuery();
+    if (ClosePending_)
+        CloseQuery();
 }
 
 void TMainForm::Import() {
     std::string vendor = "VENDOR", release = "START";
-    if (!SaveDocuments() || !AskForTags(vendor, release)) return;
+    if (!SaveDocuments() || !AskForTags(vendor, release))
+        return;
     Operate(
         [&](TCvsObject& cvs) {
             cvs.VendorTag = vendor;
@@ -237,7 +254,8 @@ void TMainForm::AskForFolder() {
 
 void TMainForm::AskForFile() {
     std::string file;
-    if (DialogFunctions().OpenFile("All files|*.*", file)) OpenDocument(file);
+    if (DialogFunctions().OpenFile("All files|*.*", file))
+        OpenDocument(file);
 }
 
 void TMainForm::Refresh() {
@@ -255,22 +273,26 @@ void TMainForm::NewDocument() {
 
 void TMainForm::OpenSelection() {
     for (const std::string& path : Selection())
-        if (FileExists(path)) OpenDocument(path);
+        if (FileExists(path))
+            OpenDocument(path);
 }
 
 void TMainForm::CompareSelection() {
     const std::vector<std::string> selection = Selection();
-    if (selection.empty() || !FileExists(selection.front())) return;
+    if (selection.empty() || !FileExists(selection.front()))
+        return;
     Operate([path = selection.front()](TCvsObject& cvs) { return cvs.DiffFile(true, path); },
             false);
 }
 
 void TMainForm::AskForNewName() {
     const std::vector<std::string> selection = Selection();
-    if (selection.empty() || !FileExists(selection.front())) return;
+    if (selection.empty() || !FileExists(selection.front()))
+        return;
     const std::string from = selection.front();
     std::vector<TInput> inputs = {{TInput::Text, "New name", from, {}}};
-    if (!AskFor("Move " + ExtractFileName(from), inputs)) return;
+    if (!AskFor("Move " + ExtractFileName(from), inputs))
+        return;
     Operate([&](TCvsObject& cvs) { return cvs.MoveFile(from, inputs[0].Value, true); }, false);
 }
 
@@ -278,7 +300,8 @@ void TMainForm::IgnoreSelection() {
     const std::vector<std::string> selection = Selection();
     Operate(
         [&](TCvsObject& cvs) {
-            for (const std::string& path : selection) cvs.FileItems.AddIgnore(path);
+            for (const std::string& path : selection)
+                cvs.FileItems.AddIgnore(path);
             cvs.ExploreIgnore();
             return true;
         },
@@ -301,14 +324,19 @@ void TMainForm::AskForOptions() {
     std::vector<std::string> modes(TKeywModeDescr.begin(), TKeywModeDescr.end());
     std::vector<TInput> inputs = {
         {TInput::Choice, "Keywords in files", modes[options.KeywordMode], modes},
-        {TInput::Flag, "Check out and export into a folder of another name",
-         options.UseTargetDir ? "1" : "", {}},
+        {TInput::Flag,
+         "Check out and export into a folder of another name",
+         options.UseTargetDir ? "1" : "",
+         {}},
         {TInput::Text, "Name of that folder", options.TargetDir, {}},
         {TInput::Flag, "Only this folder, not those below it", options.LocalOnly ? "1" : "", {}},
-        {TInput::Flag, "Taking out deletes the module from the repository",
-         options.RemoveFromRepository ? "1" : "", {}},
+        {TInput::Flag,
+         "Taking out deletes the module from the repository",
+         options.RemoveFromRepository ? "1" : "",
+         {}},
         {TInput::Flag, "Taking out keeps the ignore lists", options.KeepCvsIgnore ? "1" : "", {}}};
-    if (!AskFor("Options", inputs)) return;
+    if (!AskFor("Options", inputs))
+        return;
     const auto mode = std::find(modes.begin(), modes.end(), inputs[0].Value) - modes.begin();
     options.KeywordMode = static_cast<TKeywordMode>(mode);
     options.UseTargetDir = inputs[1].Value == "1";

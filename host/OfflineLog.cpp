@@ -13,10 +13,12 @@ namespace {
 
 std::vector<std::string> ReadLines(const std::string& path) {
     std::vector<std::string> lines;
-    if (!FileExists(path)) return lines;
+    if (!FileExists(path))
+        return lines;
     auto file = TTextFile::Reset(path);
     for (std::string line; file.ReadLine(line);)
-        if (!line.empty()) lines.push_back(line);
+        if (!line.empty())
+            lines.push_back(line);
     file.Close();
     return lines;
 }
@@ -39,37 +41,45 @@ TOfflineLog::TOfflineLog(const std::string& directory)
     : Log_(directory + "\\vcsCommand.log"), Pending_(directory + "\\vcsCommand.pending") {}
 
 void TOfflineLog::Begin() const {
-    if (!FileExists(Log_)) ReplaceTextFile(Log_, {});
+    if (!FileExists(Log_))
+        ReplaceTextFile(Log_, {});
 }
 
 void TOfflineLog::Take() const {
     // In one step where it can be: a host that is killed between two would run a command twice.
-    if (::MoveFileExA(Log_.c_str(), Pending_.c_str(), 0)) return;
+    if (::MoveFileExA(Log_.c_str(), Pending_.c_str(), 0))
+        return;
     const std::vector<std::string> fresh = ReadLines(Log_);
     if (!fresh.empty()) {
         std::vector<std::string> lines = ReadLines(Pending_);
         lines.insert(lines.end(), fresh.begin(), fresh.end());
         ReplaceTextFile(Pending_, lines);
     }
-    if (FileExists(Log_)) EraseFile(Log_);
+    if (FileExists(Log_))
+        EraseFile(Log_);
 }
 
-bool TOfflineLog::HasPending() const { return FileExists(Pending_); }
+bool TOfflineLog::HasPending() const {
+    return FileExists(Pending_);
+}
 
 bool TOfflineLog::Run(const std::function<bool(const TKeptCommand&)>& run) const {
     const TTurn turn(Pending_ + ".lock");
-    if (!turn.Taken()) return false;
+    if (!turn.Taken())
+        return false;
     std::vector<std::string> lines = ReadLines(Pending_);
     while (!lines.empty()) {
         const std::string& line = lines.front();
         // The folder stands behind the last semicolon: a file's name may hold others.
         const std::size_t at = line.rfind(';');
         const bool done = at == std::string::npos || run({line.substr(0, at), line.substr(at + 1)});
-        if (!done) return false;
+        if (!done)
+            return false;
         lines.erase(lines.begin());
         ReplaceTextFile(Pending_, lines);
     }
-    if (FileExists(Pending_)) EraseFile(Pending_);
+    if (FileExists(Pending_))
+        EraseFile(Pending_);
     return true;
 }
 

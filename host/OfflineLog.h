@@ -12,10 +12,10 @@ struct TKeptCommand {
     std::string Directory;  ///< Where it is to run.
 };
 
-/// The commands of one project that wait for the server. The package keeps them in vcsCommand.log in
-/// the working directory and forgets them when the server is back; for a server elsewhere they have
-/// to be run then. So that none is lost or run twice, they move to a file of the host's first, and
-/// each leaves it as soon as it has been run.
+/// The commands of one project that wait for the server. The package keeps them in vcsCommand.log
+/// in the working directory and forgets them when the server is back; for a server elsewhere they
+/// have to be run then. So that none is lost or run twice, they move to a file of the host's first,
+/// and each leaves it as soon as it has been run.
 class TOfflineLog {
 public:
     /// @param directory the working directory.

@@ -38,7 +38,8 @@ void TProject::BindEvents() {
     // Before the files are read, what the editors hold has to be on disk. Abort ends the operation
     // without a word.
     const auto save = [this](TCvsObject&) {
-        if (!Window_.SaveDocuments()) Abort();
+        if (!Window_.SaveDocuments())
+            Abort();
     };
     Cvs_.OnCommit = Cvs_.OnUpdate = Cvs_.OnDiff = Cvs_.OnRelease = save;
     Cvs_.OnCreateLabel = Cvs_.OnCreateBranch = save;
@@ -47,9 +48,12 @@ void TProject::BindEvents() {
     // And it wants both tags, for which there is no dialog.
     Cvs_.OnPlaceProject = [this, save](TCvsObject& cvs) {
         save(cvs);
-        if (cvs.VendorTag.empty()) cvs.VendorTag = "VENDOR";
-        if (cvs.ReleaseTag.empty()) cvs.ReleaseTag = "START";
-        if (!Window_.AskForTags(cvs.VendorTag, cvs.ReleaseTag)) Abort();
+        if (cvs.VendorTag.empty())
+            cvs.VendorTag = "VENDOR";
+        if (cvs.ReleaseTag.empty())
+            cvs.ReleaseTag = "START";
+        if (!Window_.AskForTags(cvs.VendorTag, cvs.ReleaseTag))
+            Abort();
     };
 }
 
@@ -65,8 +69,8 @@ void TProject::MessageReceived(const std::string& text) {
 void TProject::Load() {
     const std::string key = Settings_.ProjectKey(Folder_);
     Cvs_.LoadPreferences(TSettings::RootKey(), key);
-    Cvs_.ConnectionType = ConnTypeFromStr(
-        Settings_.Read(key, "CONNECTION", StrFromConnType(Cvs_.ConnectionType)));
+    Cvs_.ConnectionType =
+        ConnTypeFromStr(Settings_.Read(key, "CONNECTION", StrFromConnType(Cvs_.ConnectionType)));
     Cvs_.Set_CVSIGNORE(Settings_.Read(key, "CVSIGNORE", Cvs_.CVSIGNORE()));
     Cvs_.Set_WorkingDirectory(Folder_);
 }
@@ -84,7 +88,9 @@ void TProject::Save() {
     Settings_.Write(key, "CVSIGNORE", Cvs_.CVSIGNORE());
 }
 
-bool TProject::Running() const { return Cvs_.ExecuteClass->Thread != nullptr; }
+bool TProject::Running() const {
+    return Cvs_.ExecuteClass->Thread != nullptr;
+}
 
 void TProject::Connect() {
     // The environment belongs to the whole process: the last project's is still in it.
@@ -95,12 +101,14 @@ void TProject::Connect() {
 
 void TProject::RepairRoot() {
     const std::string folder = RemoveSlashSep(Cvs_.WorkingDirectory());
-    if (SameText(SlashSep(Cvs_.ProjectRoot(), Cvs_.Modulename()), folder)) return;
+    if (SameText(SlashSep(Cvs_.ProjectRoot(), Cvs_.Modulename()), folder))
+        return;
     // Checked out under another name: commands that name the module run above its folder.
     const std::string module = Cvs_.Modulename();
     Cvs_.Set_ProjectRoot(ExtractFileDir(folder));
     Cvs_.Set_Modulename(module);
-    if (SameText(RemoveSlashSep(Cvs_.WorkingDirectory()), folder)) return;
+    if (SameText(RemoveSlashSep(Cvs_.WorkingDirectory()), folder))
+        return;
     Cvs_.Set_WorkingDirectory(folder);
 }
 
@@ -129,7 +137,8 @@ void TProject::Prepare(const std::vector<std::string>& selection) {
 
 bool TProject::Operate(const std::function<bool(TCvsObject&)>& operation,
                        const std::vector<std::string>& selection) {
-    if (Running()) return false;
+    if (Running())
+        return false;
     Prepare(selection);
     const TFileItemsForCall cleared(Cvs_.FileItems);
     bool done = false;
@@ -148,7 +157,8 @@ bool TProject::Operate(const std::function<bool(TCvsObject&)>& operation,
 void TProject::WatchCancel() {
     // The progress form's button only leaves a mark.
     const auto& thread = Cvs_.ExecuteClass->Thread;
-    if (thread && thread->CancelMark) Cvs_.Aborted = true;
+    if (thread && thread->CancelMark)
+        Cvs_.Aborted = true;
 }
 
 void TProject::Reload() {
@@ -162,7 +172,8 @@ void TProject::Reload() {
 // --- off-line ---------------------------------------------------------------------------------
 
 void TProject::SetOnline(bool online) {
-    if (online == Online()) return;
+    if (online == Online())
+        return;
     if (!online) {
         OfflineLog_.Begin();
         Cvs_.Set_ServerOnline(false);
@@ -182,7 +193,8 @@ void TProject::RunPending() {
                !Window_.AskYesNo("The command\r\n" + kept.Command +
                                  "\r\nhas failed. Keep it for later, with all behind it?");
     });
-    if (!done) Window_.Tell("Commands are still waiting for the server.\r\n");
+    if (!done)
+        Window_.Tell("Commands are still waiting for the server.\r\n");
     Reload();
 }
 

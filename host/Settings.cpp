@@ -13,7 +13,9 @@ namespace {
 
 constexpr std::size_t MostRecent = 8;
 
-std::string RecentName(std::size_t index) { return "Recent" + std::to_string(index); }
+std::string RecentName(std::size_t index) {
+    return "Recent" + std::to_string(index);
+}
 
 }  // namespace
 
@@ -33,14 +35,16 @@ std::string TSettings::Read(const std::string& key, const std::string& name,
 
 void TSettings::Write(const std::string& key, const std::string& name, const std::string& value) {
     TRegistry registry(RootKey());
-    if (registry.OpenKey(key, true)) registry.WriteString(name, value);
+    if (registry.OpenKey(key, true))
+        registry.WriteString(name, value);
 }
 
 std::vector<std::string> TSettings::RecentProjects() const {
     std::vector<std::string> folders;
     for (std::size_t i = 0; i < MostRecent; ++i) {
         std::string folder = Read(Key_, RecentName(i), "");
-        if (!folder.empty()) folders.push_back(std::move(folder));
+        if (!folder.empty())
+            folders.push_back(std::move(folder));
     }
     return folders;
 }

@@ -27,16 +27,17 @@ void TMainForm::BindTools() {
     Tools_.RootKey = TSettings::RootKey();
     Tools_.Keyname = Settings_.ToolsKey();
     Tools_.FDocTypes.Add("Text");
-    for (const auto& macro : Macros) Tools_.Arguments.AddArg(macro.Caption, macro.Name, "");
+    for (const auto& macro : Macros)
+        Tools_.Arguments.AddArg(macro.Caption, macro.Name, "");
     const auto tell = [this](TObject*, const std::string& text, const std::string&) { Tell(text); };
     Tools_.OnOutPutMessage = tell;
     Tools_.OnOutPutErrorMessage = tell;
     Tools_.OnFinishExecute = [this](TCommand& command, TMemoryStream* output) {
-        if (!command.FCaptureNewDoc || !output) return;
+        if (!command.FCaptureNewDoc || !output)
+            return;
         ForgetClosedDocuments();
         Documents_.push_back(
-            &Application().CreateForm<TDocumentForm>(command.FName,
-                                                     std::string(output->Bytes())));
+            &Application().CreateForm<TDocumentForm>(command.FName, std::string(output->Bytes())));
         Documents_.back()->Show();
     };
 }
@@ -47,12 +48,14 @@ void TMainForm::ShowTools() {
     Tools_.GetMenuList(&captions);
     for (int i = 0; i < captions.Count(); ++i)
         ToolsMenu_->Add(captions[i]).OnClick = [this, i](TObject*) { RunTool(i); };
-    if (captions.Count() > 0) ToolsMenu_->AddSeparator();
+    if (captions.Count() > 0)
+        ToolsMenu_->AddSeparator();
     ToolsMenu_->Add("&Configure...").OnClick = [this](TObject*) { ConfigureTools(); };
 }
 
 void TMainForm::ConfigureTools() {
-    if (Busy_) return;
+    if (Busy_)
+        return;
     Tools_.ShowDialog();
     ShowTools();
 }
@@ -76,7 +79,8 @@ void TMainForm::PublishMacros() {
 }
 
 void TMainForm::RunTool(int index) {
-    if (Busy_ || !SaveDocuments()) return;
+    if (Busy_ || !SaveDocuments())
+        return;
     PublishMacros();
     try {
         const TBusy busy(Busy_);
@@ -84,8 +88,10 @@ void TMainForm::RunTool(int index) {
     } catch (...) {
         Application().HandleException();
     }
-    for (TDocumentForm* document : Documents_) document->Reload();
-    if (ClosePending_) CloseQuery();
+    for (TDocumentForm* document : Documents_)
+        document->Reload();
+    if (ClosePending_)
+        CloseQuery();
 }
 
 }  // namespace host

@@ -22,7 +22,8 @@ std::vector<std::string> Arguments() {
     int count = 0;
     const std::unique_ptr<LPWSTR, decltype(&::LocalFree)> all(
         ::CommandLineToArgvW(::GetCommandLineW(), &count), ::LocalFree);
-    for (int i = 1; all && i < count; ++i) arguments.push_back(framework::FromWide(all.get()[i]));
+    for (int i = 1; all && i < count; ++i)
+        arguments.push_back(framework::FromWide(all.get()[i]));
     // A switch of the package's.
     std::erase_if(arguments, [](const std::string& argument) {
         return framework::SameText(argument, "-DEBUG");
@@ -45,7 +46,8 @@ int Run() {
         if (folders.empty())
             if (const auto recent = settings.RecentProjects(); !recent.empty())
                 folders.push_back(recent.front());
-        for (const std::string& folder : folders) form.OpenProject(folder);
+        for (const std::string& folder : folders)
+            form.OpenProject(folder);
         form.Show();
         framework::Application().Run();
     }
@@ -64,6 +66,7 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, LPWSTR, int) {
     } catch (...) {
         framework::Application().HandleException();
     }
-    if (com) ::CoUninitialize();
+    if (com)
+        ::CoUninitialize();
     return code;
 }

@@ -9,9 +9,12 @@ constexpr const char* Name = "Tandrel";
 }  // namespace
 
 bool TandrelRegister(framework::TPackageRegistry& registry, int interfaceVersion) {
-    if (interfaceVersion != framework::InterfaceVersion) return false;
+    if (interfaceVersion != framework::InterfaceVersion)
+        return false;
     registry.Register({Name, TANDREL_VERSION});
     return true;
 }
 
-void TandrelUnregister(framework::TPackageRegistry& registry) { registry.Unregister(Name); }
+void TandrelUnregister(framework::TPackageRegistry& registry) {
+    registry.Unregister(Name);
+}

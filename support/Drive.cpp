@@ -9,8 +9,7 @@ using namespace framework;
 
 void MustBe(bool usable, const TForm& form, const std::string& name) {
     if (!usable)
-        throw std::runtime_error("In the form \"" + form.Text() + "\" " + name +
-                                 " cannot be used");
+        throw std::runtime_error("In the form \"" + form.Text() + "\" " + name + " cannot be used");
 }
 
 struct TSearch {
@@ -21,7 +20,8 @@ struct TSearch {
 BOOL CALLBACK FindHosted(HWND window, LPARAM data) {
     auto& search = *reinterpret_cast<TSearch*>(data);
     auto* const form = dynamic_cast<TForm*>(TControl::FromHandle(window));
-    if (!form || !::IsWindowVisible(window)) return TRUE;
+    if (!form || !::IsWindowVisible(window))
+        return TRUE;
     search.Found = form;
     return FALSE;
 }
@@ -50,7 +50,8 @@ void Choose(TForm& form, const std::string& list, int index) {
 void Check(TForm& form, const std::string& box, bool checked) {
     auto& part = Part<TCheckBox>(form, box);
     MustBe(part.Enabled(), form, box);
-    if (part.Checked() != checked) part.Click();
+    if (part.Checked() != checked)
+        part.Click();
 }
 
 void Press(TForm& form, const std::string& button) {

@@ -20,7 +20,8 @@ framework::TForm& StepOf(framework::TForm& form);
 template <class T>
 T& Part(const framework::TForm& form, const std::string& name) {
     T* const part = form.Find<T>(name);
-    if (!part) throw std::runtime_error("The form \"" + form.Text() + "\" has no " + name);
+    if (!part)
+        throw std::runtime_error("The form \"" + form.Text() + "\" has no " + name);
     return *part;
 }
 

@@ -16,7 +16,8 @@ void TExpectedForms::Expect(const std::string& caption, TDrive drive) {
 
 std::vector<std::string> TExpectedForms::TakeMissing() {
     std::vector<std::string> captions;
-    for (const TForm& form : Forms_) captions.push_back(form.Caption);
+    for (const TForm& form : Forms_)
+        captions.push_back(form.Caption);
     Forms_.clear();
     return captions;
 }
@@ -24,7 +25,8 @@ std::vector<std::string> TExpectedForms::TakeMissing() {
 void TExpectedForms::ModalBegins(framework::TForm& form) {
     if (Forms_.empty() || Forms_.front().Caption != form.Text()) {
         form.ModalResult = framework::mrCancel;
-        if (OnUnexpected) OnUnexpected(form.Text());
+        if (OnUnexpected)
+            OnUnexpected(form.Text());
         return;
     }
     const TDrive drive = std::move(Forms_.front().Drive);

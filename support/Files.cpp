@@ -13,18 +13,22 @@ void WriteBytes(const std::string& path, std::string_view bytes) {
     framework::WriteFileBytes(path, bytes);
 }
 
-std::string ReadBytes(const std::string& path) { return framework::ReadFileBytes(path); }
+std::string ReadBytes(const std::string& path) {
+    return framework::ReadFileBytes(path);
+}
 
 void DeleteFolder(const std::string& path) {
     framework::TFileSearch search(path + "\\*.*", framework::faAnyFile);
     for (framework::TSearchRec entry; search.Next(entry);) {
-        if (entry.Name == "." || entry.Name == "..") continue;
+        if (entry.Name == "." || entry.Name == "..")
+            continue;
         const std::string name = path + "\\" + entry.Name;
         if (entry.IsDirectory() && !entry.IsLink()) {
             DeleteFolder(name);
         } else {
             ::SetFileAttributesA(name.c_str(), FILE_ATTRIBUTE_NORMAL);
-            if (!::DeleteFileA(name.c_str())) ::RemoveDirectoryA(name.c_str());
+            if (!::DeleteFileA(name.c_str()))
+                ::RemoveDirectoryA(name.c_str());
         }
     }
     search = framework::TFileSearch("", 0);  // an open search would keep the folder
@@ -42,7 +46,8 @@ TTempFolder::TTempFolder(const std::string& name, const std::string& parent) {
 }
 
 TTempFolder::~TTempFolder() {
-    if (!Keep_) DeleteFolder(Path_);
+    if (!Keep_)
+        DeleteFolder(Path_);
 }
 
 }  // namespace support

@@ -23,7 +23,8 @@ void TPlay::Tell(const std::string& text) {
     Transcript_ += text;
     std::fputs(text.c_str(), stdout);
     std::fflush(stdout);
-    if (!Folder_.empty()) WriteBytes(Folder_ + "\\transcript.txt", Transcript_);
+    if (!Folder_.empty())
+        WriteBytes(Folder_ + "\\transcript.txt", Transcript_);
 }
 
 bool TPlay::Step(const std::string& name, const std::function<void()>& action) {
@@ -36,15 +37,18 @@ bool TPlay::Step(const std::string& name, const std::function<void()>& action) {
     }
     for (const std::string& caption : Forms_.TakeMissing())
         error += "; the form \"" + caption + "\" never came";
-    if (!Unexpected_.empty()) error += "; " + Unexpected_;
+    if (!Unexpected_.empty())
+        error += "; " + Unexpected_;
     Unexpected_.clear();
-    if (!error.empty()) ++Failed_;
+    if (!error.empty())
+        ++Failed_;
     Tell(error.empty() ? "=== ok\r\n" : "=== FAILED: " + error + "\r\n");
     return error.empty();
 }
 
 void TPlay::Picture(HWND window, const std::string& name) const {
-    if (!Folder_.empty()) SaveScreenshot(window, Folder_ + "\\" + name + ".png");
+    if (!Folder_.empty())
+        SaveScreenshot(window, Folder_ + "\\" + name + ".png");
 }
 
 }  // namespace support

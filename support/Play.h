@@ -22,7 +22,8 @@ public:
     bool Step(const std::string& name, const std::function<void()>& action);
     /// Fails the step at hand unless the condition holds.
     void Expect(bool condition, const std::string& what) const {
-        if (!condition) throw std::runtime_error("not so: " + what);
+        if (!condition)
+            throw std::runtime_error("not so: " + what);
     }
     /// The next modal form; see TExpectedForms.
     void ExpectForm(const std::string& caption, TExpectedForms::TDrive drive) {

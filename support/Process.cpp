@@ -22,12 +22,15 @@ struct TPipe {
 /// Reads what is there; false when nobody can write any more.
 bool ReadAvailable(HANDLE pipe, std::string& output) {
     DWORD available = 0;
-    if (!::PeekNamedPipe(pipe, nullptr, 0, nullptr, &available, nullptr)) return false;
-    if (available == 0) return true;
+    if (!::PeekNamedPipe(pipe, nullptr, 0, nullptr, &available, nullptr))
+        return false;
+    if (available == 0)
+        return true;
     const std::size_t before = output.size();
     output.resize(before + available);
     DWORD read = 0;
-    if (!::ReadFile(pipe, output.data() + before, available, &read, nullptr)) read = 0;
+    if (!::ReadFile(pipe, output.data() + before, available, &read, nullptr))
+        read = 0;
     output.resize(before + read);
     return true;
 }

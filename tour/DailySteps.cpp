@@ -27,9 +27,9 @@ void TTour::EditAndCommit() {
     });
     ExpectSuccess("CVS commit");
     Choose("Working copy/Commit...");
-    Expect(Ask(Repository_, "rlog \"my project/main.c\"").find("Answer \"one\"") !=
-               std::string::npos,
-           "the message is in the log");
+    Expect(
+        Ask(Repository_, "rlog \"my project/main.c\"").find("Answer \"one\"") != std::string::npos,
+        "the message is in the log");
 }
 
 void TTour::AddAndRemoveFiles() {
@@ -81,7 +81,8 @@ void TTour::CreateALabelAndABranch() {
         Play_.ExpectForm(form, [name](TForm& dialog) {
             auto& list = Part<TListView>(dialog, "ListView1");
             for (int i = 0; i < list.Count(); ++i)
-                if (list.Row(i).Caption == name) list.Select(i);
+                if (list.Row(i).Caption == name)
+                    list.Select(i);
             WaitUntil([&] { return Part<TEdit>(dialog, "Edit1").Text() == name; });
             Press(dialog, "BitBtn1");
         });
@@ -114,7 +115,8 @@ void TTour::UpdateToTheBranch() {
         Play_.ExpectForm("Select version label or branch", [this](TForm& names) {
             auto& list = Part<TListView>(names, "ListView1");
             for (int i = 0; i < list.Count(); ++i)
-                if (list.Row(i).Caption == "FIXES") list.Select(i);
+                if (list.Row(i).Caption == "FIXES")
+                    list.Select(i);
             Play_.Picture(names.Handle(), "branches");
             Press(names, "BitBtn1");
         });
@@ -157,7 +159,8 @@ void TTour::Browse() {
         WaitUntil([&] { return !Part<TTimer>(form, "Timer1").Enabled(); });
         auto& list = Part<TListView>(form, "ListView1");
         for (int i = 0; i < list.Count(); ++i)
-            if (list.Row(i).Caption == "main.c") list.Select(i);
+            if (list.Row(i).Caption == "main.c")
+                list.Select(i);
         Expect(WaitUntil([&] { return !Part<TRichEdit>(form, "DiffEdit").Text().empty(); }),
                "the difference is shown");
         Expect(Part<TRichEdit>(form, "StatusEdit").Text().find("Locally Modified") !=
@@ -200,7 +203,8 @@ void TTour::WorkInTwoProjects() {
     ExpectSuccess("CVS init");
     Choose("Repository/Create...");
     Play_.ExpectForm("Place project into CVS-step 1", [](TForm& form) {
-        for (int i = 0; i < 3; ++i) Press(form, "BitBtn4");
+        for (int i = 0; i < 3; ++i)
+            Press(form, "BitBtn4");
         Press(form, "BitBtn1");
     });
     Play_.ExpectForm("Tags of the project", [](TForm& form) { Press(form, "Ok"); });
@@ -220,9 +224,9 @@ void TTour::WorkInTwoProjects() {
     Expect(Ask(repository, "checkout -p second/second.c") == "changed in second.c\r\n",
            "the second project is in its repository");
     Expect(!DirectoryExists(Repository_ + "\\second"), "and not in the other");
-    Expect(Ask(Repository_, "checkout -p -r FIXES \"my project/main.c\"") ==
-               "changed in main.c\r\n",
-           "the first one is in its own");
+    Expect(
+        Ask(Repository_, "checkout -p -r FIXES \"my project/main.c\"") == "changed in main.c\r\n",
+        "the first one is in its own");
     Form_->OpenProject(second);
     Choose("File/Close project");
     Form_->OpenProject(Project_);

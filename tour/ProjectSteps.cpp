@@ -42,8 +42,10 @@ void TTour::PlaceTheProject() {
         Press(form, "BitBtn4");
         auto& tree = Part<TTreeView>(StepOf(form), "TreeView1");
         for (const auto& node : tree.Root().Children()) {
-            if (node->Text() == "build.log") tree.OnStateClick(*node);
-            if (node->Text() != "lib") continue;
+            if (node->Text() == "build.log")
+                tree.OnStateClick(*node);
+            if (node->Text() != "lib")
+                continue;
             node->SetExpanded(true);
             tree.OnStateClick(*node->Children().back());
         }
@@ -58,9 +60,9 @@ void TTour::PlaceTheProject() {
     Choose("Repository/Place project...");
     const std::string names = Ask(Repository_, "rls -R \"my project\"");
     Expect(names.find("list.c") != std::string::npos, "list.c is in the repository: " + names);
-    Expect(names.find("list.o") == std::string::npos &&
-               names.find("build.log") == std::string::npos,
-           "what was left out is not: " + names);
+    Expect(
+        names.find("list.o") == std::string::npos && names.find("build.log") == std::string::npos,
+        "what was left out is not: " + names);
     Expect(FileExists(Project_ + "\\lib\\list.o"), "the user's file is still there");
     Expect(MenuItem("Working copy/Commit...").Enabled(), "it can be committed now");
     Picture("host");

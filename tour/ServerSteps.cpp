@@ -17,7 +17,8 @@ namespace {
 
 std::string Surroundings(const char* name) {
     const char* const value = std::getenv(name);
-    if (!value) throw std::runtime_error(std::string(name) + " is not set: ./run starts a server");
+    if (!value)
+        throw std::runtime_error(std::string(name) + " is not set: ./run starts a server");
     return value;
 }
 
@@ -59,7 +60,8 @@ void TTour::LogIn() {
     Expect(Told().find(Surroundings("TANDREL_PSERVER_PASSWORD")) == std::string::npos,
            "no password is told");
     Play_.ExpectForm("Place project into CVS-step 1", [](TForm& form) {
-        for (int i = 0; i < 3; ++i) Press(form, "BitBtn4");
+        for (int i = 0; i < 3; ++i)
+            Press(form, "BitBtn4");
         Press(form, "BitBtn1");
     });
     Play_.ExpectForm("Tags of the project", [](TForm& form) { Press(form, "Ok"); });
@@ -80,7 +82,8 @@ void TTour::WorkOffLine() {
         ExpectSuccess("CVS commit");
         Choose("Working copy/Commit...");
     };
-    for (int i = 0; i < Files; ++i) support::WriteBytes(folder + "\\" + name(i), "text\r\n");
+    for (int i = 0; i < Files; ++i)
+        support::WriteBytes(folder + "\\" + name(i), "text\r\n");
     Choose("File/Refresh");
     Choose("Repository/Server is on-line");
     Expect(!MenuItem("Repository/Server is on-line").Checked(), "off-line");

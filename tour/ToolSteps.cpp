@@ -27,7 +27,8 @@ void Rest(TForm& form) {
 
 BOOL CALLBACK CountDocument(HWND window, LPARAM data) {
     auto* const form = dynamic_cast<host::TDocumentForm*>(TControl::FromHandle(window));
-    if (form && form->Visible()) ++*reinterpret_cast<int*>(data);
+    if (form && form->Visible())
+        ++*reinterpret_cast<int*>(data);
     return TRUE;
 }
 

@@ -47,7 +47,8 @@ bool TTour::Play() {
     };
     for (const auto& [name, step] : steps)
         Play_.Step(name, [this, step = step] {
-            if (Form_) ToldBefore_ = support::Part<TRichEdit>(*Form_, "Output").Text().size();
+            if (Form_)
+                ToldBefore_ = support::Part<TRichEdit>(*Form_, "Output").Text().size();
             (this->*step)();
             Play_.Tell(Told());
         });
@@ -68,9 +69,11 @@ TMenuItem& TTour::MenuItem(const std::string& path) {
         for (TMenuItem* below : item->Items()) {
             std::string caption = below->Caption();
             std::erase(caption, '&');
-            if (caption == wanted) found = below;
+            if (caption == wanted)
+                found = below;
         }
-        if (!found) throw std::runtime_error("the menu has no " + path);
+        if (!found)
+            throw std::runtime_error("the menu has no " + path);
         item = found;
         start = end + 1;
     }
@@ -86,7 +89,8 @@ void TTour::Choose(const std::string& path) {
 void TTour::Select(const std::string& name) {
     auto& list = support::Part<TListView>(*Form_, "List");
     for (int i = 0; i < list.Count(); ++i)
-        if (list.Row(i).Caption == name) return list.Select(i);
+        if (list.Row(i).Caption == name)
+            return list.Select(i);
     throw std::runtime_error("there is no row " + name);
 }
 
@@ -107,8 +111,8 @@ void TTour::ExpectTold(const std::string& text) {
 }
 
 std::string TTour::Ask(const std::string& root, const std::string& arguments) {
-    const auto result = support::RunProcess("cvs -Q -d \"" + root + "\" " + arguments,
-                                            Folder_.Path());
+    const auto result =
+        support::RunProcess("cvs -Q -d \"" + root + "\" " + arguments, Folder_.Path());
     Expect(result.ExitCode == 0, "the client's answer to " + arguments + ": " + result.Output);
     return result.Output;
 }

@@ -42,8 +42,8 @@ private:
     void TakeOut();
 
     // --- what they share (Tour.cpp)
-    /// Chooses from the menu, for example "Repository/Create...". Raises when there is no such item,
-    /// or it cannot be chosen.
+    /// Chooses from the menu, for example "Repository/Create...". Raises when there is no such
+    /// item, or it cannot be chosen.
     void Choose(const std::string& path);
     framework::TMenuItem& MenuItem(const std::string& path);
     /// Selects a row of the list; raises when there is none.

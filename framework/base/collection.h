@@ -31,7 +31,8 @@ public:
     template <class Other>
     int IndexOf(const Other* item) const {
         for (int index = 0; index < Count(); ++index)
-            if (&GetItem(index) == item) return index;
+            if (&GetItem(index) == item)
+                return index;
         return -1;
     }
 

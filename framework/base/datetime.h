@@ -8,8 +8,8 @@
 namespace framework {
 
 /// Days since 30 December 1899, the time of day as the fraction. Zero means "no date". Moments
-/// before are negative and count on evenly: -0.25 is six o'clock in the evening of the 29th. Carries
-/// no time zone: whoever holds the value says whether it is local or UTC.
+/// before are negative and count on evenly: -0.25 is six o'clock in the evening of the 29th.
+/// Carries no time zone: whoever holds the value says whether it is local or UTC.
 using TDateTime = double;
 
 struct DateParts {

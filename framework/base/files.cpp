@@ -51,7 +51,8 @@ namespace {
 FileHandle OpenFile(const std::string& path, DWORD access, DWORD disposition) {
     FileHandle file(::CreateFileA(path.c_str(), access, FILE_SHARE_READ, nullptr, disposition,
                                   FILE_ATTRIBUTE_NORMAL, nullptr));
-    if (!file) throw EInOutError(::GetLastError(), path);
+    if (!file)
+        throw EInOutError(::GetLastError(), path);
     return file;
 }
 

@@ -16,7 +16,8 @@ public:
     explicit UniqueHandle(Type value) noexcept : Value_(value) {}
     UniqueHandle(UniqueHandle&& other) noexcept : Value_(other.Release()) {}
     UniqueHandle& operator=(UniqueHandle&& other) noexcept {
-        if (this != &other) Reset(other.Release());
+        if (this != &other)
+            Reset(other.Release());
         return *this;
     }
     ~UniqueHandle() { Reset(); }
@@ -26,7 +27,8 @@ public:
 
     /// Closes what is held and takes over `value`.
     void Reset(Type value = Policy::None()) noexcept {
-        if (const Type old = std::exchange(Value_, value); old != Policy::None()) Policy::Close(old);
+        if (const Type old = std::exchange(Value_, value); old != Policy::None())
+            Policy::Close(old);
     }
     /// Hands the handle over to the caller, who closes it.
     Type Release() noexcept { return std::exchange(Value_, Policy::None()); }

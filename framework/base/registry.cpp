@@ -52,8 +52,8 @@ std::string TRegistry::Read(const std::string& name, DWORD& type) const {
 }
 
 void TRegistry::Write(const std::string& name, DWORD type, const char* bytes, std::size_t size) {
-    Check(::RegSetValueExA(Key_.Get(), name.c_str(), 0, type,
-                           reinterpret_cast<const BYTE*>(bytes), static_cast<DWORD>(size)),
+    Check(::RegSetValueExA(Key_.Get(), name.c_str(), 0, type, reinterpret_cast<const BYTE*>(bytes),
+                           static_cast<DWORD>(size)),
           name);
 }
 

@@ -3,8 +3,8 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
-#include <vector>
 #include <utility>
+#include <vector>
 
 #include "framework/api.h"
 #include "framework/base/handle.h"
@@ -46,7 +46,7 @@ private:
 
     std::string Path_;
     FileHandle File_;
-    std::string Buffer_;       // read ahead, or not yet written
+    std::string Buffer_;        // read ahead, or not yet written
     std::size_t Position_ = 0;  // of the next character in Buffer_ while reading
     bool Writing_ = false;
 };

@@ -21,7 +21,8 @@ std::atomic<HWND> HandOverWindow{nullptr};
 std::atomic<DWORD> MainThreadId{0};
 
 LRESULT CALLBACK HandOverProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message != WM_HANDOVER) return ::DefWindowProcW(window, message, wParam, lParam);
+    if (message != WM_HANDOVER)
+        return ::DefWindowProcW(window, message, wParam, lParam);
     auto& handOver = *reinterpret_cast<HandOver*>(lParam);
     try {
         handOver.Action();
@@ -33,8 +34,7 @@ LRESULT CALLBACK HandOverProc(HWND window, UINT message, WPARAM wParam, LPARAM l
 
 /// Answers what the system does; WAIT_OBJECT_0 + 1 means that something was served.
 DWORD WaitAndServe(HANDLE object, DWORD milliseconds) {
-    const DWORD end =
-        ::MsgWaitForMultipleObjects(1, &object, FALSE, milliseconds, QS_SENDMESSAGE);
+    const DWORD end = ::MsgWaitForMultipleObjects(1, &object, FALSE, milliseconds, QS_SENDMESSAGE);
     if (end == WAIT_OBJECT_0 + 1) {
         MSG message;
         ::PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE);
@@ -45,7 +45,8 @@ DWORD WaitAndServe(HANDLE object, DWORD milliseconds) {
 }  // namespace
 
 void BindMainThread() {
-    if (HandOverWindow) return;
+    if (HandOverWindow)
+        return;
     WNDCLASSW windowClass{};
     windowClass.lpfnWndProc = HandOverProc;
     windowClass.hInstance = ::GetModuleHandleW(nullptr);
@@ -53,7 +54,8 @@ void BindMainThread() {
     ::RegisterClassW(&windowClass);
     const HWND window = ::CreateWindowExW(0, WindowClass, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
                                           windowClass.hInstance, nullptr);
-    if (!window) RaiseLastOSError();
+    if (!window)
+        RaiseLastOSError();
     MainThreadId = ::GetCurrentThreadId();
     HandOverWindow = window;
 }
@@ -71,15 +73,20 @@ void Synchronize(const std::function<void()>& action) {
     HandOver handOver{action, nullptr};
     if (!::SendMessageW(HandOverWindow, WM_HANDOVER, 0, reinterpret_cast<LPARAM>(&handOver)))
         throw Exception("The main thread no longer serves requests");
-    if (handOver.Error) std::rethrow_exception(handOver.Error);
+    if (handOver.Error)
+        std::rethrow_exception(handOver.Error);
 }
 
 TWaitEnd WaitOnceServingHandOvers(HANDLE object, DWORD milliseconds) {
     switch (WaitAndServe(object, milliseconds)) {
-        case WAIT_OBJECT_0: return TWaitEnd::Signalled;
-        case WAIT_OBJECT_0 + 1: return TWaitEnd::Served;
-        case WAIT_TIMEOUT: return TWaitEnd::TimedOut;
-        default: RaiseLastOSError();
+        case WAIT_OBJECT_0:
+            return TWaitEnd::Signalled;
+        case WAIT_OBJECT_0 + 1:
+            return TWaitEnd::Served;
+        case WAIT_TIMEOUT:
+            return TWaitEnd::TimedOut;
+        default:
+            RaiseLastOSError();
     }
 }
 

@@ -11,11 +11,13 @@ TThread::TThread() {
     BindMainThread();
     Handle_.Reset(reinterpret_cast<HANDLE>(
         ::_beginthreadex(nullptr, 0, ThreadProc, this, CREATE_SUSPENDED, nullptr)));
-    if (!Handle_) RaiseLastOSError();
+    if (!Handle_)
+        RaiseLastOSError();
 }
 
 TThread::~TThread() {
-    if (Started_) return;
+    if (Started_)
+        return;
     // A suspended thread would stay behind for ever: let it end without its body.
     Abandoned_ = true;
     Start();
@@ -23,13 +25,15 @@ TThread::~TThread() {
 }
 
 void TThread::Start() {
-    if (Started_) return;
+    if (Started_)
+        return;
     Started_ = true;
     ::ResumeThread(Handle_.Get());
 }
 
 void TThread::WaitFor() {
-    if (!Started_) return;
+    if (!Started_)
+        return;
     if (OnMainThread())
         WaitServingHandOvers(Handle_.Get());
     else
@@ -38,7 +42,8 @@ void TThread::WaitFor() {
 
 unsigned __stdcall TThread::ThreadProc(void* self) {
     auto& thread = *static_cast<TThread*>(self);
-    if (thread.Abandoned_) return 0;
+    if (thread.Abandoned_)
+        return 0;
     try {
         thread.Execute();
     } catch (...) {
@@ -46,10 +51,12 @@ unsigned __stdcall TThread::ThreadProc(void* self) {
     }
     try {
         Synchronize([&thread] {
-            if (thread.OnTerminate) thread.OnTerminate(&thread);
+            if (thread.OnTerminate)
+                thread.OnTerminate(&thread);
         });
     } catch (...) {
-        if (!thread.FatalException_) thread.FatalException_ = std::current_exception();
+        if (!thread.FatalException_)
+            thread.FatalException_ = std::current_exception();
     }
     return 0;
 }

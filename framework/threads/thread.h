@@ -20,7 +20,8 @@ namespace framework {
 /// an object.
 class FRAMEWORK_API TThread : public TObject {
 public:
-    /// The thread exists, but does not run before Start. Raises EOSError when there is none to have.
+    /// The thread exists, but does not run before Start. Raises EOSError when there is none to
+    /// have.
     TThread();
     /// The thread must have ended or never have been started.
     ~TThread() override;

@@ -51,7 +51,8 @@ void TApplication::HandleMessage() {
 }
 
 void TApplication::Run() {
-    while (!Terminated_) HandleMessage();
+    while (!Terminated_)
+        HandleMessage();
     Terminated_ = false;
 }
 

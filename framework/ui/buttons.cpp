@@ -11,7 +11,8 @@ std::string Doubled(const std::string& caption) {
     std::string text;
     for (const char character : caption) {
         text += character;
-        if (character == '&') text += '&';
+        if (character == '&')
+            text += '&';
     }
     return text;
 }
@@ -20,7 +21,8 @@ std::string Halved(const std::string& caption) {
     std::string text;
     for (std::size_t i = 0; i < caption.size(); ++i) {
         text += caption[i];
-        if (caption[i] == '&' && i + 1 < caption.size() && caption[i + 1] == '&') ++i;
+        if (caption[i] == '&' && i + 1 < caption.size() && caption[i + 1] == '&')
+            ++i;
     }
     return text;
 }
@@ -36,24 +38,31 @@ TButton::TButton(TControl& parent, const std::string& caption, TButtonRole role)
     const DWORD look = IsDefault(role) ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON;
     CreateHandle(L"BUTTON", WS_CHILD | WS_VISIBLE | WS_TABSTOP | look, 0, parent.Handle(), caption,
                  ButtonId);
-    if (IsDefault(role)) Form_.DefaultButton_ = this;
+    if (IsDefault(role))
+        Form_.DefaultButton_ = this;
     if (role == TButtonRole::Cancel || role == TButtonRole::DefaultAndCancel)
         Form_.CancelButton_ = this;
 }
 
 TButton::~TButton() {
-    if (Form_.DefaultButton_ == this) Form_.DefaultButton_ = nullptr;
-    if (Form_.CancelButton_ == this) Form_.CancelButton_ = nullptr;
+    if (Form_.DefaultButton_ == this)
+        Form_.DefaultButton_ = nullptr;
+    if (Form_.CancelButton_ == this)
+        Form_.CancelButton_ = nullptr;
 }
 
 void TButton::Click() {
-    if (!Enabled()) return;
-    if (ModalResult != mrNone) Form_.ModalResult = ModalResult;
-    if (OnClick) OnClick(this);
+    if (!Enabled())
+        return;
+    if (ModalResult != mrNone)
+        Form_.ModalResult = ModalResult;
+    if (OnClick)
+        OnClick(this);
 }
 
 void TButton::Notification(WORD code) {
-    if (code == BN_CLICKED) Click();
+    if (code == BN_CLICKED)
+        Click();
 }
 
 TCheckBox::TCheckBox(TControl& parent, const std::string& caption) : TControl(&parent) {
@@ -70,17 +79,24 @@ void TCheckBox::SetChecked(bool checked) {
 }
 
 void TCheckBox::Click() {
-    if (!Enabled()) return;
+    if (!Enabled())
+        return;
     SetChecked(!Checked());
-    if (OnClick) OnClick(this);
+    if (OnClick)
+        OnClick(this);
 }
 
-std::string TCheckBox::Text() const { return Halved(TControl::Text()); }
+std::string TCheckBox::Text() const {
+    return Halved(TControl::Text());
+}
 
-void TCheckBox::SetText(const std::string& text) { TControl::SetText(Doubled(text)); }
+void TCheckBox::SetText(const std::string& text) {
+    TControl::SetText(Doubled(text));
+}
 
 void TCheckBox::Notification(WORD code) {
-    if (code == BN_CLICKED && OnClick) OnClick(this);
+    if (code == BN_CLICKED && OnClick)
+        OnClick(this);
 }
 
 TGroupBox::TGroupBox(TControl& parent, const std::string& caption) : TControl(&parent) {

@@ -6,8 +6,7 @@
 
 namespace framework {
 
-TComboBox::TComboBox(TControl& parent, const std::vector<std::string>& items)
-    : TControl(&parent) {
+TComboBox::TComboBox(TControl& parent, const std::vector<std::string>& items) : TControl(&parent) {
     CreateHandle(L"COMBOBOX", WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST, 0,
                  parent.Handle());
     SetItems(items);
@@ -16,8 +15,7 @@ TComboBox::TComboBox(TControl& parent, const std::vector<std::string>& items)
 void TComboBox::SetItems(const std::vector<std::string>& items) {
     ::SendMessageW(Handle(), CB_RESETCONTENT, 0, 0);
     for (const std::string& item : items)
-        ::SendMessageW(Handle(), CB_ADDSTRING, 0,
-                       reinterpret_cast<LPARAM>(ToWide(item).c_str()));
+        ::SendMessageW(Handle(), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(ToWide(item).c_str()));
 }
 
 int TComboBox::ItemCount() const {
@@ -27,7 +25,8 @@ int TComboBox::ItemCount() const {
 std::string TComboBox::Item(int index) const {
     const auto at = static_cast<WPARAM>(index);
     const LRESULT length = ::SendMessageW(Handle(), CB_GETLBTEXTLEN, at, 0);
-    if (length <= 0) return {};
+    if (length <= 0)
+        return {};
     std::wstring text(static_cast<std::size_t>(length), L'\0');
     ::SendMessageW(Handle(), CB_GETLBTEXT, at, reinterpret_cast<LPARAM>(text.data()));
     return FromWide(text);
@@ -43,7 +42,8 @@ void TComboBox::SetItemIndex(int index) {
 
 void TComboBox::Select(int index) {
     SetItemIndex(index);
-    if (OnChange) OnChange(this);
+    if (OnChange)
+        OnChange(this);
 }
 
 void TComboBox::SetBounds(int left, int top, int width, int height) {
@@ -55,7 +55,8 @@ void TComboBox::SetBounds(int left, int top, int width, int height) {
 }
 
 void TComboBox::Notification(WORD code) {
-    if (code == CBN_SELCHANGE && OnChange) OnChange(this);
+    if (code == CBN_SELCHANGE && OnChange)
+        OnChange(this);
 }
 
 }  // namespace framework

@@ -6,7 +6,9 @@
 
 namespace framework {
 
-TComponent::~TComponent() { FreeComponents(); }
+TComponent::~TComponent() {
+    FreeComponents();
+}
 
 TComponent* TComponent::FindComponent(std::string_view name) const {
     const auto found = std::ranges::find_if(

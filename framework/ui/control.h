@@ -69,8 +69,8 @@ public:
     /// Writes the control's text in bold letters of the form's font.
     void SetBold();
 
-    /// The menu that opens at the control, and at those on it that have none; null for none. It must
-    /// live as long as the control.
+    /// The menu that opens at the control, and at those on it that have none; null for none. It
+    /// must live as long as the control.
     void SetPopupMenu(TPopupMenu* menu) { PopupMenu_ = menu; }
 
     /// The size of a text in the control's font, in pixels, each line end beginning a new line.
@@ -111,8 +111,8 @@ protected:
     virtual void DrawItem(const DRAWITEMSTRUCT& /*item*/) {}
     /// Puts the children that are aligned to their places.
     void AlignControls();
-    /// Offers a key to the control of a window, or the one around it, and to all it stands on, until
-    /// one has used it up.
+    /// Offers a key to the control of a window, or the one around it, and to all it stands on,
+    /// until one has used it up.
     static bool OfferKey(HWND window, WPARAM key);
     /// Offers a key to all that stands on the control and can be seen.
     bool OfferKeyInside(WPARAM key);

@@ -29,9 +29,9 @@ protected:
     void Notification(WORD code) override;
 };
 
-/// An edit whose text has a fixed form: '0' and '9' of its picture stand for a digit or a blank, all
-/// other characters for themselves. Typing overwrites. A place that holds no digit is a blank in the
-/// text and can be shown as another character.
+/// An edit whose text has a fixed form: '0' and '9' of its picture stand for a digit or a blank,
+/// all other characters for themselves. Typing overwrites. A place that holds no digit is a blank
+/// in the text and can be shown as another character.
 class FRAMEWORK_API TMaskEdit : public TEdit {
 public:
     /// @param mask the picture, such as "90:00", or that between "!" and ";1;" with the character

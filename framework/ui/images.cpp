@@ -11,9 +11,9 @@ TImage::TImage(TControl& parent) : TControl(&parent) {
 }
 
 void TImage::LoadResource(HINSTANCE module, const std::wstring& name) {
-    Bitmap_.Reset(
-        ::LoadImageW(module, name.c_str(), IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION));
-    if (!Bitmap_) RaiseLastOSError();
+    Bitmap_.Reset(::LoadImageW(module, name.c_str(), IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION));
+    if (!Bitmap_)
+        RaiseLastOSError();
     ::InvalidateRect(Handle(), nullptr, TRUE);
 }
 
@@ -21,7 +21,8 @@ void TImage::DrawItem(const DRAWITEMSTRUCT& item) {
     const RECT& area = item.rcItem;
     ::FillRect(item.hDC, &area, ::GetSysColorBrush(COLOR_BTNFACE));
     BITMAP size{};
-    if (!Bitmap_ || !::GetObjectW(Bitmap_.Get(), sizeof size, &size)) return;
+    if (!Bitmap_ || !::GetObjectW(Bitmap_.Get(), sizeof size, &size))
+        return;
     const HDC source = ::CreateCompatibleDC(item.hDC);
     const HGDIOBJ before = ::SelectObject(source, Bitmap_.Get());
     const int width = area.right - area.left;
@@ -42,7 +43,8 @@ void TImage::DrawItem(const DRAWITEMSTRUCT& item) {
 TAnimate::TAnimate(TControl& parent) : TControl(&parent) {
     const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_ANIMATE_CLASS};
     ::InitCommonControlsEx(&classes);
-    CreateHandle(ANIMATE_CLASSW, WS_CHILD | WS_VISIBLE | ACS_CENTER | ACS_TRANSPARENT, 0, parent.Handle());
+    CreateHandle(ANIMATE_CLASSW, WS_CHILD | WS_VISIBLE | ACS_CENTER | ACS_TRANSPARENT, 0,
+                 parent.Handle());
 }
 
 bool TAnimate::LoadResource(HINSTANCE module, int id) {

@@ -36,7 +36,8 @@ void TDateTimePicker::SetDate(TDateTime value) {
 }
 
 LRESULT TDateTimePicker::Notify(NMHDR& header) {
-    if (header.code == static_cast<UINT>(DTN_DATETIMECHANGE) && OnChange) OnChange(this);
+    if (header.code == static_cast<UINT>(DTN_DATETIMECHANGE) && OnChange)
+        OnChange(this);
     return 0;
 }
 
@@ -56,11 +57,13 @@ void TUpDown::SetPosition(int position) {
 
 void TUpDown::ClickTo(int position) {
     SetPosition(position);
-    if (OnClick) OnClick(this);
+    if (OnClick)
+        OnClick(this);
 }
 
 void TUpDown::Scrolled(WPARAM what) {
-    if (LOWORD(what) == SB_THUMBPOSITION && OnClick) OnClick(this);
+    if (LOWORD(what) == SB_THUMBPOSITION && OnClick)
+        OnClick(this);
 }
 
 }  // namespace framework

@@ -20,30 +20,35 @@ BOOL CALLBACK Collect(HWND window, LPARAM parameter) {
 TTaskWindowList DisableTaskWindows(HWND exempt) {
     Collection collection{exempt, {}};
     ::EnumThreadWindows(::GetCurrentThreadId(), Collect, reinterpret_cast<LPARAM>(&collection));
-    for (HWND window : collection.Windows) ::EnableWindow(window, FALSE);
+    for (HWND window : collection.Windows)
+        ::EnableWindow(window, FALSE);
     return collection.Windows;
 }
 
 void EnableTaskWindows(const TTaskWindowList& windows) {
     for (HWND window : windows)
-        if (::IsWindow(window)) ::EnableWindow(window, TRUE);
+        if (::IsWindow(window))
+            ::EnableWindow(window, TRUE);
 }
 
 TTaskWindowsDisabled::TTaskWindowsDisabled(HWND exempt)
     : Active_(::GetActiveWindow()), Focus_(::GetFocus()), Windows_(DisableTaskWindows(exempt)) {
     // A disabled window leaves the focus to its children, which would still hear the keys.
-    if (Focus_ && (!exempt || !::IsChild(exempt, Focus_))) ::SetFocus(nullptr);
+    if (Focus_ && (!exempt || !::IsChild(exempt, Focus_)))
+        ::SetFocus(nullptr);
 }
 
 TTaskWindowsDisabled::~TTaskWindowsDisabled() {
     EnableTaskWindows(Windows_);
     // Only within this thread: the user may have gone to another program meanwhile.
     const HWND foreground = ::GetForegroundWindow();
-    const bool ours = !foreground || ::GetWindowThreadProcessId(foreground, nullptr) ==
-                                         ::GetCurrentThreadId();
-    if (!ours || !Active_ || !::IsWindow(Active_) || !::IsWindowEnabled(Active_)) return;
+    const bool ours =
+        !foreground || ::GetWindowThreadProcessId(foreground, nullptr) == ::GetCurrentThreadId();
+    if (!ours || !Active_ || !::IsWindow(Active_) || !::IsWindowEnabled(Active_))
+        return;
     ::SetActiveWindow(Active_);
-    if (Focus_ && ::IsWindow(Focus_) && ::IsWindowEnabled(Focus_)) ::SetFocus(Focus_);
+    if (Focus_ && ::IsWindow(Focus_) && ::IsWindowEnabled(Focus_))
+        ::SetFocus(Focus_);
 }
 
 }  // namespace framework

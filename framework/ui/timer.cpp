@@ -18,13 +18,17 @@ std::map<UINT_PTR, TTimer*>& RunningTimers() {
 
 TTimer::TTimer(unsigned interval) : Interval_(interval) {}
 
-TTimer::~TTimer() { SetEnabled(false); }
+TTimer::~TTimer() {
+    SetEnabled(false);
+}
 
 void TTimer::SetEnabled(bool enabled) {
-    if (enabled == Enabled()) return;
+    if (enabled == Enabled())
+        return;
     if (enabled) {
         Id_ = ::SetTimer(nullptr, 0, Interval_, Tick);
-        if (Id_ == 0) RaiseLastOSError();
+        if (Id_ == 0)
+            RaiseLastOSError();
         RunningTimers()[Id_] = this;
     } else {
         ::KillTimer(nullptr, Id_);
@@ -40,10 +44,12 @@ void TTimer::Restart() {
 
 void CALLBACK TTimer::Tick(HWND, UINT, UINT_PTR id, DWORD) {
     const auto running = RunningTimers().find(id);
-    if (running == RunningTimers().end()) return;
+    if (running == RunningTimers().end())
+        return;
     TTimer& timer = *running->second;
     try {
-        if (timer.OnTimer) timer.OnTimer(&timer);
+        if (timer.OnTimer)
+            timer.OnTimer(&timer);
     } catch (...) {
         Application().HandleException();
     }

@@ -52,9 +52,11 @@ void FloodBoth(int lines) {
 int Show(const std::string& file, const std::string& where) {
     std::FILE* const in = std::fopen(file.c_str(), "rb");
     std::FILE* const out = std::fopen((where + ".new").c_str(), "wb");
-    if (!in || !out) return 96;
+    if (!in || !out)
+        return 96;
     std::fprintf(out, "%s\n", file.c_str());
-    for (int byte; (byte = std::fgetc(in)) != EOF;) std::fputc(byte, out);
+    for (int byte; (byte = std::fgetc(in)) != EOF;)
+        std::fputc(byte, out);
     std::fclose(in);
     std::fclose(out);
     return ::MoveFileA((where + ".new").c_str(), where.c_str()) ? 0 : 95;
@@ -64,10 +66,12 @@ int Show(const std::string& file, const std::string& where) {
 std::string ReadInput(char end, int count) {
     std::string input;
     char ch = 0;
-    for (DWORD read = 0;
-         count > 0 && ::ReadFile(::GetStdHandle(STD_INPUT_HANDLE), &ch, 1, &read, nullptr) && read;) {
+    for (DWORD read = 0; count > 0 &&
+                         ::ReadFile(::GetStdHandle(STD_INPUT_HANDLE), &ch, 1, &read, nullptr) &&
+                         read;) {
         input += ch;
-        if (ch == end) --count;
+        if (ch == end)
+            --count;
     }
     return input;
 }
@@ -94,8 +98,10 @@ int main(int count, char** arguments) {
     const auto number = [&](std::size_t index) {
         return index < words.size() ? std::atoi(words[index].c_str()) : 0;
     };
-    if (mode == "exit") return number(1);
-    if (mode == "crash") ::RaiseException(STATUS_ACCESS_VIOLATION, 0, 0, nullptr);
+    if (mode == "exit")
+        return number(1);
+    if (mode == "crash")
+        ::RaiseException(STATUS_ACCESS_VIOLATION, 0, 0, nullptr);
     if (mode == "flood") {
         Flood(number(1));
     } else if (mode == "sleep") {
@@ -117,7 +123,8 @@ int main(int count, char** arguments) {
         return number(3);
     } else if (mode == "all-bytes") {
         std::string bytes;
-        for (int byte = 0; byte < 256; ++byte) bytes += static_cast<char>(byte);
+        for (int byte = 0; byte < 256; ++byte)
+            bytes += static_cast<char>(byte);
         Write(bytes);
     } else if (mode == "show") {
         return Show(words[2], words[1]);
@@ -138,12 +145,14 @@ int main(int count, char** arguments) {
             ::Sleep(2);
         }
     } else if (mode == "arguments") {
-        for (std::size_t i = 1; i < words.size(); ++i) Write("[" + words[i] + "]\r\n");
+        for (std::size_t i = 1; i < words.size(); ++i)
+            Write("[" + words[i] + "]\r\n");
     } else if (mode == "half-check-out") {
         // Breaks off, after a while, in the middle of the first file.
         ::CreateDirectoryA(words[1].c_str(), nullptr);
         std::FILE* const file = std::fopen((words[1] + "\\" + words[2]).c_str(), "wb");
-        if (!file) return 97;
+        if (!file)
+            return 97;
         std::fputs("the first half of ", file);
         std::fclose(file);
         Write("U " + words[1] + "/" + words[2] + "\r\n");

@@ -52,7 +52,8 @@ TEST_F(CommandLog, DropsOtherCommandsAndNeedsTheFile) {
     Obj.ExecuteClass->OnEndProgress = [&](framework::TObject*) { ++ends; };
     Give(" add a.c");
     EXPECT_FALSE(FileExists(LogFile)) << "the engine never creates it";
-    EXPECT_EQ(Obj.Messages.All(), "server is offline \r\n") << "the error ends the worker in silence";
+    EXPECT_EQ(Obj.Messages.All(), "server is offline \r\n")
+        << "the error ends the worker in silence";
     support::WriteBytes(LogFile, "");
     Obj.Operation = otCommit;
     Obj.Messages.Clear();
@@ -76,8 +77,9 @@ public:
 
 TEST_F(CommandLog, ReplaysInOrderAndDeletesTheFile) {
     Obj.ConnectionType = cnLocal;
-    support::WriteBytes(LogFile, " arguments 1;C:\\first\r\n\r\n arguments 2;C:\\second\n"
-                                 "no folder here\r\n;\r\n arguments 3;C:\\third");
+    support::WriteBytes(LogFile,
+                        " arguments 1;C:\\first\r\n\r\n arguments 2;C:\\second\n"
+                        "no folder here\r\n;\r\n arguments 3;C:\\third");
     std::vector<std::string> runs;
     Obj.ExecuteClass->OnEndProgress = [&](framework::TObject*) {
         runs.push_back(Obj.CommandLine + "|" + Obj.ExecuteClass->Directory);
@@ -102,18 +104,20 @@ TEST_F(CommandLog, StillCountsAsOffLineDuringTheReplay) {
     support::WriteBytes(LogFile, " add a.c;C:\\x\r\n add b.c;C:\\x\r\n");
     Obj.Set_ServerOnline(true);
     // Each command goes through the log again, and the log is then deleted.
-    EXPECT_EQ(Obj.Messages.All(), "CVS process command saved in vcsCommand.log \r\n"
-                             "server is offline \r\n"
-                             "CVS command   add a.c saved  in vcsCommand.log \r\n"
-                             "server is offline \r\n"
-                             "CVS command   add b.c saved  in vcsCommand.log \r\n");
+    EXPECT_EQ(Obj.Messages.All(),
+              "CVS process command saved in vcsCommand.log \r\n"
+              "server is offline \r\n"
+              "CVS command   add a.c saved  in vcsCommand.log \r\n"
+              "server is offline \r\n"
+              "CVS command   add b.c saved  in vcsCommand.log \r\n");
     EXPECT_FALSE(FileExists(LogFile));
 }
 
 TEST_F(CommandLog, SurvivesDamageAndMissingFolders) {
     Obj.ConnectionType = cnLocal;
     std::string damage(3000, '\0');
-    for (std::size_t i = 0; i < damage.size(); ++i) damage[i] = static_cast<char>(i * 7);
+    for (std::size_t i = 0; i < damage.size(); ++i)
+        damage[i] = static_cast<char>(i * 7);
     support::WriteBytes(LogFile, damage);
     Obj.Set_ServerOnline(true);
     EXPECT_FALSE(FileExists(LogFile));
@@ -129,8 +133,8 @@ TEST_F(CommandLog, SurvivesDamageAndMissingFolders) {
 
 TEST_F(CommandLog, StaysOffLineWhenTheLogCannotBeRead) {
     support::WriteBytes(LogFile, " add a.c;C:\\x\r\n");
-    const framework::FileHandle locked(::CreateFileA(LogFile.c_str(), GENERIC_READ, 0, nullptr,
-                                                     OPEN_EXISTING, 0, nullptr));
+    const framework::FileHandle locked(
+        ::CreateFileA(LogFile.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
     EXPECT_THROW(Obj.Set_ServerOnline(true), framework::EInOutError);
     EXPECT_FALSE(Obj.ServerOnline());
     EXPECT_TRUE(FileExists(LogFile));

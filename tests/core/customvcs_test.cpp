@@ -36,7 +36,8 @@ public:
 private:
     bool Note(const char* name, bool) {
         Calls += name;
-        for (const TFileItem& item : FileItems) Calls += " " + item.Directory + "|" + item.Name;
+        for (const TFileItem& item : FileItems)
+            Calls += " " + item.Directory + "|" + item.Name;
         Calls += "; ";
         return Result;
     }
@@ -62,16 +63,27 @@ TEST_F(Customvcs, RecordsTheKindOfOperationsWithoutABody) {
     using T = TCustomCvsObj;
     tests::TTestObject base;
     const std::pair<bool (T::*)(), TOperationType> plain[] = {
-        {&T::Update, otUpdate},     {&T::Add, otAdd},           {&T::Remove, otRemove},
-        {&T::Release, otRelease},   {&T::Status, otStatus},     {&T::Admin, otAdmin},
-        {&T::Annotate, otAnnotate}, {&T::Diff, otDiff},         {&T::Edit, otEdit},
-        {&T::Editors, otEditors},   {&T::History, otHistory},   {&T::Log, otLog},
-        {&T::Rdiff, otRdiff},       {&T::Unedit, otUnedit},     {&T::watch, otWatch},
-        {&T::Watchers, otWatchers}, {&T::CreateLocalRepository, otCreateLRep}};
+        {&T::Update, otUpdate},
+        {&T::Add, otAdd},
+        {&T::Remove, otRemove},
+        {&T::Release, otRelease},
+        {&T::Status, otStatus},
+        {&T::Admin, otAdmin},
+        {&T::Annotate, otAnnotate},
+        {&T::Diff, otDiff},
+        {&T::Edit, otEdit},
+        {&T::Editors, otEditors},
+        {&T::History, otHistory},
+        {&T::Log, otLog},
+        {&T::Rdiff, otRdiff},
+        {&T::Unedit, otUnedit},
+        {&T::watch, otWatch},
+        {&T::Watchers, otWatchers},
+        {&T::CreateLocalRepository, otCreateLRep}};
     const std::pair<bool (T::*)(bool), TOperationType> interactive[] = {
-        {&T::CheckOut, otCheckOut},  {&T::Commit, otCommit},      {&T::Import, otImport},
-        {&T::Export_cmd, otExport},  {&T::Login, otLogin},        {&T::Logout, otLogout},
-        {&T::Create_Rtag, otRtag},   {&T::Del_Rtag, otRtag},      {&T::Create_Tag, otTag},
+        {&T::CheckOut, otCheckOut}, {&T::Commit, otCommit}, {&T::Import, otImport},
+        {&T::Export_cmd, otExport}, {&T::Login, otLogin},   {&T::Logout, otLogout},
+        {&T::Create_Rtag, otRtag},  {&T::Del_Rtag, otRtag}, {&T::Create_Tag, otTag},
         {&T::Del_Tag, otTag}};
     for (const auto& [operate, kind] : plain) {
         base.Operation = otRlog;
@@ -186,7 +198,8 @@ TEST_F(Customvcs, MovesAFileItselfOrAfterTheMove) {
     EXPECT_FALSE(Obj.DeleteLocalFiles) << "or the file that was moved away would be deleted";
     EXPECT_FALSE(FileExists(from));
     EXPECT_EQ(ReadBytes(to), "text");
-    const std::string calls = "remove " + Folder.Path() + "|from.c; add " + Folder.Path() + "|to.c; ";
+    const std::string calls =
+        "remove " + Folder.Path() + "|from.c; add " + Folder.Path() + "|to.c; ";
     EXPECT_EQ(Obj.Calls, calls);
     Obj.Calls.clear();
     EXPECT_TRUE(Obj.MoveFile(from, to, false));

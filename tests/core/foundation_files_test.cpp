@@ -4,7 +4,6 @@
 #include <objbase.h>
 #include <windows.h>
 
-
 #include "core/Cvs_files.h"
 #include "core/Cvs_utils.h"
 #include "framework/base/files.h"

@@ -59,7 +59,8 @@ TEST_F(ProgressForm, ShowsAfterAQuietSecondWithItsPartsInPlace) {
     EXPECT_EQ(tests::TextOf(form, "BitBtn2"), "Cancel");
     EXPECT_EQ(form.Find<framework::TAnimate>("Animate1")->Height(), form.Scale(71));
     EXPECT_TRUE(::GetWindowLongW(form.Handle(), GWL_EXSTYLE) & WS_EX_TOPMOST);
-    const UINT close = ::GetMenuState(::GetSystemMenu(form.Handle(), FALSE), SC_CLOSE, MF_BYCOMMAND);
+    const UINT close =
+        ::GetMenuState(::GetSystemMenu(form.Handle(), FALSE), SC_CLOSE, MF_BYCOMMAND);
     EXPECT_TRUE(close & MF_GRAYED);
     EXPECT_TRUE(support::WaitUntil([&] { return Form() == nullptr; }));
 }

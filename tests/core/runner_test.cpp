@@ -66,7 +66,8 @@ TEST_F(Runner, TellsWhenTheClientCannotBeStarted) {
 TEST_F(Runner, HandsOverLongOutputWholeAndInOrder) {
     Obj.Run("flood 1000");
     std::string output = Obj.Messages.All();
-    for (const std::string& chunk : Obj.Messages.Texts) EXPECT_LE(chunk.size(), 1023u);
+    for (const std::string& chunk : Obj.Messages.Texts)
+        EXPECT_LE(chunk.size(), 1023u);
     EXPECT_GT(Obj.Messages.Texts.size(), 63u);
     for (int line = 0; line < 1000; ++line)
         ASSERT_EQ(std::stoi(output.substr(static_cast<std::size_t>(line) * 64, 16)), line);
@@ -78,9 +79,11 @@ TEST_F(Runner, KeepsUpWithAHundredMegabytes) {
     long long bytes = 0;
     std::string last;
     Obj.OnMessage = [&](framework::TObject*, const std::string& text) {
-        if (text.starts_with(" CVS")) return;
+        if (text.starts_with(" CVS"))
+            return;
         bytes += static_cast<long long>(text.size());
-        last = (last + text).substr(last.size() + text.size() > 64 ? last.size() + text.size() - 64 : 0);
+        last = (last + text)
+                   .substr(last.size() + text.size() > 64 ? last.size() + text.size() - 64 : 0);
     };
     Obj.Run("flood " + std::to_string(Lines));
     EXPECT_EQ(bytes, Lines * 64);
@@ -92,8 +95,10 @@ TEST_F(Runner, EndsAFloodWhenItIsAborted) {
     long long bytes = 0;
     Obj.OnMessage = [&](framework::TObject*, const std::string& text) {
         bytes += static_cast<long long>(text.size());
-        if (bytes > 1000000) Obj.Aborted = true;
-        if (!text.starts_with("0") && !text.starts_with(".")) Obj.Messages.Texts.push_back(text);
+        if (bytes > 1000000)
+            Obj.Aborted = true;
+        if (!text.starts_with("0") && !text.starts_with("."))
+            Obj.Messages.Texts.push_back(text);
     };
     Obj.Run("flood 0");
     ASSERT_FALSE(Obj.Messages.Texts.empty());
@@ -206,7 +211,7 @@ TEST(RunnerAnswers, CutsAnAnswerThatIsTooLong) {
     obj.AnswerPrompts = true;
     obj.Run("ask 1");
     EXPECT_TRUE(obj.Messages.All().starts_with("Are you sure? answer:" + std::string(1023, 'y') +
-                                          "\r;1024"));
+                                               "\r;1024"));
 }
 
 TEST(RunnerAnswers, AreAskedForInOneRunWhateverBecomesOfIt) {
@@ -273,7 +278,8 @@ TEST_F(Runner, LeavesNothingBehindAfterTwoHundredRuns) {
         Obj.Run("exit 0");
         ASSERT_EQ(Obj.ExitCode, 0);
         // Some runs find the last one's form, some have to make their own.
-        if (i % 40 == 0) WaitForFormToGo(Obj);
+        if (i % 40 == 0)
+            WaitForFormToGo(Obj);
     }
     WaitForFormToGo(Obj);
     ExpectSame(before, tests::CountResources());
@@ -283,7 +289,8 @@ TEST_F(Runner, LeavesNothingBehindAfterKills) {
     Obj.Run("close-output-and-stay");
     WaitForFormToGo(Obj);
     const tests::TResources before = tests::CountResources();
-    for (int i = 0; i < 5; ++i) Obj.Run("close-output-and-stay");
+    for (int i = 0; i < 5; ++i)
+        Obj.Run("close-output-and-stay");
     WaitForFormToGo(Obj);
     ExpectSame(before, tests::CountResources());
 }

@@ -69,18 +69,21 @@ public:
     bool Diff() override { return Fetch(""); }
     bool Fetch(const std::string& text) {
         ++Fetched;
-        if (!text.empty()) MessageProc2(text + std::to_string(Fetched));
+        if (!text.empty())
+            MessageProc2(text + std::to_string(Fetched));
         return true;
     }
     bool Log() override { return Fetch("log"); }
     void ReadCVSInfo(TWorkDirTree&, const std::string& dir) override {
         Read += "info ";
-        if (dir.ends_with("bad")) throw framework::Exception("bad records");
+        if (dir.ends_with("bad"))
+            throw framework::Exception("bad records");
         throw framework::EInOutError(ERROR_FILE_NOT_FOUND, dir);
     }
     void ReadCVS_SystemFile(TWorkDirTree& tree, const std::string& dir) override {
         Read += "ignore ";
-        if (TWorkDirItem* item = tree.ItemExist(dir, "IGNORED.txt")) item->Included = false;
+        if (TWorkDirItem* item = tree.ItemExist(dir, "IGNORED.txt"))
+            item->Included = false;
     }
     bool CVS_SystemDirectory(const std::string& name) override { return name == "CVS"; }
     int Fetched = 0;
@@ -142,11 +145,13 @@ TEST_F(WorkDirTree, FillsAListWithStates) {
     TTestRows rows;
     root.OnSelect(rows);
     std::string states;
-    for (const auto& row : rows.Rows) states += row.Caption + ": " + row.SubItems[0] + "; ";
-    EXPECT_EQ(states, "ignored: Ignore; folder: Directory; unknown: Not in repository; "
-                      "changed: Changed in workspace; same: Not changed; ");
-    EXPECT_EQ(rows.Rows[4].SubItems, (std::vector<std::string>{"Not changed", "1.2", "now",
-                                                               "C:\\repository", "same,v"}));
+    for (const auto& row : rows.Rows)
+        states += row.Caption + ": " + row.SubItems[0] + "; ";
+    EXPECT_EQ(states,
+              "ignored: Ignore; folder: Directory; unknown: Not in repository; "
+              "changed: Changed in workspace; same: Not changed; ");
+    EXPECT_EQ(rows.Rows[4].SubItems,
+              (std::vector<std::string>{"Not changed", "1.2", "now", "C:\\repository", "same,v"}));
     EXPECT_EQ(rows.Rows[4].Data, &same);
     EXPECT_EQ(rows.Rows[4].ImageIndex, 7);
     same.OnSelect(rows);
@@ -213,12 +218,14 @@ TEST_F(WorkDirTree, KeepsTheOldIgnoreListWhenTheDiskIsFull) {
     EXPECT_EQ(support::ReadBytes(Folder / ".cvsignore"), "the user's\r\n");
     framework::TFileSearch search(Folder / "*.*", framework::faAnyFile);
     int entries = 0;
-    for (framework::TSearchRec entry; search.Next(entry);) ++entries;
+    for (framework::TSearchRec entry; search.Next(entry);)
+        ++entries;
     EXPECT_EQ(entries, 3) << "and no half-written file beside it";
 }
 
 TEST_F(WorkDirTree, LoadsEveryFolderAndGoesOnAfterErrors) {
-    for (const char* name : {"a.txt", "ignored.txt", "CVS\\Entries", "bad\\x.txt", "sub\\deep\\y.txt"})
+    for (const char* name :
+         {"a.txt", "ignored.txt", "CVS\\Entries", "bad\\x.txt", "sub\\deep\\y.txt"})
         support::WriteBytes(Folder / name, "text");
     ::SetFileAttributesA((Folder / "a.txt").c_str(), FILE_ATTRIBUTE_HIDDEN);
     Obj.Set_WorkingDirectory(Folder.Path());
@@ -236,8 +243,9 @@ TEST_F(WorkDirTree, LoadsEveryFolderAndGoesOnAfterErrors) {
     EXPECT_EQ(sub->Children->GetItem(0).Children->GetItem(0).Name, "y.txt");
     EXPECT_EQ(Obj.WorkDirTree.Count(), 4) << "the second load replaces the first";
     EXPECT_EQ(Obj.Messages.All(), "bad records\r\nbad records\r\n") << "a missing list is no error";
-    EXPECT_EQ(Obj.Read, "info ignore info ignore info ignore info ignore "
-                        "info ignore info ignore info ignore info ignore ");
+    EXPECT_EQ(Obj.Read,
+              "info ignore info ignore info ignore info ignore "
+              "info ignore info ignore info ignore info ignore ");
     Obj.Messages.Clear();
     Obj.Set_WorkingDirectory(Folder / "gone");
     Obj.Load_WorkDirTree();

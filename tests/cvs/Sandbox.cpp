@@ -14,7 +14,8 @@ void CopyFolder(const std::string& from, const std::string& to) {
     framework::ForceDirectories(to);
     framework::TFileSearch search(from + "\\*.*", framework::faAnyFile);
     for (framework::TSearchRec entry; search.Next(entry);) {
-        if (entry.Name == "." || entry.Name == "..") continue;
+        if (entry.Name == "." || entry.Name == "..")
+            continue;
         const std::string source = from + "\\" + entry.Name, target = to + "\\" + entry.Name;
         if (entry.IsDirectory())
             CopyFolder(source, target);
@@ -33,7 +34,8 @@ std::string Checked(const std::string& commandLine, const std::string& folder) {
 /// one: each run of the tests begins with an empty drive.
 const std::string& Template() {
     static const std::string repository = "C:\\cvs-template\\repository";
-    if (framework::DirectoryExists(repository)) return repository;
+    if (framework::DirectoryExists(repository))
+        return repository;
     const support::TTempFolder folder("template");
     const std::string path = folder / "repository";
     const std::string client = "cvs -Q -d \":local:" + path + "\" ";
@@ -50,7 +52,8 @@ const std::string& Template() {
 
 std::string Surroundings(const char* name) {
     const char* const value = std::getenv(name);
-    if (!value) ADD_FAILURE() << name << " is not set: ./test starts the password server";
+    if (!value)
+        ADD_FAILURE() << name << " is not set: ./test starts the password server";
     return value ? value : "";
 }
 
@@ -70,10 +73,13 @@ void ConnectToServer(tandrel::TCvsObject& obj) {
     obj.Set_ServerOnline(true);
 }
 
-TSandbox::TSandbox() { CopyFolder(Template(), Repository); }
+TSandbox::TSandbox() {
+    CopyFolder(Template(), Repository);
+}
 
 std::string TSandbox::Ask(const std::string& arguments) const {
-    return support::RunProcess("cvs -Q -d \":local:" + Repository + "\" " + arguments, Folder.Path())
+    return support::RunProcess("cvs -Q -d \":local:" + Repository + "\" " + arguments,
+                               Folder.Path())
         .Output;
 }
 

@@ -2,10 +2,10 @@
 
 #include <string>
 
+#include "cvs/Cvstempl.h"
 #include "support/Files.h"
 #include "support/Process.h"
 #include "tests/support/Messages.h"
-#include "cvs/Cvstempl.h"
 
 namespace tests {
 

@@ -294,8 +294,7 @@ std::vector<TRow> LookRows() {
              o.ForceFlag = o.LogNoFiles = true;
              SelectFiles(o);
          }},
-        {" rlog -l -h mod", otRlog,
-         [](TCvsObject& o) { o.LocalOnly = o.LogHeaderOnly = true; }},
+        {" rlog -l -h mod", otRlog, [](TCvsObject& o) { o.LocalOnly = o.LogHeaderOnly = true; }},
         {" rlog -f mod", otRlog, [](TCvsObject& o) { o.ForceFlag = true; }},
         {" logout", otLogout, [](TCvsObject&) {}},
     };
@@ -303,7 +302,8 @@ std::vector<TRow> LookRows() {
 
 std::vector<TRow> AllRows() {
     std::vector<TRow> rows = WorkingCopyRows();
-    for (const auto& more : {ChangeRows(), LookRows()}) rows.insert(rows.end(), more.begin(), more.end());
+    for (const auto& more : {ChangeRows(), LookRows()})
+        rows.insert(rows.end(), more.begin(), more.end());
     return rows;
 }
 
@@ -329,8 +329,8 @@ TEST_F(CommandTable, BuildsExactlyTheseTexts) {
 /// What the client does not know although it is told so.
 bool ClientCannotParse(const std::string& command) {
     static const std::set<std::string> exceptions = {
-        " release -e mod", " release -d -f mod",       " log -f", " rlog -f mod",
-        " rtag -c \"T\" mod", " watch -l -a all add",
+        " release -e mod", " release -d -f mod", " log -f",
+        " rlog -f mod",    " rtag -c \"T\" mod", " watch -l -a all add",
     };
     return exceptions.contains(command);
 }
@@ -338,12 +338,15 @@ bool ClientCannotParse(const std::string& command) {
 TEST_F(CommandTable, IsUnderstoodByTheClient) {
     const std::string root = "cvs -d \":local:" + Sandbox.Repository + "\"";
     for (const TRow& row : AllRows()) {
-        if (row.Command.empty()) continue;
+        if (row.Command.empty())
+            continue;
         const auto result = support::RunProcess(
-            root + row.Command, row.Operation == otRelease ? Sandbox.Folder / "work" : Copy, "no\n");
+            root + row.Command, row.Operation == otRelease ? Sandbox.Folder / "work" : Copy,
+            "no\n");
         const bool complained = result.Output.find("Usage: cvs") != std::string::npos ||
                                 result.Output.find("invalid option") != std::string::npos;
-        EXPECT_EQ(complained, ClientCannotParse(row.Command)) << row.Command << "\n" << result.Output;
+        EXPECT_EQ(complained, ClientCannotParse(row.Command)) << row.Command << "\n"
+                                                              << result.Output;
     }
 }
 
@@ -393,7 +396,8 @@ TEST_F(CommandTable, AppendsAndReports) {
 
 TEST_F(CommandTable, AddsFoldersOnceAndBeforeTheirFiles) {
     tests::TSandboxObject obj(Sandbox, Copy);
-    for (const char* file : {"x\\y\\1.c", "X\\Y\\0.c", "z\\2.c", "x\\3.c", "sub\\w\\4.c", "5.c", "x\\y\\6.c"})
+    for (const char* file :
+         {"x\\y\\1.c", "X\\Y\\0.c", "z\\2.c", "x\\3.c", "sub\\w\\4.c", "5.c", "x\\y\\6.c"})
         obj.FileItems.AddFile(Copy + "\\" + file, Km_none);
     obj.AddFilesToCommad();
     EXPECT_EQ(obj.CommandLine,
@@ -425,8 +429,7 @@ TEST_F(CommandTable, StrictQuotingKeepsEveryValueOneArgument) {
     tests::TSandboxObject obj(Sandbox, Copy);
     obj.FileItems.AddFile(Copy + "\\with blank.c", Km_none);
     obj.CommitMessage = "he said \"no\" \\";
-    EXPECT_EQ(ArgumentsOf(obj, otCommit),
-              "[commit]\r\n[-m]\r\n[he said no \" with blank.c]")
+    EXPECT_EQ(ArgumentsOf(obj, otCommit), "[commit]\r\n[-m]\r\n[he said no \" with blank.c]")
         << "the plain rules lose quotes and join values";
     obj.StrictQuoting = true;
     EXPECT_EQ(ArgumentsOf(obj, otCommit),

@@ -40,9 +40,11 @@ TEST(LogParser, TellsLabelsFromBranches) {
         {Header("\tA: 1.1\r\n\tB: 1.2\r\n") + Header("\tB: 1.3\r\n\tC: 1.1.0.2\r\n"),
          "A=1.1 label; B=1.2 label; C=1.1.0.2 branch; "},
         // Names differ by case, headings do not.
-        {"SYMBOLIC NAMES:\r\n\ta: 1.1\r\n\tA: 1.2\r\n\tz: 1.3\r\nKeyword", "a=1.1 label; A=1.2 label; z=1.3 branch; "},
+        {"SYMBOLIC NAMES:\r\n\ta: 1.1\r\n\tA: 1.2\r\n\tz: 1.3\r\nKeyword",
+         "a=1.1 label; A=1.2 label; z=1.3 branch; "},
         // Without a keyword line the totals end the section.
-        {"symbolic names:\r\n\tA: 1.1\r\n\tB: 1.2\r\ntotal revisions", "A=1.1 label; B=1.2 branch; "},
+        {"symbolic names:\r\n\tA: 1.1\r\n\tB: 1.2\r\ntotal revisions",
+         "A=1.1 label; B=1.2 branch; "},
         {"symbolic names:\r\n\tA: 1.1\r\n\tB: 1.2\r\n", ""},
         // A message that speaks of keywords is passed over.
         {"the keyword is gone\r\n" + Header("\tA: 1.1\r\n\tB: 1.2\r\n"),
@@ -73,7 +75,8 @@ TEST(LogParser, FindsDatesWithTheirRevisions) {
 TEST(LogParser, StopsAtMoreThanALogCanHold) {
     const auto names = [](int count) {
         std::string text;
-        for (int i = 0; i < count; ++i) text += "\tN" + std::to_string(i) + ": 1.1\r\n";
+        for (int i = 0; i < count; ++i)
+            text += "\tN" + std::to_string(i) + ": 1.1\r\n";
         return Header(text);
     };
     TLogList list;
@@ -83,19 +86,22 @@ TEST(LogParser, StopsAtMoreThanALogCanHold) {
     EXPECT_FALSE(ParseSymbolicNames(names(100001), list));
     EXPECT_EQ(list.Count(), 100000);
     std::string dates;
-    for (int i = 0; i <= 100001; ++i) dates += "date: " + std::to_string(i) + ";\r\n";
+    for (int i = 0; i <= 100001; ++i)
+        dates += "date: " + std::to_string(i) + ";\r\n";
     list.Clear();
     EXPECT_FALSE(ParseRevisionDates(dates, list));
     EXPECT_EQ(list.Count(), 100001);
 }
 
 TEST(LogParser, SurvivesAnyText) {
-    const std::string pieces[] = {"symbolic names:", "keyword", "total revisions", "date:", ";",
-                                  "\r\n\t", ":", "revision ", "d", "1.1.0.2", " ", "\0\xFF"};
+    const std::string pieces[] = {
+        "symbolic names:", "keyword", "total revisions", "date:", ";",     "\r\n\t", ":",
+        "revision ",       "d",       "1.1.0.2",         " ",     "\0\xFF"};
     std::mt19937 random(20041105);
     for (int round = 0; round < 3000; ++round) {
         std::string text;
-        for (int i = 0; i < 40; ++i) text += pieces[random() % std::size(pieces)];
+        for (int i = 0; i < 40; ++i)
+            text += pieces[random() % std::size(pieces)];
         TLogList list;
         ParseSymbolicNames(text, list);
         ParseRevisionDates(text, list);
@@ -133,7 +139,8 @@ TEST_F(RealLog, GivesTheNamesOfAWorkingCopyAndOfAModule) {
     Obj.Operation = otUpdate;
     EXPECT_TRUE(Obj.ParseLogInfo());
     const std::string names =
-        "BRANCH=1.1.1.1.0.2 branch; REL_1=1.1.1.1 label; START=1.1.1.1 label; VENDOR=1.1.1 branch; ";
+        "BRANCH=1.1.1.1.0.2 branch; REL_1=1.1.1.1 label; START=1.1.1.1 label; VENDOR=1.1.1 "
+        "branch; ";
     EXPECT_EQ(Dump(Obj.LogListA), names);
     EXPECT_EQ(Obj.CommandLine, " log -l -h a.c");
     EXPECT_FALSE(Obj.LocalOnly || Obj.LogHeaderOnly);

@@ -67,11 +67,12 @@ TEST_F(Operations, ImportPutsAProjectIn) {
     obj.ReleaseTag = "R";
     obj.CommitMessage = "first import";
     obj.UseDefaultIgnore = true;
-    ExpectResult("CVS import", "CVS import " + (Sandbox.Folder / "proj") + " successfuly completed");
+    ExpectResult("CVS import",
+                 "CVS import " + (Sandbox.Folder / "proj") + " successfuly completed");
     EXPECT_TRUE(obj.Import(true));
-    EXPECT_TRUE(obj.Messages.All().starts_with(
-        Format("Imorting directory(%s) into repository %s \r\n",
-               {Sandbox.Folder / "proj", Sandbox.Repository})));
+    EXPECT_TRUE(
+        obj.Messages.All().starts_with(Format("Imorting directory(%s) into repository %s \r\n",
+                                              {Sandbox.Folder / "proj", Sandbox.Repository})));
     EXPECT_EQ(Sandbox.Ask("checkout -p proj/main.c"), "text\r\n");
     EXPECT_EQ(Sandbox.Ask("rls proj").find("main.o"), std::string::npos);
     // Without tags the client refuses.
@@ -143,9 +144,8 @@ TEST_F(Operations, UpdateAlwaysShowsItsResult) {
     TSandboxObject obj(Sandbox, copy);
     ExpectResult("CVS update", "CVS update  \"mod\" successfuly completed");
     EXPECT_TRUE(obj.Update());
-    EXPECT_TRUE(obj.Messages.All().starts_with(
-        Format("Update project mod directory(%s) from  repository %s \r\n",
-               {copy, Sandbox.Repository})));
+    EXPECT_TRUE(obj.Messages.All().starts_with(Format(
+        "Update project mod directory(%s) from  repository %s \r\n", {copy, Sandbox.Repository})));
     EXPECT_EQ(Sandbox.Read(copy + "\\a.c"), "changed\r\n");
     ExpectResult("CVS update", "CVS update  \"mod\" successfuly completed");
     obj.OnUpdate = [](TCvsObject& sender) { sender.ResetSticky = true; };
@@ -170,9 +170,8 @@ TEST_F(Operations, SimpleOperationsRunWithTheOptionsAsTheyStand) {
     EXPECT_FALSE(obj.Diff()) << "the client's way of saying that there are differences";
     EXPECT_EQ(obj.ExitCode, 1);
     std::string commands;
-    for (const auto operation :
-         {&TCvsObject::Log, &TCvsObject::Annotate, &TCvsObject::Editors, &TCvsObject::watch,
-          &TCvsObject::Watchers, &TCvsObject::Edit}) {
+    for (const auto operation : {&TCvsObject::Log, &TCvsObject::Annotate, &TCvsObject::Editors,
+                                 &TCvsObject::watch, &TCvsObject::Watchers, &TCvsObject::Edit}) {
         obj.Messages.Clear();
         EXPECT_TRUE((obj.*operation)()) << obj.CommandLine << obj.Messages.All();
         commands += obj.CommandLine + ";";
@@ -244,13 +243,15 @@ TEST_F(Operations, SetTheChildsEnvironment) {
     obj.Set_CVS_RSH(" rsh ");
     obj.Set_CVSIGNORE("*.o *.x");
     obj.Set_CVSREAD("1");
-    EXPECT_EQ(obj.GetEnvVariable(), "CVSROOT=:pserver:me@host:/repo; CVS_RSH= rsh ; "
-                                    "CVSIGNORE=*.o *.x; CVSREAD=1; PATH=");
+    EXPECT_EQ(obj.GetEnvVariable(),
+              "CVSROOT=:pserver:me@host:/repo; CVS_RSH= rsh ; "
+              "CVSIGNORE=*.o *.x; CVSREAD=1; PATH=");
     obj.CvsExecutable = support::FakeClient();
     obj.CommandLine = " surroundings CVSROOT CVS_RSH CVSIGNORE CVSREAD";
     obj.Execute("C:\\");
-    EXPECT_EQ(obj.Messages.Texts.front(), "folder:C:\\;CVSROOT=:pserver:me@host:/repo;CVS_RSH= rsh ;"
-                                          "CVSIGNORE=*.o *.x;CVSREAD=1;");
+    EXPECT_EQ(obj.Messages.Texts.front(),
+              "folder:C:\\;CVSROOT=:pserver:me@host:/repo;CVS_RSH= rsh ;"
+              "CVSIGNORE=*.o *.x;CVSREAD=1;");
     // An empty value takes the variable away: to the client an empty CVSREAD is a set one.
     obj.Set_CVS_RSH("");
     obj.Set_CVSIGNORE("");
@@ -264,7 +265,8 @@ TEST_F(Operations, RunWhereTheirCommandBelongs) {
     const std::string root = Sandbox.Folder.Path();
     for (const auto operation : {otCheckOut, otRelease, otRlog, otUpdate, otImport, otRtag}) {
         obj.Operation = operation;
-        const bool names_module = operation == otCheckOut || operation == otRelease || operation == otRlog;
+        const bool names_module =
+            operation == otCheckOut || operation == otRelease || operation == otRlog;
         EXPECT_EQ(obj.Get_CurrentProcDirectory(), names_module ? root : root + "\\mod");
     }
     EXPECT_EQ(obj.Get_Version(), "1.1b");

@@ -33,7 +33,8 @@ TSnapshot Snapshot(const std::string& folder) {
     namespace fs = std::filesystem;
     TSnapshot snapshot;
     const fs::path top(framework::ToWide(folder));
-    if (!fs::exists(top)) return snapshot;
+    if (!fs::exists(top))
+        return snapshot;
     for (fs::recursive_directory_iterator entry(top), end; entry != end; ++entry) {
         if (entry->path().filename() == "CVS") {
             entry.disable_recursion_pending();
@@ -59,13 +60,15 @@ FileHandle OpenForOneself(const std::string& path) {
 std::string Victim;  // the calls for names that end like this fail
 
 BOOL WINAPI RefuseToMove(const char* from, const char* to, DWORD flags) {
-    if (!std::string(from).ends_with(Victim)) return ::MoveFileExA(from, to, flags);
+    if (!std::string(from).ends_with(Victim))
+        return ::MoveFileExA(from, to, flags);
     ::SetLastError(ERROR_DISK_FULL);
     return FALSE;
 }
 
 BOOL WINAPI CopyHalf(const char* from, const char* to, BOOL failIfExists) {
-    if (!std::string(from).ends_with(Victim)) return ::CopyFileA(from, to, failIfExists);
+    if (!std::string(from).ends_with(Victim))
+        return ::CopyFileA(from, to, failIfExists);
     const std::string bytes = support::ReadBytes(from);
     support::WriteBytes(to, std::string_view(bytes).substr(0, bytes.size() / 2));
     ::SetLastError(ERROR_DISK_FULL);
@@ -96,7 +99,8 @@ protected:
         Obj.OnMessage = [text, action, before = Obj.OnMessage](framework::TObject* sender,
                                                                const std::string& said) {
             before(sender, said);
-            if (said.starts_with(text)) action();
+            if (said.starts_with(text))
+                action();
         };
     }
     bool WasSaid(const std::string& text) const {
@@ -118,7 +122,8 @@ protected:
         Obj.UseDefaultIgnore = true;
         // The client wants the mode of a pattern in its own quotes.
         Obj.FileItems.AddExt("*.bin -k 'b'", false, Km_none);
-        for (const auto& [name, bytes] : Files) Sandbox.Write(Project + "\\" + name, bytes);
+        for (const auto& [name, bytes] : Files)
+            Sandbox.Write(Project + "\\" + name, bytes);
         framework::ForceDirectories(Project + "\\empty\\inner");
         ::SetFileAttributesA((Project + "\\read only.c").c_str(), FILE_ATTRIBUTE_READONLY);
         ::SetFileAttributesA((Project + "\\hidden.c").c_str(), FILE_ATTRIBUTE_HIDDEN);
@@ -348,8 +353,9 @@ TEST_F(PlaceProject, TouchesNothingWhenANameCouldNotBeBroughtBack) {
     const auto refuse = [this](const std::string& name) {
         Obj.Messages.Clear();
         PlaceInVain();
-        EXPECT_EQ(Obj.Messages.All(), "The name " + name +
-                                          " is too long or not in the code page, nothing was done\r\n");
+        EXPECT_EQ(
+            Obj.Messages.All(),
+            "The name " + name + " is too long or not in the code page, nothing was done\r\n");
         ExpectUntouched();
         EXPECT_FALSE(DirectoryExists(Backup));
     };
@@ -361,7 +367,8 @@ TEST_F(PlaceProject, TouchesNothingWhenANameCouldNotBeBroughtBack) {
     ::RemoveDirectoryW(folder.c_str());
     // Not too long now, but in the backup.
     std::string deep = Project + "\\deep";
-    while (deep.size() < 230) deep += "\\12345678";
+    while (deep.size() < 230)
+        deep += "\\12345678";
     const std::string last = deep + "\\" + std::string(258 - deep.size(), 'x');
     Sandbox.Write(last, "far away");
     Before = Snapshot(Project);
@@ -374,7 +381,8 @@ TEST_F(PlaceProject, MakesAWholeWorkingCopyWhateverWasCheckedOutBefore) {
     ExpectResult(true);
     EXPECT_TRUE(Obj.PlaceProjectAccepted()) << Obj.Messages.All();
     EXPECT_TRUE(Obj.UseTargetDir && Obj.ToStandardOutput && Obj.LocalOnly) << "they stay set";
-    EXPECT_TRUE(DirectoryExists(Project + "\\CVS") && DirectoryExists(Project + "\\sub\\deep\\CVS"));
+    EXPECT_TRUE(DirectoryExists(Project + "\\CVS") &&
+                DirectoryExists(Project + "\\sub\\deep\\CVS"));
     EXPECT_FALSE(DirectoryExists(Sandbox.Folder / "elsewhere"));
     EXPECT_EQ(Snapshot(Project), Before);
 }
@@ -404,7 +412,8 @@ TEST_F(PlaceProject, LosesNothingWhenAFileIsOpenFromTheStart) {
     // differ; what must come of it does not.
     FileHandle open;
     When(" CVS command execute", [&] {
-        if (!open && DirectoryExists(Project)) open = OpenForOneself(Project + "\\lf.c");
+        if (!open && DirectoryExists(Project))
+            open = OpenForOneself(Project + "\\lf.c");
     });
     bool placed = true;
     try {
@@ -428,7 +437,9 @@ struct TMishap {
     bool FilesAreBack;  ///< The project is complete again; otherwise some files are aside.
 };
 
-void PrintTo(const TMishap& mishap, std::ostream* out) { *out << mishap.Name; }
+void PrintTo(const TMishap& mishap, std::ostream* out) {
+    *out << mishap.Name;
+}
 
 class PlaceProjectMishap : public PlaceProject, public testing::WithParamInterface<TMishap> {};
 
@@ -461,7 +472,8 @@ const TMishap Mishaps[] = {
                                                         const std::string& said) {
              before(sender, said);
              // The client waits; nothing more is said that could make the run look at it.
-             if (said.starts_with("U ")) obj.Aborted = true;
+             if (said.starts_with("U "))
+                 obj.Aborted = true;
          };
      },
      "User cancel execute command", true},

@@ -250,8 +250,7 @@ std::vector<DWORD> Children(const std::string& program) {
     std::vector<DWORD> children;
     for (BOOL more = ::Process32First(snapshot.Get(), &process); more;
          more = ::Process32Next(snapshot.Get(), &process))
-        if (process.th32ParentProcessID == ::GetCurrentProcessId() &&
-            program == process.szExeFile)
+        if (process.th32ParentProcessID == ::GetCurrentProcessId() && program == process.szExeFile)
             children.push_back(process.th32ProcessID);
     return children;
 }
@@ -288,7 +287,8 @@ TEST_F(ProjectCopy, OpensTheIgnoreListOfTheSelection) {
     for (const auto& [ignore, content] : cases) {
         Obj.FileItems.Clear();
         Obj.FileItems.AddFile(folder + "\\a.c", Km_none);
-        if (ignore) Obj.FileItems.AddIgnore(folder + "\\out");
+        if (ignore)
+            Obj.FileItems.AddIgnore(folder + "\\out");
         Obj.FileItems.AddExt("*.o", ignore, Km_none);
         Obj.ExploreIgnore();
         EXPECT_EQ(Sandbox.Read(list), content);
@@ -327,8 +327,8 @@ TEST_F(CvsPreferences, AreKeptInTheRegistry) {
         obj.LoadPreferences(HKEY_CURRENT_USER, Key);
         EXPECT_TRUE(obj.PruneEmptyDirs) << "there is nothing to load";
         ASSERT_TRUE(Registry.OpenKey(Key, true));
-        for (const auto& [text, prune] : {std::pair{"0", false}, {"1", true}, {"true", false},
-                                          {"", false}, {"1 ", false}}) {
+        for (const auto& [text, prune] :
+             {std::pair{"0", false}, {"1", true}, {"true", false}, {"", false}, {"1 ", false}}) {
             Registry.WriteString("PRUNE", text);
             obj.PruneEmptyDirs = !prune;
             obj.LoadPreferences(HKEY_CURRENT_USER, Key);
@@ -420,7 +420,8 @@ TEST_F(MoveFileExt2, LeavesWholeAtTheSourceWhatItCannotBring) {
     std::ranges::sort(Failures);
     EXPECT_EQ(Failures, (std::vector<std::string>{From("folder in the way"), From("open"),
                                                   From("same and open")}));
-    for (const std::string& path : Failures) EXPECT_EQ(Bytes(path), "mine");
+    for (const std::string& path : Failures)
+        EXPECT_EQ(Bytes(path), "mine");
     EXPECT_EQ(Bytes(To("open")), "theirs");
     EXPECT_EQ(Bytes(To("good")) + Bytes(From("good")), "mine-") << "the others are brought";
 

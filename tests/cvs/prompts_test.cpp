@@ -53,7 +53,8 @@ TEST_F(Prompts, ReleaseAsksTheUser) {
 
     ExpectQuestion(question, "BitBtn1");
     obj.OnMessage = [&](framework::TObject*, const std::string& text) {
-        if (text.find(question) != std::string::npos) obj.AnswerPrompts = false;
+        if (text.find(question) != std::string::npos)
+            obj.AnswerPrompts = false;
     };
     Run(obj);
     EXPECT_FALSE(DirectoryExists(Copy)) << "the answer was Yes";
@@ -81,8 +82,9 @@ TEST_F(Prompts, OtherOperationsGetAnEmptyLine) {
 TEST_F(Prompts, OnlyAPasswordServerKnowsLogins) {
     TSandboxObject obj(Sandbox, Copy);
     EXPECT_FALSE(obj.Login(false) || obj.Logout(false));
-    EXPECT_EQ(obj.Messages.All(), "Loging in is required for pserver  authentication only\r\n"
-                                  "Logout is required for pserver  authentication only\r\n");
+    EXPECT_EQ(obj.Messages.All(),
+              "Loging in is required for pserver  authentication only\r\n"
+              "Logout is required for pserver  authentication only\r\n");
 }
 
 TEST_F(Prompts, LoginAnswersThePasswordServer) {

@@ -15,12 +15,18 @@ namespace {
 using namespace tandrel;
 
 void Touch(const std::string& path, int year, int month, int day, int hour) {
-    const SYSTEMTIME moment{static_cast<WORD>(year), static_cast<WORD>(month), 0,
-                            static_cast<WORD>(day),  static_cast<WORD>(hour),  0, 0, 0};
+    const SYSTEMTIME moment{static_cast<WORD>(year),
+                            static_cast<WORD>(month),
+                            0,
+                            static_cast<WORD>(day),
+                            static_cast<WORD>(hour),
+                            0,
+                            0,
+                            0};
     FILETIME time;
     ::SystemTimeToFileTime(&moment, &time);
-    const framework::FileHandle file(::CreateFileA(path.c_str(), FILE_WRITE_ATTRIBUTES, 0, nullptr,
-                                                   OPEN_EXISTING, 0, nullptr));
+    const framework::FileHandle file(
+        ::CreateFileA(path.c_str(), FILE_WRITE_ATTRIBUTES, 0, nullptr, OPEN_EXISTING, 0, nullptr));
     ASSERT_TRUE(::SetFileTime(file.Get(), nullptr, nullptr, &time));
 }
 
@@ -51,7 +57,8 @@ protected:
         std::string folder = Copy, rest = name;
         for (std::size_t at; (at = rest.find('\\')) != std::string::npos; rest.erase(0, at + 1)) {
             const TWorkDirItem* item = tree->ItemExist(folder, rest.substr(0, at));
-            if (!item) return {};
+            if (!item)
+                return {};
             tree = item->Children.get();
             folder += "\\" + rest.substr(0, at);
         }
@@ -88,9 +95,9 @@ TEST_F(WorkingCopy, AgreesWithTheClient) {
         const char *Name, *State;
         char Letter;
     } const cases[] = {
-        {"a.c", "Changed in workspace", 'M'}, {"b.c", "Not changed", ' '},
-        {"new.c", "Not in repository", '?'},  {"ignored.x", "Ignore", ' '},
-        {"D", "Changed in workspace", 'A'},   {"sub", "Directory", ' '},
+        {"a.c", "Changed in workspace", 'M'},      {"b.c", "Not changed", ' '},
+        {"new.c", "Not in repository", '?'},       {"ignored.x", "Ignore", ' '},
+        {"D", "Changed in workspace", 'A'},        {"sub", "Directory", ' '},
         {"sub\\c.c", "Changed in workspace", ' '},
     };
     for (const auto& [name, state, letter] : cases) {
@@ -173,9 +180,10 @@ TEST_F(WorkingCopy, AllowsAFewSeconds) {
 TEST_F(WorkingCopy, IsTheSameInBothHalvesOfTheYear) {
     Touch(Copy + "\\a.c", 2026, 7, 15, 12);
     Touch(Copy + "\\b.c", 2026, 1, 15, 12);
-    Sandbox.Write(Copy + "\\CVS\\Entries", "/a.c/1.1.1.1/Wed Jul 15 12:00:00 2026//\r\n"
-                                           "/b.c/1.1.1.1/Thu Jan 15 12:00:00 2026//\r\n"
-                                           "D/sub////\r\n");
+    Sandbox.Write(Copy + "\\CVS\\Entries",
+                  "/a.c/1.1.1.1/Wed Jul 15 12:00:00 2026//\r\n"
+                  "/b.c/1.1.1.1/Thu Jan 15 12:00:00 2026//\r\n"
+                  "D/sub////\r\n");
     for (const char* name : {"a.c", "b.c"}) {
         EXPECT_EQ(State(name), "Not changed");
         EXPECT_EQ(Letter(name), ' ') << "for the client, too";
@@ -184,7 +192,8 @@ TEST_F(WorkingCopy, IsTheSameInBothHalvesOfTheYear) {
 
 TEST_F(WorkingCopy, ReadsRecordsFromOtherHands) {
     // Line ends of both kinds, none at the end, a lone D, names in another case.
-    Sandbox.Write(Copy + "\\CVS\\Entries", "D\nD/SUB////\r\n/A.C/1.7/Thu Mar  5 12:00:00 2026//\n/b.c/1.8/");
+    Sandbox.Write(Copy + "\\CVS\\Entries",
+                  "D\nD/SUB////\r\n/A.C/1.7/Thu Mar  5 12:00:00 2026//\n/b.c/1.8/");
     EXPECT_EQ(State("b.c"), "Changed in workspace") << "a revision without its end";
     const TWorkDirItem* item = Obj.WorkDirTree.ItemExist(Copy, "a.c");
     EXPECT_EQ(item->Revision + "|" + item->TimeStamp, "1.7|Thu Mar  5 12:00:00 2026");
@@ -196,11 +205,21 @@ TEST_F(WorkingCopy, ReadsRecordsFromOtherHands) {
 
 TEST_F(WorkingCopy, SurvivesDamagedRecords) {
     std::mt19937 random(20041105);
-    const std::string pieces[] = {"/", "D/", "a.c", "b.c", "\r\n", "\n", "Thu Mar  5 12:00:00 2026",
-                                  std::string(1, '\0'), "\xFF\xFE", "1.1", "//"};
+    const std::string pieces[] = {"/",
+                                  "D/",
+                                  "a.c",
+                                  "b.c",
+                                  "\r\n",
+                                  "\n",
+                                  "Thu Mar  5 12:00:00 2026",
+                                  std::string(1, '\0'),
+                                  "\xFF\xFE",
+                                  "1.1",
+                                  "//"};
     for (int round = 0; round < 200; ++round) {
         std::string text;
-        for (int i = 0; i < 60; ++i) text += pieces[random() % std::size(pieces)];
+        for (int i = 0; i < 60; ++i)
+            text += pieces[random() % std::size(pieces)];
         Sandbox.Write(Copy + "\\CVS\\Repository", text);
         Sandbox.Write(Copy + "\\CVS\\Root", round % 2 ? text : ":pserver:me:" + text);
         Sandbox.Write(Copy + "\\CVS\\Entries", text);
@@ -211,7 +230,8 @@ TEST_F(WorkingCopy, SurvivesDamagedRecords) {
     }
     for (const char* name : {"Root", "Repository"})
         Sandbox.Write(Copy + "\\CVS\\" + name, ":ext:me@host:/" + std::string(10000000, 'x'));
-    Sandbox.Write(Copy + "\\CVS\\Entries", "/a.c/" + std::string(10000000, 'x') + "/\r\n/b.c/1.9///\r\n");
+    Sandbox.Write(Copy + "\\CVS\\Entries",
+                  "/a.c/" + std::string(10000000, 'x') + "/\r\n/b.c/1.9///\r\n");
     EXPECT_EQ(State("b.c"), "Changed in workspace");
     EXPECT_EQ(Obj.WorkDirTree.ItemExist(Copy, "a.c")->Revision.size(), 10000000u);
 }

@@ -1,5 +1,5 @@
-// How the dialogs look: nothing cut off, nothing on top of each other, at the resolutions that people
-// have. With TANDREL_OUT set, a picture of each is left in that folder.
+// How the dialogs look: nothing cut off, nothing on top of each other, at the resolutions that
+// people have. With TANDREL_OUT set, a picture of each is left in that folder.
 
 #include <gtest/gtest.h>
 
@@ -39,7 +39,8 @@ void ExpectSteps(const std::string& caption, const std::string& name,
         for (std::size_t i = 0; i < fill.size(); ++i) {
             fill[i](support::StepOf(form));
             Look(form, name + std::to_string(i + 1));
-            if (i + 1 < fill.size()) support::Press(form, "BitBtn4");
+            if (i + 1 < fill.size())
+                support::Press(form, "BitBtn4");
         }
         form.ModalResult = mrCancel;
     });
@@ -66,9 +67,9 @@ protected:
         Cvs.MergeSpec.Rev1 = "REL_1_0";
         Cvs.MergeSpec.Rev2 = "REL_1_1";
         Cvs.MergeSpec.UseDate2 = true;
-        for (const auto& [name, revision, label] :
-             {std::tuple{"REL_1_0", "1.4", true}, {"REL_1_1", "1.7", true},
-              {"EXPERIMENT", "1.4.0.2", false}})
+        for (const auto& [name, revision, label] : {std::tuple{"REL_1_0", "1.4", true},
+                                                    {"REL_1_1", "1.7", true},
+                                                    {"EXPERIMENT", "1.4.0.2", false}})
             Cvs.LogListA.Add(name, revision, label);
         Cvs.LogListB.Add("2004/03/05 14:07:09", "revision 1.4", false);
     }
@@ -77,24 +78,28 @@ protected:
         const auto nothing = [](TForm&) {};
         ExpectSteps("Create CVS repository", "create", {nothing});
         Init_Prepare(Cvs);
-        ExpectSteps("CVS commit-step 1", "commit", {nothing, [](TForm& step) {
-            support::Type(step, "Memo1", "What was changed,\r\nand why.");
-        }});
+        ExpectSteps("CVS commit-step 1", "commit",
+                    {nothing, [](TForm& step) {
+                         support::Type(step, "Memo1", "What was changed,\r\nand why.");
+                     }});
         Commit_Prepare(Cvs);
-        ExpectSteps("CVS update-step 1", "update", {nothing, [](TForm& step) {
-            support::Choose(step, "ComboBox1", stDate);
-            EXPECT_TRUE(support::WaitUntil(
-                [&] { return support::Part<TControl>(step, "MaskEdit2").Color() == COLOR_WINDOW; }));
-        }, nothing});
+        ExpectSteps("CVS update-step 1", "update",
+                    {nothing,
+                     [](TForm& step) {
+                         support::Choose(step, "ComboBox1", stDate);
+                         EXPECT_TRUE(support::WaitUntil([&] {
+                             return support::Part<TControl>(step, "MaskEdit2").Color() ==
+                                    COLOR_WINDOW;
+                         }));
+                     },
+                     nothing});
         Update_Prepare(Cvs);
-        ExpectSteps("Place project into CVS-step 1", "place",
-                    {nothing, nothing, nothing, nothing});
+        ExpectSteps("Place project into CVS-step 1", "place", {nothing, nothing, nothing, nothing});
         PlaceProject_Prepare(Cvs);
         ExpectSteps("Pull project from CVS-step 1", "pull", {nothing, nothing, nothing});
         PullProject_Prepare(Cvs);
-        ExpectSteps("CVS login -step 1", "login", {[](TForm& step) {
-            support::Type(step, "Edit3", "secret");
-        }, nothing});
+        ExpectSteps("CVS login -step 1", "login",
+                    {[](TForm& step) { support::Type(step, "Edit3", "secret"); }, nothing});
         Login_Prepare(Cvs);
         ExpectSteps("CVS logout", "logout", {nothing});
         Logout_Prepare(Cvs);
@@ -142,7 +147,8 @@ protected:
             auto& pages = support::Part<TPageControl>(page, "PageControl1");
             auto& list = support::Part<TListView>(page, "ListView1");
             for (int i = 0; i < list.Count(); ++i)
-                if (list.Row(i).Caption == "a.c") list.Select(i);
+                if (list.Row(i).Caption == "a.c")
+                    list.Select(i);
             EXPECT_TRUE(support::WaitUntil([&] { return pages.Page(2).TabVisible(); }));
             Look(form, "browser-status");
             pages.SetActivePageIndex(2);

@@ -112,7 +112,8 @@ TEST(MessageBoxes, AskWithTheQuestionInPlainSight) {
 
 TEST(MessageBoxes, ShowTheEndOfALongQuestion) {
     std::string question;
-    for (int line = 0; line < 100; ++line) question += "M file" + std::to_string(line) + ".c\r\n";
+    for (int line = 0; line < 100; ++line)
+        question += "M file" + std::to_string(line) + ".c\r\n";
     question += "Are you sure? ";
     ExpectForm("CVS confirmation", [&](TForm& form) {
         ExpectTidy(form, {"Image1", "Label1", "Label2", "BitBtn1", "BitBtn2"});
@@ -157,7 +158,8 @@ TEST(MessageBoxes, LeaveNothingBehind) {
     };
     show();
     const tests::TResources before = tests::CountResources();
-    for (int i = 0; i < 100; ++i) show();
+    for (int i = 0; i < 100; ++i)
+        show();
     const tests::TResources after = tests::CountResources();
     EXPECT_EQ(after.Windows, before.Windows);
     EXPECT_EQ(after.GdiObjects, before.GdiObjects);

@@ -43,7 +43,8 @@ void ExpectResult(const std::string& caption, const std::string& text) {
 void SelectRow(TForm& form, const std::string& caption) {
     auto& list = Part<TListView>(form, "ListView1");
     for (int i = 0; i < list.Count(); ++i)
-        if (list.Row(i).Caption == caption) return list.Select(i);
+        if (list.Row(i).Caption == caption)
+            return list.Select(i);
     throw std::runtime_error("There is no row " + caption);
 }
 
@@ -230,8 +231,10 @@ TEST_F(Interactive, PlacesAndPullsAProject) {
         Press(form, "BitBtn4");
         auto& tree = Part<TTreeView>(StepOf(form), "TreeView1");
         for (const auto& node : tree.Root().Children()) {
-            if (node->Text() == "secret.txt") tree.OnStateClick(*node);
-            if (node->Text() != "sub") continue;
+            if (node->Text() == "secret.txt")
+                tree.OnStateClick(*node);
+            if (node->Text() != "sub")
+                continue;
             node->SetExpanded(true);
             tree.OnStateClick(*node->Children().back());
         }
@@ -280,9 +283,8 @@ TEST_F(Interactive, ReleasesWhenTheUserAgrees) {
             Check(form, "CheckBox2");
             Press(form, "BitBtn1");
         });
-        ExpectForm("CVS confirmation", [agrees](TForm& form) {
-            Press(form, agrees ? "BitBtn1" : "BitBtn2");
-        });
+        ExpectForm("CVS confirmation",
+                   [agrees](TForm& form) { Press(form, agrees ? "BitBtn1" : "BitBtn2"); });
         // What the client says behind its question is put to the user, too.
         obj.OnMessage = [&, before = obj.OnMessage](TObject* sender, const std::string& text) {
             before(sender, text);
@@ -296,7 +298,8 @@ TEST_F(Interactive, ReleasesWhenTheUserAgrees) {
 
 std::string Surroundings(const char* name) {
     const char* const value = std::getenv(name);
-    if (!value) ADD_FAILURE() << name << " is not set: ./test starts the password server";
+    if (!value)
+        ADD_FAILURE() << name << " is not set: ./test starts the password server";
     return value ? value : "";
 }
 
@@ -316,8 +319,9 @@ TEST_F(Interactive, LogsInAndOut) {
             Press(form, "BitBtn1");
         });
         ExpectForm("CVS login", [&](TForm& form) {
-            EXPECT_TRUE(TextOf(form, "Label1").ends_with(
-                password == right ? " successfuly completed" : " execute with Exitcode 1"));
+            EXPECT_TRUE(TextOf(form, "Label1")
+                            .ends_with(password == right ? " successfuly completed"
+                                                         : " execute with Exitcode 1"));
             Press(form, "BitBtn1");
         });
         EXPECT_EQ(obj.Login(true), password == right) << obj.Messages.All();

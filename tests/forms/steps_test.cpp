@@ -36,7 +36,9 @@ using tests::TextOf;
 
 constexpr const char* Odd = "a & \"b\" 'c' 100% \xE4\xF6\xFC %s";
 
-bool CanPress(TForm& form, const char* button) { return Part<TButton>(form, button).Enabled(); }
+bool CanPress(TForm& form, const char* button) {
+    return Part<TButton>(form, button).Enabled();
+}
 
 /// Lets the timers of a form come to rest.
 void Settle(TForm& form) {
@@ -110,9 +112,8 @@ TEST(CreateRepository, WantsAFolderThatIsNotThere) {
         EXPECT_FALSE(CanPress(form, "BitBtn1"));
         EXPECT_FALSE(Part<TEdit>(step, "Edit1").Enabled());
         Type(step, "Edit3", folder / "new");
-        EXPECT_TRUE(WaitUntil([&] {
-            return TextOf(step, "Label1") == "CVSROOT= " + (folder / "new") + " ";
-        }));
+        EXPECT_TRUE(WaitUntil(
+            [&] { return TextOf(step, "Label1") == "CVSROOT= " + (folder / "new") + " "; }));
         EXPECT_TRUE(WaitUntil([&] { return TextOf(step, "CheckEmptyLabel").empty(); }));
         Choose(step, "ComboBox1", cnPServer);
         EXPECT_TRUE(Part<TEdit>(step, "Edit1").Enabled());
@@ -120,9 +121,9 @@ TEST(CreateRepository, WantsAFolderThatIsNotThere) {
         Type(step, "Edit3", "/cvs");
         Type(step, "Edit1", "host");
         Type(step, "Edit2", "me");
-        EXPECT_TRUE(WaitUntil(
-            [&] { return TextOf(step, "Label1") == "CVSROOT= :pserver:me@host:/cvs  "; }))
-            << TextOf(step, "Label1");
+        EXPECT_TRUE(WaitUntil([&] {
+            return TextOf(step, "Label1") == "CVSROOT= :pserver:me@host:/cvs  ";
+        })) << TextOf(step, "Label1");
         Press(form, "BitBtn1");
     });
     EXPECT_TRUE(Init_Prepare(cvs));
@@ -375,7 +376,8 @@ TEST(Wizards, LeaveNothingBehind) {
     };
     page();
     const tests::TResources before = tests::CountResources();
-    for (int i = 0; i < 200; ++i) page();
+    for (int i = 0; i < 200; ++i)
+        page();
     const tests::TResources after = tests::CountResources();
     EXPECT_EQ(after.Windows, before.Windows);
     EXPECT_EQ(after.GdiObjects, before.GdiObjects);

@@ -14,7 +14,8 @@ namespace {
 class TTestThread final : public framework::TThread {
 public:
     explicit TTestThread(std::function<void()> body, bool start = true) : Body_(std::move(body)) {
-        if (start) Start();
+        if (start)
+            Start();
     }
     ~TTestThread() override { WaitFor(); }
 
@@ -63,7 +64,8 @@ TEST(Threads, ErrorsGoBackToWhoHandedOver) {
 }
 
 LRESULT CALLBACK CountPosted(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_USER) ++*reinterpret_cast<int*>(wParam);
+    if (message == WM_USER)
+        ++*reinterpret_cast<int*>(wParam);
     return ::DefWindowProcW(window, message, wParam, lParam);
 }
 
@@ -76,7 +78,8 @@ TEST(Threads, WaitingServesSentMessagesButLeavesPostedOnes) {
                                           nullptr, nullptr, nullptr);
     int posted = 0, sent = 0;
     ::PostMessageW(window, WM_USER, reinterpret_cast<WPARAM>(&posted), 0);
-    TTestThread thread([&] { ::SendMessageW(window, WM_USER, reinterpret_cast<WPARAM>(&sent), 0); });
+    TTestThread thread(
+        [&] { ::SendMessageW(window, WM_USER, reinterpret_cast<WPARAM>(&sent), 0); });
     thread.WaitFor();
     EXPECT_EQ(sent, 1);
     EXPECT_EQ(posted, 0);
@@ -84,7 +87,9 @@ TEST(Threads, WaitingServesSentMessagesButLeavesPostedOnes) {
 }
 
 TEST(Threads, OneThatNeverRanIsCleared) {
-    { TTestThread warmUp([] {}); }
+    {
+        TTestThread warmUp([] {});
+    }
     const tests::TResources before = tests::CountResources();
     for (int i = 0; i < 20; ++i) {
         TTestThread never([] { FAIL() << "it must not run"; }, false);

@@ -30,9 +30,8 @@ class TGallery : public TForm {
 public:
     TGallery() : TForm("Gallery", TFormBorder::Main) {
         AddMenus();
-        Checks_.Add(6, [](int i, HDC dc, const RECT& area) {
-            TImageList::DrawCheckBox(dc, area, i == 5);
-        });
+        Checks_.Add(
+            6, [](int i, HDC dc, const RECT& area) { TImageList::DrawCheckBox(dc, area, i == 5); });
         AddToolBar();
         AddTree();
         Make<TSplitter>("Splitter1", *this, *Tree, TAlign::Left);

@@ -277,9 +277,7 @@ TEST(MainMenus, AreRebuiltAtAnyTime) {
 
 TEST(ToolBars, HearMouseAndKeyboard) {
     TImageList images;
-    images.Add(3, [](int, HDC dc, const RECT& area) {
-        TImageList::DrawCheckBox(dc, area, false);
-    });
+    images.Add(3, [](int, HDC dc, const RECT& area) { TImageList::DrawCheckBox(dc, area, false); });
     TForm form("bar");
     form.SetClientSize(200, 100);
     auto& bar = form.Make<TToolBar>("ToolBar1", form, images);

@@ -89,9 +89,8 @@ void PressSpace(TControl& control) {
 
 TEST(TreeViews, HearOfTheirStateImages) {
     TImageList images;
-    images.Add(6, [](int i, HDC dc, const RECT& area) {
-        TImageList::DrawCheckBox(dc, area, i == 5);
-    });
+    images.Add(6,
+               [](int i, HDC dc, const RECT& area) { TImageList::DrawCheckBox(dc, area, i == 5); });
     TForm form("states");
     form.SetClientSize(200, 100);
     auto& tree = form.Make<TTreeView>("TreeView1", form);

@@ -95,7 +95,8 @@ TEST(Forms, EndModalRunsWithTheirResult) {
     EXPECT_EQ(clicked, 1);
     EXPECT_TRUE(behind.Enabled());
     EXPECT_FALSE(form.Visible());
-    tests::ExpectForm("modal", [](TForm& shown) { ::PostMessageW(shown.Handle(), WM_CLOSE, 0, 0); });
+    tests::ExpectForm("modal",
+                      [](TForm& shown) { ::PostMessageW(shown.Handle(), WM_CLOSE, 0, 0); });
     EXPECT_EQ(form.ShowModal(), mrCancel);
     tests::ExpectForm("modal", [](TForm&) { throw Exception("while it is open"); });
     EXPECT_THROW(form.ShowModal(), Exception);
@@ -139,7 +140,8 @@ TEST(Forms, ThatAreToBeAnsweredLieAboveThoseOnTop) {
     tests::ExpectForm("modal", [&](TForm& shown) {
         EXPECT_TRUE(::GetWindowLongW(shown.Handle(), GWL_EXSTYLE) & WS_EX_TOPMOST);
         HWND above = shown.Handle();
-        while ((above = ::GetWindow(above, GW_HWNDPREV)) != nullptr) EXPECT_NE(above, top.Handle());
+        while ((above = ::GetWindow(above, GW_HWNDPREV)) != nullptr)
+            EXPECT_NE(above, top.Handle());
         shown.ModalResult = mrOk;
     });
     modal.ShowModal();
@@ -155,7 +157,8 @@ TEST(Controls, AreKnownAlsoWhenOthersListenToo) {
     TForm form("subclassed");
     auto& button = form.Make<TButton>("B", form, "B");
     const HWND window = button.Handle();
-    ::SetPropW(window, L"before", reinterpret_cast<HANDLE>(::GetWindowLongPtrW(window, GWLP_WNDPROC)));
+    ::SetPropW(window, L"before",
+               reinterpret_cast<HANDLE>(::GetWindowLongPtrW(window, GWLP_WNDPROC)));
     ::SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Passing));
     EXPECT_EQ(TControl::FromHandle(window), &button);
     EXPECT_EQ(TControl::FromHandle(::GetDesktopWindow()), nullptr);
@@ -198,7 +201,8 @@ TEST(Timers, TickUntilTheyAreStopped) {
     {
         TTimer timer(20);
         timer.OnTimer = [&](TObject*) {
-            if (++ticks == 3) timer.SetEnabled(false);
+            if (++ticks == 3)
+                timer.SetEnabled(false);
         };
         EXPECT_FALSE(timer.Enabled());
         timer.SetEnabled(true);
@@ -207,7 +211,8 @@ TEST(Timers, TickUntilTheyAreStopped) {
         timer.OnTimer = [&](TObject*) { ++ticks; };
         timer.SetEnabled(true);
         // Time passes without messages, so a tick waits when the timer goes.
-        EXPECT_EQ(::WaitForSingleObject(::GetCurrentThread(), 60), static_cast<DWORD>(WAIT_TIMEOUT));
+        EXPECT_EQ(::WaitForSingleObject(::GetCurrentThread(), 60),
+                  static_cast<DWORD>(WAIT_TIMEOUT));
     }
     Application().ProcessMessages();
     EXPECT_EQ(ticks, 3);
@@ -222,7 +227,8 @@ TEST(Forms, LeaveNothingBehind) {
     };
     open();
     const tests::TResources before = tests::CountResources();
-    for (int i = 0; i < 100; ++i) open();
+    for (int i = 0; i < 100; ++i)
+        open();
     const tests::TResources after = tests::CountResources();
     EXPECT_EQ(after.Windows, before.Windows);
     EXPECT_EQ(after.GdiObjects, before.GdiObjects);

@@ -31,7 +31,8 @@ TEST(Passwords, AreNeverShown) {
                     "cvs -d :pserver:me:***@host:/repo  login"},
           {":pserver:me:a@b:c@host:2401/repo", ":pserver:me:***@host:2401/repo"},
           {":pserver:me@host:/repo", ":pserver:me@host:/repo"},
-          {":ext:me:pw@host:/r and :pserver:you:x@h:/r", ":ext:me:***@host:/r and :pserver:you:***@h:/r"},
+          {":ext:me:pw@host:/r and :pserver:you:x@h:/r",
+           ":ext:me:***@host:/r and :pserver:you:***@h:/r"},
           {"a mail to me@host: nothing", "a mail to me@host: nothing"},
           {":pserver:", ":pserver:"}})
         EXPECT_EQ(MaskPasswords(text), masked);
@@ -41,7 +42,8 @@ TEST(Settings, RememberTheProjectsOpenedLast) {
     const std::string key = "Software\\Tandrel Test " + std::to_string(::GetTickCount64());
     TSettings settings(key);
     EXPECT_TRUE(settings.RecentProjects().empty());
-    for (int i = 0; i < 10; ++i) settings.Remember("C:\\p" + std::to_string(i));
+    for (int i = 0; i < 10; ++i)
+        settings.Remember("C:\\p" + std::to_string(i));
     settings.Remember("c:\\P5");
     const auto recent = settings.RecentProjects();
     ASSERT_EQ(recent.size(), 8u);

@@ -54,8 +54,8 @@ TEST_F(Projects, KeepTheirConnectionButNoPassword) {
     cvs.Path = "/repo";
     cvs.Password = "secret";
     cvs.SpecialPort = "2402";
-    cvs.SetCVSROOT(tandrel::CompileCVSROOT(cvs.ConnectionType, "host", "me", "secret", "2402",
-                                           "/repo"));
+    cvs.SetCVSROOT(
+        tandrel::CompileCVSROOT(cvs.ConnectionType, "host", "me", "secret", "2402", "/repo"));
     cvs.PruneEmptyDirs = false;
     cvs.Set_CVSIGNORE("*.o & \"x\"");
     Form.Project()->Save();

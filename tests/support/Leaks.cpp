@@ -70,7 +70,8 @@ BOOL CALLBACK CountWindow(HWND, LPARAM count) {
 BOOL CALLBACK CountTopWindow(HWND window, LPARAM count) {
     wchar_t name[16];
     ::GetClassNameW(window, name, 16);
-    if (std::wstring_view(name) == L"IME") return TRUE;  // the system's, one for the thread
+    if (std::wstring_view(name) == L"IME")
+        return TRUE;  // the system's, one for the thread
     ++*reinterpret_cast<int*>(count);
     ::EnumChildWindows(window, CountWindow, count);
     return TRUE;
@@ -98,7 +99,8 @@ int CountGdiObjects() {
     const auto* const block = reinterpret_cast<const std::uint8_t*>(process.PebBaseAddress);
     const auto* const table = *reinterpret_cast<const TEntry* const*>(block + TableOffset);
     int count = 0;
-    for (int i = 0; i < EntryCount; ++i) count += table[i].Type != 0 ? 1 : 0;
+    for (int i = 0; i < EntryCount; ++i)
+        count += table[i].Type != 0 ? 1 : 0;
     return count;
 #endif
 }
@@ -112,7 +114,8 @@ TResources CountResources() {
 void ExpectNothingLeft(int times, const std::function<void()>& action) {
     action();
     const TResources before = CountResources();
-    for (int i = 0; i < times; ++i) action();
+    for (int i = 0; i < times; ++i)
+        action();
     const TResources after = CountResources();
     EXPECT_EQ(after.Windows, before.Windows);
     EXPECT_EQ(after.GdiObjects, before.GdiObjects);

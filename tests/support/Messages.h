@@ -20,7 +20,8 @@ public:
     /// The same in one.
     std::string All() const {
         std::string all;
-        for (const std::string& text : Texts) all += text;
+        for (const std::string& text : Texts)
+            all += text;
         return all;
     }
     void Clear() { Texts.clear(); }

@@ -26,8 +26,10 @@ std::vector<TControl*> VisibleChildren(HWND parent) {
 
 /// Room that a control needs around its caption.
 SIZE Around(const TControl& control) {
-    if (dynamic_cast<const TButton*>(&control)) return {8, 4};
-    if (dynamic_cast<const TCheckBox*>(&control)) return {16, 0};
+    if (dynamic_cast<const TButton*>(&control))
+        return {8, 4};
+    if (dynamic_cast<const TCheckBox*>(&control))
+        return {16, 0};
     return {0, 0};
 }
 
@@ -70,7 +72,8 @@ void CheckChildren(const TControl& parent) {
     const std::vector<TControl*> children = VisibleChildren(parent.Handle());
     for (const TControl* child : children) {
         CheckInside(*child, parent.ClientSize());
-        if (HasCaption(*child)) CheckCaption(*child);
+        if (HasCaption(*child))
+            CheckCaption(*child);
         CheckChildren(*child);
     }
     CheckApart(children);

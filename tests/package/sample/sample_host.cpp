@@ -1,5 +1,5 @@
-// A host of sixty lines: it loads the package, works on a folder that is a working copy, and updates
-// it. With the exit code it says whether that went well.
+// A host of sixty lines: it loads the package, works on a folder that is a working copy, and
+// updates it. With the exit code it says whether that went well.
 //
 //   sample_host FOLDER
 
@@ -27,7 +27,8 @@ void AnswerDialogs() {
 
 int Update(const char* folder) {
     framework::TPackageRegistry packages;
-    if (!TandrelRegister(packages, framework::InterfaceVersion)) return 2;
+    if (!TandrelRegister(packages, framework::InterfaceVersion))
+        return 2;
     std::printf("%s %s\n", packages.Packages().front().Name.c_str(),
                 packages.Packages().front().Version.c_str());
     bool done = false;
