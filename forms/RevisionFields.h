@@ -10,7 +10,7 @@ namespace tandrel {
 
 class TCvsObject;
 
-/// The controls for one revision of a specification: a label or branch, and a date.
+/// The controls for one revision of a comparison or a merge: a label or branch, and a date.
 class TRevisionFields {
 public:
     struct TNames {
