@@ -3,7 +3,9 @@
 #include <fcntl.h>
 #include <io.h>
 
+#include <cctype>
 #include <cstdio>
+#include <utility>
 
 #include "support/Files.h"
 #include "support/Screenshot.h"
@@ -44,6 +46,22 @@ bool TPlay::Step(const std::string& name, const std::function<void()>& action) {
         ++Failed_;
     Tell(error.empty() ? "=== ok\r\n" : "=== FAILED: " + error + "\r\n");
     return error.empty();
+}
+
+void TPlay::ExpectForm(const std::string& caption, TExpectedForms::TDrive drive) {
+    Forms_.Expect(caption, [this, drive = std::move(drive)](framework::TForm& form) {
+        PictureOf(form);
+        drive(form);
+    });
+}
+
+void TPlay::PictureOf(const framework::TForm& form) {
+    std::string name = form.Text();
+    for (char& character : name)
+        if (!std::isalnum(static_cast<unsigned char>(character)))
+            character = '-';
+    const std::string number = std::to_string(1000 + ++Pictures_).substr(1);
+    Picture(form.Handle(), "forms\\" + number + "-" + name);
 }
 
 void TPlay::Picture(HWND window, const std::string& name) const {

@@ -25,10 +25,10 @@ public:
         if (!condition)
             throw std::runtime_error("not so: " + what);
     }
-    /// The next modal form; see TExpectedForms.
-    void ExpectForm(const std::string& caption, TExpectedForms::TDrive drive) {
-        Forms_.Expect(caption, std::move(drive));
-    }
+    /// The next modal form; see TExpectedForms. A picture is taken when it has opened.
+    void ExpectForm(const std::string& caption, TExpectedForms::TDrive drive);
+    /// Takes a picture of a form as it is now, under a number and its caption.
+    void PictureOf(const framework::TForm& form);
     /// Takes a picture of a window into the folder.
     void Picture(HWND window, const std::string& name) const;
     /// Adds to the transcript, and prints.
@@ -42,6 +42,7 @@ private:
     std::string Transcript_;
     std::string Unexpected_;
     TExpectedForms Forms_;
+    int Pictures_ = 0;
     int Steps_ = 0;
     int Failed_ = 0;
 };

@@ -1,5 +1,7 @@
 // What is done with a working copy from day to day.
 
+#include <functional>
+
 #include "framework/base/files.h"
 #include "framework/ui/edits.h"
 #include "framework/ui/page_control.h"
@@ -20,8 +22,8 @@ using support::WaitUntil;
 
 void TTour::EditAndCommit() {
     support::WriteBytes(Project_ + "\\main.c", "int main(void) {\r\n    return 1;\r\n}\r\n");
-    Play_.ExpectForm("CVS commit-step 1", [](TForm& form) {
-        Press(form, "BitBtn4");
+    Play_.ExpectForm("CVS commit-step 1", [this](TForm& form) {
+        Next(form);
         Type(StepOf(form), "Memo1", "Answer \"one\",\r\nnot nought");
         Press(form, "BitBtn1");
     });
@@ -42,8 +44,8 @@ void TTour::AddAndRemoveFiles() {
         Choose("Selection/Add");
     }
     const auto commit = [this] {
-        Play_.ExpectForm("CVS commit-step 1", [](TForm& form) {
-            Press(form, "BitBtn4");
+        Play_.ExpectForm("CVS commit-step 1", [this](TForm& form) {
+            Next(form);
             Press(form, "BitBtn1");
         });
         ExpectSuccess("CVS commit");
@@ -95,6 +97,9 @@ void TTour::CreateALabelAndABranch() {
     create("Working copy/Create branch...", "Create Branch", "DEAD_END", "CVS create branch");
     remove("Working copy/Delete label...", "Delete Version Label", "WRONG", "CVS delete label");
     remove("Working copy/Delete branch...", "Delete Branch", "DEAD_END", "CVS delete branch");
+    for (const tandrel::TLogClass& name : Form_->Project()->Cvs().LogListA)
+        Play_.Tell("  " + name.Name + "  " + name.Value + (name.IsLabel ? "  label" : "  branch") +
+                   "\r\n");
     const std::string log = Ask(Repository_, "rlog -h \"my project/main.c\"");
     Expect(log.find("REL_1:") != std::string::npos && log.find("FIXES:") != std::string::npos,
            "both are there: " + log);
@@ -110,7 +115,7 @@ void TTour::UpdateToTheBranch() {
     support::WriteBytes(other + "\\my project\\notes.txt", "Noted.\r\n");
     support::RunProcess("cvs -Q commit -m noted", other + "\\my project");
     Play_.ExpectForm("CVS update-step 1", [this](TForm& form) {
-        Press(form, "BitBtn4");
+        Next(form);
         support::Choose(StepOf(form), "ComboBox1", tandrel::stBranch);
         Play_.ExpectForm("Select version label or branch", [this](TForm& names) {
             auto& list = Part<TListView>(names, "ListView1");
@@ -122,7 +127,7 @@ void TTour::UpdateToTheBranch() {
         });
         Press(StepOf(form), "Button1");
         Play_.Picture(form.Handle(), "update");
-        Press(form, "BitBtn4");
+        Next(form);
         support::Choose(StepOf(form), "ComboBox1", tandrel::mtThisRev);
         WaitUntil([&] { return Part<TButton>(StepOf(form), "Button1").Enabled(); });
         Type(StepOf(form), "Edit3", "HEAD");
@@ -140,19 +145,44 @@ void TTour::Compare() {
     support::WriteBytes(Project_ + "\\main.c", "int main(void) {\r\n    return 2;\r\n}\r\n");
     Choose("File/Refresh");
     Select("main.c");
-    Play_.ExpectForm("CVS diff", [this](TForm& form) {
-        support::Choose(form, "ComboBox1", tandrel::dctRevision);
-        WaitUntil([&] { return Part<TButton>(form, "Button1").Enabled(); });
-        Type(form, "Edit3", "REL_1");
-        Play_.Picture(form.Handle(), "compare");
-        Press(form, "BitBtn1");
+    const auto compare = [this](const std::function<void(TForm&)>& choose) {
+        Select("main.c");
+        Play_.ExpectForm("CVS diff", [this, choose](TForm& form) {
+            choose(form);
+            Play_.PictureOf(form);
+            Press(form, "BitBtn1");
+        });
+        Choose("Selection/Compare...");
+        Play_.Tell("command: cvs" + Form_->Project()->Cvs().CommandLine + "\r\n");
+    };
+    const auto kind = [](TForm& form, int index) {
+        support::Choose(form, "ComboBox1", index);
+        WaitUntil([&] { return !Part<TTimer>(form, "Timer1").Enabled(); });
+    };
+    // With the newest revision, with what it was an hour ago, two labels, and one label.
+    compare([](TForm&) {});
+    compare([&](TForm& form) {
+        kind(form, tandrel::dctRevision);
+        support::Check(form, "CheckBox1");
+        WaitUntil([&] { return !Part<TTimer>(form, "Timer1").Enabled(); });
     });
-    Choose("Selection/Compare...");
+    compare([&](TForm& form) {
+        kind(form, tandrel::dctTwoRevision);
+        support::Check(form, "CheckBox1", false);
+        Type(form, "Edit3", "START");
+        Type(form, "Edit1", "REL_1");
+    });
+    ExpectTold(">     return 1;");
+    compare([&](TForm& form) {
+        kind(form, tandrel::dctRevision);
+        Type(form, "Edit3", "REL_1");
+    });
     ExpectTold("<     return 1;");
     ExpectTold(">     return 2;");
 }
 
 void TTour::Browse() {
+    TellModel(Form_->Project()->Cvs().WorkDirTree);
     Play_.ExpectForm("StatusBrowser", [this](TForm& browser) {
         TForm& form = StepOf(browser);
         // The tree's own selection fills the list once more.
@@ -202,20 +232,20 @@ void TTour::WorkInTwoProjects() {
     });
     ExpectSuccess("CVS init");
     Choose("Repository/Create...");
-    Play_.ExpectForm("Place project into CVS-step 1", [](TForm& form) {
+    Play_.ExpectForm("Place project into CVS-step 1", [this](TForm& form) {
         for (int i = 0; i < 3; ++i)
-            Press(form, "BitBtn4");
+            Next(form);
         Press(form, "BitBtn1");
     });
-    Play_.ExpectForm("Tags of the project", [](TForm& form) { Press(form, "Ok"); });
+    Play_.ExpectForm("Tags of the project", [this](TForm& form) { Press(form, "Ok"); });
     ExpectSuccess("CVS PlaceProject");
     Choose("Repository/Place project...");
     for (const std::string& folder : {Project_, second}) {
         const std::string name = folder == second ? "second.c" : "main.c";
         support::WriteBytes(folder + "\\" + name, "changed in " + name + "\r\n");
         Form_->OpenProject(folder);
-        Play_.ExpectForm("CVS commit-step 1", [](TForm& form) {
-            Press(form, "BitBtn4");
+        Play_.ExpectForm("CVS commit-step 1", [this](TForm& form) {
+            Next(form);
             Press(form, "BitBtn1");
         });
         ExpectSuccess("CVS commit");

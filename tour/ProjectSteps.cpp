@@ -3,6 +3,7 @@
 #include "framework/base/files.h"
 #include "framework/ui/tree_view.h"
 #include "support/Drive.h"
+#include "support/WaitUntil.h"
 #include "tour/Tour.h"
 
 namespace tour {
@@ -36,10 +37,10 @@ void TTour::CreateARepository() {
 
 void TTour::PlaceTheProject() {
     Play_.ExpectForm("Place project into CVS-step 1", [this](TForm& form) {
-        Press(form, "BitBtn4");
-        Press(form, "BitBtn4");
+        Next(form);
+        Next(form);
         Type(StepOf(form), "Memo1", "The project as it was found");
-        Press(form, "BitBtn4");
+        Next(form);
         auto& tree = Part<TTreeView>(StepOf(form), "TreeView1");
         for (const auto& node : tree.Root().Children()) {
             if (node->Text() == "build.log")
@@ -73,15 +74,33 @@ void TTour::PullElsewhere() {
     ForceDirectories(elsewhere);
     Play_.ExpectForm("Pull project from CVS-step 1", [&](TForm& form) {
         Type(StepOf(form), "Edit3", elsewhere);
-        Press(form, "BitBtn4");
+        Next(form);
         Type(StepOf(form), "Edit5", "my project");
-        Press(form, "BitBtn4");
+        Next(form);
         Press(form, "BitBtn1");
     });
     ExpectSuccess("CVS Pull Project ");
     Choose("Repository/Pull project...");
     Expect(FileExists(elsewhere + "\\my project\\CVS\\Entries"), "a working copy was made");
     Expect(Form_->Project()->Cvs().WorkingDirectory() == Project_, "the project is still itself");
+
+    const std::string exported = Folder_ / "exported";
+    ForceDirectories(exported);
+    Play_.ExpectForm("Pull project from CVS-step 1", [&](TForm& form) {
+        Type(StepOf(form), "Edit3", exported);
+        support::Check(StepOf(form), "CheckBox1");
+        Next(form);
+        Type(StepOf(form), "Edit5", "my project");
+        Next(form);
+        support::Choose(StepOf(form), "ComboBox1", tandrel::stTag);
+        support::WaitUntil([&] { return Part<TButton>(StepOf(form), "Button2").Enabled(); });
+        Type(StepOf(form), "Edit6", "REL_1");
+        Press(form, "BitBtn1");
+    });
+    ExpectSuccess("CVS Pull Project ");
+    Choose("Repository/Pull project...");
+    Expect(FileExists(exported + "\\my project\\main.c"), "an export was made");
+    Expect(!DirectoryExists(exported + "\\my project\\CVS"), "without records");
 }
 
 void TTour::ReleaseTheCopy() {

@@ -43,7 +43,7 @@ void TTour::LogIn() {
          {std::string("a wrong one"), Surroundings("TANDREL_PSERVER_PASSWORD")}) {
         Play_.ExpectForm("CVS login -step 1", [&](TForm& form) {
             Type(StepOf(form), "Edit3", password);
-            Press(form, "BitBtn4");
+            Next(form);
             Play_.Picture(form.Handle(), "login");
             Press(form, "BitBtn1");
         });
@@ -59,12 +59,12 @@ void TTour::LogIn() {
     }
     Expect(Told().find(Surroundings("TANDREL_PSERVER_PASSWORD")) == std::string::npos,
            "no password is told");
-    Play_.ExpectForm("Place project into CVS-step 1", [](TForm& form) {
+    Play_.ExpectForm("Place project into CVS-step 1", [this](TForm& form) {
         for (int i = 0; i < 3; ++i)
-            Press(form, "BitBtn4");
+            Next(form);
         Press(form, "BitBtn1");
     });
-    Play_.ExpectForm("Tags of the project", [](TForm& form) { Press(form, "Ok"); });
+    Play_.ExpectForm("Tags of the project", [this](TForm& form) { Press(form, "Ok"); });
     ExpectSuccess("CVS PlaceProject");
     Choose("Repository/Place project...");
     Expect(FileExists(folder + "\\CVS\\Entries"), "a working copy of the server's");
@@ -75,8 +75,8 @@ void TTour::WorkOffLine() {
     const std::string folder = Folder_ / "remote";
     const auto name = [](int i) { return "file " + std::to_string(i) + ".txt"; };
     const auto commit = [this] {
-        Play_.ExpectForm("CVS commit-step 1", [](TForm& form) {
-            Press(form, "BitBtn4");
+        Play_.ExpectForm("CVS commit-step 1", [this](TForm& form) {
+            Next(form);
             Press(form, "BitBtn1");
         });
         ExpectSuccess("CVS commit");
@@ -104,9 +104,9 @@ void TTour::WorkOffLine() {
     ForceDirectories(copy);
     Play_.ExpectForm("Pull project from CVS-step 1", [&](TForm& form) {
         Type(StepOf(form), "Edit3", copy);
-        Press(form, "BitBtn4");
+        Next(form);
         Type(StepOf(form), "Edit5", "remote");
-        Press(form, "BitBtn4");
+        Next(form);
         Press(form, "BitBtn1");
     });
     ExpectSuccess("CVS Pull Project ");

@@ -86,6 +86,18 @@ void TTour::Choose(const std::string& path) {
     item.Click();
 }
 
+void TTour::Next(TForm& form) {
+    support::Press(form, "BitBtn4");
+    Play_.PictureOf(form);
+}
+
+void TTour::TellModel(const tandrel::TWorkDirTree& tree, const std::string& indent) {
+    for (const tandrel::TWorkDirItem& item : tree) {
+        Play_.Tell(indent + item.Name + "  " + item.StatusName() + "  " + item.Revision + "\r\n");
+        TellModel(*item.Children, indent + "  ");
+    }
+}
+
 void TTour::Select(const std::string& name) {
     auto& list = support::Part<TListView>(*Form_, "List");
     for (int i = 0; i < list.Count(); ++i)

@@ -46,6 +46,10 @@ private:
     /// item, or it cannot be chosen.
     void Choose(const std::string& path);
     framework::TMenuItem& MenuItem(const std::string& path);
+    /// Goes on to a wizard's next step.
+    void Next(framework::TForm& form);
+    /// Tells the model of the working copy as a tree, each entry with its status.
+    void TellModel(const tandrel::TWorkDirTree& tree, const std::string& indent = "  ");
     /// Selects a row of the list; raises when there is none.
     void Select(const std::string& name);
     /// The next form is an operation's result, and a success.
