@@ -1,5 +1,8 @@
 // The user's own tools.
 
+#include <algorithm>
+
+#include "framework/base/files.h"
 #include "framework/ui/dialogs.h"
 #include "framework/ui/edits.h"
 #include "framework/ui/tool_bar.h"
@@ -30,6 +33,17 @@ BOOL CALLBACK CountDocument(HWND window, LPARAM data) {
     if (form && form->Visible())
         ++*reinterpret_cast<int*>(data);
     return TRUE;
+}
+
+/// The files that previews have left in the folder for temporary files.
+std::vector<std::string> PreviewFiles() {
+    char folder[MAX_PATH];
+    ::GetTempPathA(MAX_PATH, folder);
+    std::vector<std::string> files;
+    TFileSearch search(std::string(folder) + "TXT*.*", faAnyFile);
+    for (TSearchRec entry; search.Next(entry);)
+        files.push_back(folder + entry.Name);
+    return files;
 }
 
 int OpenDocuments() {
@@ -85,6 +99,15 @@ void TTour::RunTools() {
     Expect(OpenDocuments() == 0, "no document yet");
     items[1]->Click();
     Expect(OpenDocuments() == 1, "the second shows a new document");
+    // The third starts the viewer on a file with its output.
+    const std::vector<std::string> before = PreviewFiles();
+    items[2]->Click();
+    const std::vector<std::string> after = PreviewFiles();
+    Expect(after.size() == before.size() + 1, "there is one more file to look at");
+    for (const std::string& file : after)
+        if (std::find(before.begin(), before.end(), file) == before.end())
+            Expect(support::ReadBytes(file).find("0000000000000001") != std::string::npos,
+                   "the tool's output is in it");
 }
 
 }  // namespace tour
