@@ -71,7 +71,7 @@ void TTour::LogIn() {
 }
 
 void TTour::WorkOffLine() {
-    constexpr int Files = 10;
+    constexpr int Files = 19;
     const std::string folder = Folder_ / "remote";
     const auto name = [](int i) { return "file " + std::to_string(i) + ".txt"; };
     const auto commit = [this] {
