@@ -261,11 +261,16 @@ void WaitForFormToGo(TTestObject& obj) {
     EXPECT_TRUE(support::WaitUntil([&] { return obj.ExecuteClass->ProgressForm == nullptr; }));
 }
 
+/// How many forms a test makes, at the least, while it counts.
+constexpr int Forms = 5;
+
 void ExpectSame(const tests::TResources& before, const tests::TResources& after) {
     EXPECT_EQ(after.Handles, before.Handles);
     EXPECT_EQ(after.Threads, before.Threads);
     EXPECT_EQ(after.Windows, before.Windows);
-    EXPECT_EQ(after.GdiObjects, before.GdiObjects);
+    // The system keeps a few drawing objects for the next time, more of them when drawing is slow.
+    // What a form forgot would be there once for each.
+    EXPECT_LT(after.GdiObjects - before.GdiObjects, Forms);
 }
 
 TEST_F(Runner, LeavesNothingBehindAfterTwoHundredRuns) {
@@ -289,7 +294,7 @@ TEST_F(Runner, LeavesNothingBehindAfterKills) {
     Obj.Run("close-output-and-stay");
     WaitForFormToGo(Obj);
     const tests::TResources before = tests::CountResources();
-    for (int i = 0; i < 5; ++i)
+    for (int i = 0; i < Forms; ++i)
         Obj.Run("close-output-and-stay");
     WaitForFormToGo(Obj);
     ExpectSame(before, tests::CountResources());
