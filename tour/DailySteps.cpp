@@ -43,15 +43,7 @@ void TTour::AddAndRemoveFiles() {
         Select(name);
         Choose("Selection/Add");
     }
-    const auto commit = [this] {
-        Play_.ExpectForm("CVS commit-step 1", [this](TForm& form) {
-            Next(form);
-            Press(form, "BitBtn1");
-        });
-        ExpectSuccess("CVS commit");
-        Choose("Working copy/Commit...");
-    };
-    commit();
+    Commit();
     Select("old.txt");
     Choose("Selection/Remove and delete");
     Select("moving.txt");
@@ -60,7 +52,7 @@ void TTour::AddAndRemoveFiles() {
         Press(form, "Ok");
     });
     Choose("Selection/Move...");
-    commit();
+    Commit();
     const std::string names = Ask(Repository_, "rls -R \"my project\"");
     for (const char* name : {"new file.txt", "moved.txt"})
         Expect(names.find(name) != std::string::npos, std::string(name) + " is in: " + names);
@@ -244,12 +236,7 @@ void TTour::WorkInTwoProjects() {
         const std::string name = folder == second ? "second.c" : "main.c";
         support::WriteBytes(folder + "\\" + name, "changed in " + name + "\r\n");
         Form_->OpenProject(folder);
-        Play_.ExpectForm("CVS commit-step 1", [this](TForm& form) {
-            Next(form);
-            Press(form, "BitBtn1");
-        });
-        ExpectSuccess("CVS commit");
-        Choose("Working copy/Commit...");
+        Commit();
     }
     Expect(Ask(repository, "checkout -p second/second.c") == "changed in second.c\r\n",
            "the second project is in its repository");

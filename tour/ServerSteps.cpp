@@ -74,14 +74,6 @@ void TTour::WorkOffLine() {
     constexpr int Files = 19;
     const std::string folder = Folder_ / "remote";
     const auto name = [](int i) { return "file " + std::to_string(i) + ".txt"; };
-    const auto commit = [this] {
-        Play_.ExpectForm("CVS commit-step 1", [this](TForm& form) {
-            Next(form);
-            Press(form, "BitBtn1");
-        });
-        ExpectSuccess("CVS commit");
-        Choose("Working copy/Commit...");
-    };
     for (int i = 0; i < Files; ++i)
         support::WriteBytes(folder + "\\" + name(i), "text\r\n");
     Choose("File/Refresh");
@@ -98,7 +90,7 @@ void TTour::WorkOffLine() {
     Choose("Repository/Server is on-line");
     Expect(!FileExists(folder + "\\vcsCommand.log") && !FileExists(folder + "\\vcsCommand.pending"),
            "nothing waits any more");
-    commit();
+    Commit();
     // What the server has now, pulled by another.
     const std::string copy = Folder_ / "remote copy";
     ForceDirectories(copy);

@@ -86,6 +86,15 @@ void TTour::Choose(const std::string& path) {
     item.Click();
 }
 
+void TTour::Commit() {
+    Play_.ExpectForm("CVS commit-step 1", [this](TForm& form) {
+        Next(form);
+        support::Press(form, "BitBtn1");
+    });
+    ExpectSuccess("CVS commit");
+    Choose("Working copy/Commit...");
+}
+
 void TTour::Next(TForm& form) {
     support::Press(form, "BitBtn4");
     Play_.PictureOf(form);

@@ -46,6 +46,8 @@ private:
     /// item, or it cannot be chosen.
     void Choose(const std::string& path);
     framework::TMenuItem& MenuItem(const std::string& path);
+    /// Commits what has changed in the project at hand.
+    void Commit();
     /// Goes on to a wizard's next step.
     void Next(framework::TForm& form);
     /// Tells the model of the working copy as a tree, each entry with its status.
