@@ -226,15 +226,16 @@ private:
 };
 
 /// Sets a flag for one call: it is clear afterwards, whether the call has used it up or not.
+template <class TFlag>
 class TFlagForCall {
 public:
-    explicit TFlagForCall(std::atomic<bool>& flag) : Flag_(flag) { Flag_ = true; }
+    explicit TFlagForCall(TFlag& flag, bool value = true) : Flag_(flag) { Flag_ = value; }
     ~TFlagForCall() { Flag_ = false; }
     TFlagForCall(const TFlagForCall&) = delete;
     TFlagForCall& operator=(const TFlagForCall&) = delete;
 
 private:
-    std::atomic<bool>& Flag_;
+    TFlag& Flag_;
 };
 
 /// Collects a version-control object's raw output while it lives.

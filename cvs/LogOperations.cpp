@@ -7,22 +7,6 @@
 #include "framework/base/system_time.h"
 
 namespace tandrel {
-namespace {
-
-/// Clears a flag when the call is over.
-class TFlagCleared {
-public:
-    explicit TFlagCleared(bool& flag) : Flag_(flag) {}
-    ~TFlagCleared() { Flag_ = false; }
-    TFlagCleared(const TFlagCleared&) = delete;
-    TFlagCleared& operator=(const TFlagCleared&) = delete;
-
-private:
-    bool& Flag_;
-};
-
-}  // namespace
-
 bool TCvsObject::StatusFile(const std::string& FileName) {
     LocalOnly = true;
     StatusVerbose = true;
@@ -75,9 +59,7 @@ bool TCvsObject::ParseLogInfo() {
 }
 
 std::string TCvsObject::Get_CVSProjectTag(TTagShowOption option, bool withFiles) {
-    // Clear afterwards, whatever it was.
-    const TFlagCleared cleared(LogNoFiles);
-    LogNoFiles = !withFiles;
+    const TFlagForCall noFiles(LogNoFiles, !withFiles);
     if (LogListA.Empty())
         ParseLogInfo();
     std::string name;

@@ -33,7 +33,7 @@ public:
     }
 
 private:
-    static constexpr int Width = 360, Margin = 12, LabelWidth = 120, Row = 29;
+    static constexpr int Width = 460, Margin = 12, LabelWidth = 120, Row = 29;
 
     void AddInput(const TInput& input) {
         const std::string name = "Input" + std::to_string(Controls_.size() + 1);

@@ -12,26 +12,20 @@ void MustBe(bool usable, const TForm& form, const std::string& name) {
         throw std::runtime_error("In the form \"" + form.Text() + "\" " + name + " cannot be used");
 }
 
-struct TSearch {
-    const TForm* Outer;
-    TForm* Found;
-};
-
 BOOL CALLBACK FindHosted(HWND window, LPARAM data) {
-    auto& search = *reinterpret_cast<TSearch*>(data);
     auto* const form = dynamic_cast<TForm*>(TControl::FromHandle(window));
     if (!form || !::IsWindowVisible(window))
         return TRUE;
-    search.Found = form;
+    *reinterpret_cast<TForm**>(data) = form;
     return FALSE;
 }
 
 }  // namespace
 
 TForm& StepOf(TForm& form) {
-    TSearch search{&form, &form};
-    ::EnumChildWindows(form.Handle(), FindHosted, reinterpret_cast<LPARAM>(&search));
-    return *search.Found;
+    TForm* found = &form;
+    ::EnumChildWindows(form.Handle(), FindHosted, reinterpret_cast<LPARAM>(&found));
+    return *found;
 }
 
 void Type(TForm& form, const std::string& edit, const std::string& text) {

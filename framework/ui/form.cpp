@@ -1,7 +1,5 @@
 #include "framework/ui/form.h"
 
-#include <commctrl.h>
-
 #include "framework/base/exceptions.h"
 #include "framework/ui/application.h"
 #include "framework/ui/buttons.h"
@@ -199,24 +197,6 @@ bool TForm::HandleKey(WPARAM key) {
         return true;
     // Pages are turned also by who is beside them.
     return key == VK_TAB && !Hosted() && OfferKeyInside(key);
-}
-
-void TForm::SetHint(TControl& control, const std::wstring& text) {
-    if (!Hints_)
-        Hints_ = ::CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
-                                   WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, 0, 0, 0, 0, Handle(),
-                                   nullptr, ::GetModuleHandleW(nullptr), nullptr);
-    std::wstring shown = text;
-    TOOLINFOW tool{};
-    // The size before the last field: without version 6 of the common controls the whole is
-    // refused.
-    tool.cbSize = TTTOOLINFOW_V2_SIZE;
-    tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
-    tool.hwnd = Handle();
-    tool.uId = reinterpret_cast<UINT_PTR>(control.Handle());
-    tool.lpszText = shown.data();
-    ::SendMessageW(Hints_, TTM_DELTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
-    ::SendMessageW(Hints_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
 }
 
 void TForm::CloseQuery() {

@@ -70,8 +70,6 @@ public:
     /// Sees the keys pressed in the form and in forms hosted by it before the control that has the
     /// focus does, the hosted form first; true when it used the key up.
     std::function<bool(WPARAM key)> OnKeyPreview;
-    /// Shows a text while the mouse rests on a control of this form, hosted or not.
-    void SetHint(TControl& control, const std::wstring& text);
 
 protected:
     LRESULT WndProc(UINT message, WPARAM wParam, LPARAM lParam) override;
@@ -100,7 +98,6 @@ private:
     TMainMenu* Menu_ = nullptr;         // the menu bar, or none
     bool Modal_ = false;
     SIZE MinClientSize_{};
-    HWND Hints_ = nullptr;  // the window of the hints, made when it is first needed
 };
 
 }  // namespace framework

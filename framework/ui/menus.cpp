@@ -75,12 +75,6 @@ TMenuItem& TMenuItem::Root() {
     return *root;
 }
 
-void TMenuItem::SetCaption(const std::string& caption) {
-    Caption_ = caption;
-    if (Parent_)
-        Parent_->ItemsChanged();
-}
-
 void TMenuItem::SetEnabled(bool enabled) {
     if (enabled == Enabled_)
         return;

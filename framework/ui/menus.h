@@ -42,7 +42,6 @@ public:
     const std::vector<TMenuItem*>& Items() const { return Items_; }
 
     const std::string& Caption() const { return Caption_; }
-    void SetCaption(const std::string& caption);
     bool Enabled() const { return Enabled_; }
     void SetEnabled(bool enabled);
     bool Checked() const { return Checked_; }

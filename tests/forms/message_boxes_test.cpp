@@ -156,14 +156,7 @@ TEST(MessageBoxes, LeaveNothingBehind) {
         ExpectForm("c", [](TForm& form) { Click(form, "BitBtn1"); });
         Show_OkForm("c", "text", 0);
     };
-    show();
-    const tests::TResources before = tests::CountResources();
-    for (int i = 0; i < 100; ++i)
-        show();
-    const tests::TResources after = tests::CountResources();
-    EXPECT_EQ(after.Windows, before.Windows);
-    EXPECT_EQ(after.GdiObjects, before.GdiObjects);
-    EXPECT_EQ(after.Handles, before.Handles);
+    tests::ExpectNothingLeft(100, show);
 }
 
 }  // namespace

@@ -225,13 +225,7 @@ TEST(Forms, LeaveNothingBehind) {
         form.Make<TLabel>("L", form, "L");
         form.Show();
     };
-    open();
-    const tests::TResources before = tests::CountResources();
-    for (int i = 0; i < 100; ++i)
-        open();
-    const tests::TResources after = tests::CountResources();
-    EXPECT_EQ(after.Windows, before.Windows);
-    EXPECT_EQ(after.GdiObjects, before.GdiObjects);
+    tests::ExpectNothingLeft(100, open);
 }
 
 }  // namespace
