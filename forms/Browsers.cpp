@@ -32,8 +32,7 @@ TBrowser_Form::TBrowser_Form(const std::string& caption) : TForm(caption, TFormB
         margin.SetAlign(align);
     }
     PageControl1_->SetAlign(TAlign::Client);
-    SetBounds(0, 0, Scale(652), Scale(535));
-    SetClientSize(static_cast<int>(ClientSize().cx), static_cast<int>(ClientSize().cy));
+    SetSize(Scale(652), Scale(535));
     SetMinClientSize(Scale(400), Scale(320));
 }
 
@@ -56,11 +55,8 @@ void TBrowser_Form::AddTabs(const TFrameDetFormClass& formClass, TCvsObject& cvs
     form.SetVisible(true);
     int height = 0, width = 0;
     form.GetSize(height, width);
-    const SIZE inner = ClientSize();
-    const int frameWidth = Width() - static_cast<int>(inner.cx);
-    const int frameHeight = Height() - static_cast<int>(inner.cy);
-    SetClientSize(std::max(Width(), width + Scale(WidthAround)) - frameWidth,
-                  std::max(Height(), height + Scale(HeightAround)) - frameHeight);
+    SetSize(std::max(Width(), width + Scale(WidthAround)),
+            std::max(Height(), height + Scale(HeightAround)));
 }
 
 bool Show_Browser(const std::string& caption, const std::vector<TFrameDetFormClass>& formClasses,
@@ -68,6 +64,7 @@ bool Show_Browser(const std::string& caption, const std::vector<TFrameDetFormCla
     TBrowser_Form browser(caption);
     for (const TFrameDetFormClass& formClass : formClasses)
         browser.AddTabs(formClass, cvs);
+    browser.PutInOrder();
     return browser.ShowModal() == mrOk;
 }
 

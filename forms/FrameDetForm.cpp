@@ -10,9 +10,7 @@ void TFrameDetForm::SetDesignSize(int width, int height) {
 }
 
 void TFrameDetForm::SetFormHeight(int height) {
-    const SIZE inner = ClientSize();
-    SetClientSize(static_cast<int>(inner.cx),
-                  Scale(height) - (Height() - static_cast<int>(inner.cy)));
+    SetSize(Width(), Scale(height));
     DesignSize_ = {Width(), Height()};
 }
 

@@ -79,11 +79,8 @@ void TFrame_Frm::AddFrame(const TFrameDetFormClass& formClass, TCvsObject& cvs) 
     frame.LoadFormData();
     frame.SetAlign(TAlign::Client);
     // Of whole windows: the step was designed with the same frame as this dialog has.
-    const SIZE inner = ClientSize();
-    const int frameWidth = Width() - static_cast<int>(inner.cx);
-    const int frameHeight = Height() - static_cast<int>(inner.cy);
-    SetClientSize(std::max(Width(), width + Scale(PictureRoom)) - frameWidth,
-                  std::max(Height(), height + Scale(ButtonRoom)) - frameHeight);
+    SetSize(std::max(Width(), width + Scale(PictureRoom)),
+            std::max(Height(), height + Scale(ButtonRoom)));
 }
 
 void TFrame_Frm::ShowFirst() {

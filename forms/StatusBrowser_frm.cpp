@@ -39,6 +39,7 @@ std::optional<COLORREF> RowColour(const TListRow& row) {
 
 TStatusBrowser_Form::TStatusBrowser_Form() : TFrameDetForm("Status") {
     StatusBrowser_Form = this;
+    const TLayoutUpdate layout(*this);
     AddMenu();
     AddControls();
     SetDesignSize(640, 480);
@@ -187,11 +188,10 @@ void TStatusBrowser_Form::LoadRootNodes() {
             node.SetHasChildren(item.IsDirectory);
             item.TreeNode = &node;
         }
+        // What the user came for; nobody has to open it first.
+        top.SetExpanded(true);
+        top.SetSelected(true);
     }
-    // What the user came for; nobody has to open it first.
-    TTreeViewNode& top = *TreeView1_->Root().Children().front();
-    top.SetExpanded(true);
-    top.SetSelected(true);
     LoadRootLw();
     // Filled again in a moment, the list would lose what the user has selected meanwhile.
     Timer1_->SetEnabled(false);

@@ -3,8 +3,9 @@
 #include <windowsx.h>
 
 #include <algorithm>
+#include <iterator>
+#include <unordered_map>
 #include <utility>
-#include <vector>
 
 #include "framework/base/exceptions.h"
 #include "framework/base/text.h"
@@ -16,9 +17,18 @@
 namespace framework {
 namespace {
 
-// A window that belongs to a control carries the procedure it had before. Others may subclass it
-// after us, so the present procedure tells nothing.
-constexpr wchar_t SystemProcProperty[] = L"FrameworkSystemProc";
+/// A window of a control.
+struct TOwned {
+    TControl* Control;  // null when it went before its window
+    WNDPROC SystemProc;
+};
+
+// Others may subclass a window after us, so its present procedure tells nothing, and a property of
+// the window takes the system long to find: every notification asks.
+std::unordered_map<HWND, TOwned>& OwnedWindows() {
+    static std::unordered_map<HWND, TOwned> windows;
+    return windows;
+}
 
 // Where a menu is asked for that the mouse does not point to.
 constexpr LPARAM Keyboard = -1;
@@ -26,11 +36,6 @@ constexpr LPARAM Keyboard = -1;
 /// The two keys for it. Not every control of the system knows both.
 bool AsksForMenu(UINT message, WPARAM key) {
     return message == WM_KEYUP ? key == VK_APPS : key == VK_F10 && ::GetKeyState(VK_SHIFT) < 0;
-}
-
-WNDPROC SystemProcOf(HWND window) {
-    return reinterpret_cast<WNDPROC>(
-        reinterpret_cast<void*>(::GetPropW(window, SystemProcProperty)));
 }
 
 void TakeEdge(RECT& area, RECT& bounds, TAlign align) {
@@ -56,19 +61,26 @@ void TakeEdge(RECT& area, RECT& bounds, TAlign align) {
     }
 }
 
-std::vector<TControl*> Children(HWND parent) {
-    std::vector<TControl*> children;
-    for (HWND child = ::GetWindow(parent, GW_CHILD); child; child = ::GetWindow(child, GW_HWNDNEXT))
-        if (TControl* control = TControl::FromHandle(child))
-            children.push_back(control);
-    return children;
-}
-
 }  // namespace
+
+TControl::TControl(TControl* parent) {
+    SetParent(parent);
+}
 
 TControl::~TControl() {
     FreeComponents();
     DestroyHandle();
+    SetParent(nullptr);
+    for (TControl* child : Children_)
+        child->Parent_ = nullptr;
+}
+
+void TControl::SetParent(TControl* parent) {
+    if (Parent_)
+        std::erase(Parent_->Children_, this);
+    Parent_ = parent;
+    if (Parent_)
+        Parent_->Children_.push_back(this);
 }
 
 void TControl::DestroyHandle() {
@@ -76,7 +88,7 @@ void TControl::DestroyHandle() {
         return;
     // From here on the window has no control; its messages go to the system's procedure.
     const HWND window = std::exchange(Handle_, nullptr);
-    ::SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+    OwnedWindows()[window].Control = nullptr;
     ::DestroyWindow(window);
 }
 
@@ -88,35 +100,31 @@ void TControl::CreateHandle(const wchar_t* windowClass, DWORD style, DWORD exSty
                                 ::GetModuleHandleW(nullptr), nullptr);
     if (!Handle_)
         RaiseLastOSError();
-    ::SetWindowLongPtrW(Handle_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
-    SystemProc_ = reinterpret_cast<WNDPROC>(
-        ::SetWindowLongPtrW(Handle_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(GuardedProc)));
-    ::SetPropW(Handle_, SystemProcProperty, reinterpret_cast<HANDLE>(SystemProc_));
+    SystemProc_ = reinterpret_cast<WNDPROC>(::GetWindowLongPtrW(Handle_, GWLP_WNDPROC));
+    OwnedWindows()[Handle_] = {this, SystemProc_};
+    ::SetWindowLongPtrW(Handle_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(GuardedProc));
     if (Parent_)
         ::SendMessageW(Handle_, WM_SETFONT, ::SendMessageW(parent, WM_GETFONT, 0, 0), FALSE);
 }
 
 TControl* TControl::FromHandle(HWND window) {
-    // Windows of others may keep anything in that place.
-    if (!window || !SystemProcOf(window))
-        return nullptr;
-    return reinterpret_cast<TControl*>(::GetWindowLongPtrW(window, GWLP_USERDATA));
+    const auto found = OwnedWindows().find(window);
+    return found == OwnedWindows().end() ? nullptr : found->second.Control;
 }
 
 LRESULT CALLBACK TControl::GuardedProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    auto* const control = reinterpret_cast<TControl*>(::GetWindowLongPtrW(window, GWLP_USERDATA));
-    if (!control || message == WM_NCDESTROY) {
-        const WNDPROC systemProc = SystemProcOf(window);
-        if (message == WM_NCDESTROY) {
-            // The system took the window before its control was freed, or just after.
-            if (control)
-                control->Handle_ = nullptr;
-            ::SetWindowLongPtrW(window, GWLP_USERDATA, 0);
-            ::RemovePropW(window, SystemProcProperty);
-        }
-        return ::CallWindowProcW(systemProc ? systemProc : ::DefWindowProcW, window, message,
-                                 wParam, lParam);
+    const auto found = OwnedWindows().find(window);
+    const TOwned owned =
+        found == OwnedWindows().end() ? TOwned{nullptr, ::DefWindowProcW} : found->second;
+    TControl* const control = owned.Control;
+    if (message == WM_NCDESTROY) {
+        // The system took the window before its control was freed, or just after.
+        if (control)
+            control->Handle_ = nullptr;
+        OwnedWindows().erase(window);
     }
+    if (!control || message == WM_NCDESTROY)
+        return ::CallWindowProcW(owned.SystemProc, window, message, wParam, lParam);
     try {
         return control->WndProc(message, wParam, lParam);
     } catch (...) {
@@ -325,8 +333,28 @@ SIZE TControl::TextSize(const std::string& text, int maxWidth) const {
     return {area.right, area.bottom};
 }
 
+void TControl::EndLayout() {
+    if (--HeldLayouts_ == 0)
+        AlignAll();
+}
+
+bool TControl::LayoutHeld() const {
+    for (const TControl* control = this; control; control = control->Parent_)
+        if (control->HeldLayouts_ > 0)
+            return true;
+    return false;
+}
+
+void TControl::AlignAll() {
+    AlignControls();
+    for (TControl* child : ChildrenWithWindows())
+        child->AlignAll();
+}
+
 void TControl::AlignControls() {
-    const std::vector<TControl*> children = Children(Handle_);
+    if (LayoutHeld())
+        return;
+    const std::vector<TControl*> children = ChildrenWithWindows();
     for (TControl* child : children)
         if (child->Anchors_ != (akLeft | akTop))
             child->FollowAnchors();
@@ -355,8 +383,14 @@ bool TControl::OfferKey(HWND window, WPARAM key) {
     return false;
 }
 
+std::vector<TControl*> TControl::ChildrenWithWindows() const {
+    std::vector<TControl*> children;
+    std::ranges::copy_if(Children_, std::back_inserter(children), &TControl::Handle);
+    return children;
+}
+
 bool TControl::OfferKeyInside(WPARAM key) {
-    for (TControl* child : Children(Handle_))
+    for (TControl* child : ChildrenWithWindows())
         if (child->Visible() && (child->HandleKey(key) || child->OfferKeyInside(key)))
             return true;
     return false;

@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "framework/api.h"
 #include "framework/base/handle.h"
@@ -55,6 +56,10 @@ public:
     SIZE ClientSize() const;
     /// A control along an edge keeps the extent it had across that edge.
     void SetAlign(TAlign align);
+    /// Between the two, what stands on the control keeps its places, however sizes change; then all
+    /// of it is put in order at once. Brackets may stand in brackets. TLayoutUpdate is the bracket.
+    void BeginLayout() { ++HeldLayouts_; }
+    void EndLayout();
     /// From now on the control keeps the distances it has from these sides when the parent's size
     /// changes. To the left and top only, it stays where it is, as controls do of themselves.
     void SetAnchors(TAnchors anchors);
@@ -82,7 +87,7 @@ public:
 
 protected:
     /// @param parent the control to stand on; none for forms.
-    explicit TControl(TControl* parent) : Parent_(parent) {}
+    explicit TControl(TControl* parent);
 
     /// Creates the window and puts it under WndProc. Raises EOSError when it cannot be created.
     void CreateHandle(const wchar_t* windowClass, DWORD style, DWORD exStyle, HWND parent,
@@ -98,7 +103,7 @@ protected:
     /// The control's bar was moved.
     virtual void Scrolled(WPARAM /*what*/) {}
     /// Makes the control stand on another one. Does not move its window.
-    void SetParent(TControl* parent) { Parent_ = parent; }
+    void SetParent(TControl* parent);
     /// The control has got another size; its aligned children have followed.
     virtual void Resized() {}
     /// The parent has put its children to their places.
@@ -122,12 +127,18 @@ private:
     static LRESULT CALLBACK GuardedProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     // What the parent is asked about a child before the child draws its text.
     LRESULT Colour(TControl& child, UINT message, WPARAM wParam, LPARAM lParam);
+    // A copy, for walks on which controls may be made or freed.
+    std::vector<TControl*> ChildrenWithWindows() const;
+    bool LayoutHeld() const;
+    void AlignAll();
     void FollowAnchors();
     void OpenPopupMenu(LPARAM mouse);
 
     HWND Handle_ = nullptr;
     WNDPROC SystemProc_ = nullptr;
-    TControl* Parent_;
+    TControl* Parent_ = nullptr;
+    std::vector<TControl*> Children_;  // in the order they were made
+    int HeldLayouts_ = 0;
     TAlign Align_ = TAlign::None;
     TAnchors Anchors_ = akLeft | akTop;
     RECT AnchorMargins_{};  // distances from the parent's four sides
@@ -136,6 +147,18 @@ private:
     std::optional<COLORREF> FontColor_;
     GdiObject BoldFont_;
     TPopupMenu* PopupMenu_ = nullptr;
+};
+
+/// The bracket of BeginLayout and EndLayout.
+class TLayoutUpdate {
+public:
+    explicit TLayoutUpdate(TControl& control) : Control_(control) { Control_.BeginLayout(); }
+    ~TLayoutUpdate() { Control_.EndLayout(); }
+    TLayoutUpdate(const TLayoutUpdate&) = delete;
+    TLayoutUpdate& operator=(const TLayoutUpdate&) = delete;
+
+private:
+    TControl& Control_;
 };
 
 }  // namespace framework

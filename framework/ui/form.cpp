@@ -68,9 +68,13 @@ TForm::~TForm() {
 
 void TForm::SetClientSize(int width, int height) {
     const SIZE size = WithFrame({width, height});
-    ::SetWindowPos(Handle(), nullptr, 0, 0, size.cx, size.cy,
-                   SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
-    Centre();
+    SetSize(size.cx, size.cy);
+}
+
+void TForm::SetSize(int width, int height) {
+    const RECT area = WorkArea();
+    SetBounds((area.left + area.right - width) / 2, (area.top + area.bottom - height) / 2, width,
+              height);
 }
 
 SIZE TForm::WithFrame(SIZE inner) const {
@@ -87,13 +91,6 @@ RECT TForm::WorkArea() {
     ::GetMonitorInfoW(::MonitorFromWindow(Application().MainWindow(), MONITOR_DEFAULTTOPRIMARY),
                       &monitor);
     return monitor.rcWork;
-}
-
-void TForm::Centre() {
-    const RECT area = WorkArea();
-    ::SetWindowPos(Handle(), nullptr, (area.left + area.right - Width()) / 2,
-                   (area.top + area.bottom - Height()) / 2, 0, 0,
-                   SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void TForm::HostIn(TControl& parent) {

@@ -41,6 +41,8 @@ public:
     int Scale(int units) const { return ::MulDiv(units, Dpi_, 96); }
     /// Sets the size of the inner area, in pixels, and centres the form on the screen.
     void SetClientSize(int width, int height);
+    /// The same with the size of the whole form.
+    void SetSize(int width, int height);
 
     /// The least size of the inner area that the user can give a sizeable form, in pixels.
     void SetMinClientSize(int width, int height) { MinClientSize_ = {width, height}; }
@@ -84,7 +86,6 @@ private:
     friend class TButton;
     friend class TMainMenu;
     bool PreviewKey(const MSG& message);
-    void Centre();
     SIZE WithFrame(SIZE inner) const;
     void RestoreFocus();
     TModalResult RunModal();

@@ -55,10 +55,12 @@ void TImageList::DrawCheckBox(HDC dc, const RECT& area, bool checked) {
 HIMAGELIST ShellSmallImageList() {
     static const auto info =
         ImportFunction<decltype(::SHGetFileInfoW)>(L"shell32.dll", "SHGetFileInfoW");
+    static HIMAGELIST list = nullptr;
     SHFILEINFOW file{};
-    return info ? reinterpret_cast<HIMAGELIST>(
-                      info(L"C:\\", 0, &file, sizeof file, SHGFI_SYSICONINDEX | SHGFI_SMALLICON))
-                : nullptr;
+    if (!list && info)
+        list = reinterpret_cast<HIMAGELIST>(
+            info(L"C:\\", 0, &file, sizeof file, SHGFI_SYSICONINDEX | SHGFI_SMALLICON));
+    return list;
 }
 
 }  // namespace framework

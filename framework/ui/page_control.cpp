@@ -8,6 +8,18 @@
 #include "framework/ui/form.h"
 
 namespace framework {
+namespace {
+
+void SendCaption(TPageControl& pages, UINT message, int tab, const TTabSheet& page) {
+    std::wstring caption = ToWide(page.Text());
+    TCITEMW item{};
+    item.mask = TCIF_TEXT;
+    item.pszText = caption.data();
+    ::SendMessageW(pages.Handle(), message, static_cast<WPARAM>(tab),
+                   reinterpret_cast<LPARAM>(&item));
+}
+
+}  // namespace
 
 TPageControl::TPageControl(TControl& parent) : TControl(&parent) {
     const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_TAB_CLASSES};
@@ -31,19 +43,20 @@ void TPageControl::Remove(TTabSheet& page) {
     RebuildTabs();
 }
 
+void TPageControl::AddTab() {
+    const int page = PageCount() - 1;
+    SendCaption(*this, TCM_INSERTITEMW, TabOf(page), Page(page));
+    if (Active_ < 0)
+        ShowPage(page);
+    PlacePages();
+}
+
 void TPageControl::RebuildTabs() {
     ::SendMessageW(Handle(), TCM_DELETEALLITEMS, 0, 0);
     int tab = 0;
-    for (const TTabSheet* page : Pages_) {
-        if (!page->TabVisible())
-            continue;
-        std::wstring caption = ToWide(page->Text());
-        TCITEMW item{};
-        item.mask = TCIF_TEXT;
-        item.pszText = caption.data();
-        ::SendMessageW(Handle(), TCM_INSERTITEMW, static_cast<WPARAM>(tab++),
-                       reinterpret_cast<LPARAM>(&item));
-    }
+    for (const TTabSheet* page : Pages_)
+        if (page->TabVisible())
+            SendCaption(*this, TCM_INSERTITEMW, tab++, *page);
     int shown = Active_;
     if (TabOf(shown) < 0)
         shown = PageOf(std::min(std::max(TabOf(shown - 1), 0), tab - 1));
@@ -88,7 +101,7 @@ void TPageControl::ShowPage(int index) {
     if (index >= 0)
         Page(index).SetVisible(true);
     for (int other = 0; other < PageCount(); ++other)
-        if (other != index)
+        if (other != index && Page(other).Visible())
             Page(other).SetVisible(false);
     // The keyboard must not stay with a page that nobody sees.
     if (!before || !::IsChild(before, focus) || index < 0 || before == Page(index).Handle())
@@ -196,7 +209,7 @@ TTabSheet::TTabSheet(TPageControl& pages, const std::string& caption)
     : TControl(&pages), Pages_(&pages), Caption_(caption) {
     CreateHandle(L"STATIC", WS_CHILD | WS_CLIPCHILDREN, WS_EX_CONTROLPARENT, pages.Handle());
     Pages_->Pages_.push_back(this);
-    Pages_->RebuildTabs();
+    Pages_->AddTab();
 }
 
 TTabSheet::~TTabSheet() {
@@ -206,7 +219,9 @@ TTabSheet::~TTabSheet() {
 
 void TTabSheet::SetText(const std::string& text) {
     Caption_ = text;
-    Pages_->RebuildTabs();
+    const auto index = std::ranges::find(Pages_->Pages_, this) - Pages_->Pages_.begin();
+    if (TabVisible_)
+        SendCaption(*Pages_, TCM_SETITEMW, Pages_->TabOf(static_cast<int>(index)), *this);
 }
 
 void TTabSheet::SetTabVisible(bool visible) {

@@ -44,6 +44,8 @@ private:
     friend class TTabSheet;
     void Remove(TTabSheet& page);
     void RebuildTabs();
+    /// Gives the last page its tab.
+    void AddTab();
     void PlacePages();
     void ShowPage(int index);
     void Turn(int step);

@@ -43,7 +43,10 @@ TTreeViewNode& TTreeViewNode::AddChild(const std::string& text) {
 void TTreeViewNode::DeleteChildren() {
     if (Children_.empty())
         return;
-    Tree_.InsertPending();
+    if (Parent_)
+        Tree_.InsertPending();
+    else
+        Tree_.Pending_.clear();
     // Else the selection would wander from one node that goes to the next.
     for (const TTreeViewNode* node = Tree_.Selected(); node; node = node->Parent_)
         if (node->Parent_ == this) {
@@ -170,6 +173,7 @@ TTreeView::TTreeView(TControl& parent)
 TTreeView::~TTreeView() {
     // No events of a tree that goes but the one that everybody has to know of.
     OnChange = nullptr;
+    Pending_.clear();
     Root_.reset();
 }
 
@@ -189,7 +193,8 @@ void TTreeView::BeginUpdate() {
 }
 
 void TTreeView::EndUpdate() {
-    if (--Deferring_ == 0)
+    // What nobody sees yet may never be seen.
+    if (--Deferring_ == 0 && ::IsWindowVisible(Parent()->Handle()))
         InsertPending();
     if (--Updating_ == 0)
         ::SendMessageW(Handle(), WM_SETREDRAW, TRUE, 0);
@@ -282,6 +287,9 @@ LRESULT TTreeView::Notify(NMHDR& header) {
 }
 
 LRESULT TTreeView::WndProc(UINT message, WPARAM wParam, LPARAM lParam) {
+    const bool asked = message >= TV_FIRST && message < TV_FIRST + 0x100;
+    if (!Pending_.empty() && Deferring_ == 0 && (asked || ::IsWindowVisible(Handle())))
+        InsertPending();
     if (message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK) {
         TVHITTESTINFO hit{};
         hit.pt = {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};

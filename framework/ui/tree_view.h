@@ -76,7 +76,7 @@ public:
     TTreeViewNode* Selected() const;
 
     /// Nothing is drawn between the two, and nodes are handed to the system at the end, with all
-    /// that was set by then. Brackets may stand in brackets.
+    /// that was set by then, or when the tree is first seen. Brackets may stand in brackets.
     void BeginUpdate();
     void EndUpdate();
 
