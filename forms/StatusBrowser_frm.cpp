@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/ComForCall.h"
+#include "core/CvsExecute.h"
 #include "core/Cvs_files.h"
 #include "cvs/Cvstempl.h"
 #include "forms/DiffColours.h"
@@ -230,7 +231,16 @@ TWorkDirItem* TStatusBrowser_Form::SelectedInTree() const {
     return node ? ItemOf(node->Data()) : nullptr;
 }
 
+bool TStatusBrowser_Form::PutOff(TTimer& timer) {
+    if (!CvsObject->ExecuteClass->Thread)
+        return false;
+    timer.Restart();
+    return true;
+}
+
 void TStatusBrowser_Form::Timer1Timer() {
+    if (PutOff(*Timer1_))
+        return;
     TWorkDirItem* const item = SelectedInTree();
     if (!item)
         return LoadRootLw();
@@ -257,6 +267,8 @@ void TStatusBrowser_Form::ListView1DblClick() {
 // --- the pages --------------------------------------------------------------------------------
 
 void TStatusBrowser_Form::Timer2Timer() {
+    if (PutOff(*Timer2_))
+        return;
     TPage& diff = Pages_[DiffPage];
     Pages_[StatusPage].Sheet->SetEnabled(false);
     Pages_[LogPage].Sheet->SetEnabled(false);

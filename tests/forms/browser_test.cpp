@@ -5,6 +5,7 @@
 #include <richedit.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "core/Cvs_utils.h"
 #include "cvs/Dialogs.h"
@@ -409,6 +410,31 @@ TEST_F(Browser, WaitsUntilTheSelectionRests) {
         form.ModalResult = mrCancel;
     });
     Sh_StatusBrowser(obj);
+}
+
+TEST_F(Browser, ShowsTheTextsOfOneFileWhenAnotherIsSelectedMeanwhile) {
+    Sandbox.Write(Copy + "\\b.c", "another\r\n");
+    Touch(Copy + "\\b.c");
+    Obj.Load_WorkDirTree();
+    Open([&](TPage page) {
+        // The timers come due while the client is at work for the first file.
+        Obj.OnMessage = [&, log = Obj.OnMessage, first = true](TObject* sender,
+                                                               const std::string& text) mutable {
+            log(sender, text);
+            if (!std::exchange(first, false))
+                return;
+            page.Node("b.c").SetSelected(true);
+            for (const char* name : {"Timer1", "Timer2"})
+                Part<TTimer>(page.Form, name).OnTimer(nullptr);
+        };
+        page.Select("a.c");
+        EXPECT_EQ(page.Rows(), "b.c: Changed in workspace, red\n");
+        for (const int index : {Status, Log, Diff}) {
+            EXPECT_NE(page.Text(index).find("b.c"), std::string::npos) << page.Text(index);
+            EXPECT_EQ(page.Text(index).find("a.c"), std::string::npos) << page.Text(index);
+        }
+        EXPECT_EQ(Runs(), 6) << Obj.Messages.All();
+    });
 }
 
 TEST_F(Browser, ColoursComparisonsOfAllKindsOfLines) {
