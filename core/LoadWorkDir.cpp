@@ -24,13 +24,16 @@ public:
         for (const std::string_view own : {".EXE", ".ICO", ".CUR", ".LNK"})
             if (kind == own)
                 return GetShellImage(SlashSep(dir, name), false, false);
-        const auto [icon, isNew] = Icons_.try_emplace(kind, 0);
-        if (isNew)
+        const auto icon = Icons_.try_emplace(kind, NoIcon).first;
+        // A name that the code page cannot write finds nothing; that says nothing of its kind.
+        if (icon->second == NoIcon)
             icon->second = GetShellImage(SlashSep(dir, name), false, false);
         return icon->second;
     }
 
 private:
+    static constexpr int NoIcon = -1;
+
     static std::string ExtensionOf(const std::string& name) {
         const std::size_t dot = name.rfind('.');
         return dot == std::string::npos ? std::string() : framework::UpperCase(name.substr(dot));

@@ -6,6 +6,8 @@
 #include "framework/base/file_functions.h"
 #include "framework/base/files.h"
 #include "framework/base/format.h"
+#include "framework/base/handle.h"
+#include "framework/base/text.h"
 #include "framework/ui/views.h"
 #include "support/Files.h"
 #include "tests/core/TestObject.h"
@@ -250,6 +252,21 @@ TEST_F(WorkDirTree, LoadsEveryFolderAndGoesOnAfterErrors) {
     Obj.Set_WorkingDirectory(Folder / "gone");
     Obj.Load_WorkDirTree();
     EXPECT_EQ(Obj.Messages.All(), "working  directory is not set\r\n");
+}
+
+TEST_F(WorkDirTree, FindsTheIconOfAKindWhoseFirstNameCannotBeWritten) {
+    // The code page has no long vowels: the system lists the name with a plain letter.
+    const std::wstring path = framework::ToWide(Folder.Path()) + L"\\a\u0101.txt";
+    ASSERT_TRUE(framework::FileHandle(
+        ::CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr)));
+    Obj.Set_WorkingDirectory(Folder.Path());
+    support::WriteBytes(Folder / "b.txt", "text");
+    Obj.Load_WorkDirTree();
+    std::string listed;
+    for (const TWorkDirItem& item : Obj.WorkDirTree)
+        listed += item.Name + (item.ImageIndex < 0 ? " none, " : " icon, ");
+    EXPECT_EQ(listed, "aa.txt none, b.txt icon, ");
+    ::DeleteFileW(path.c_str());
 }
 
 }  // namespace
