@@ -12,11 +12,13 @@ namespace framework {
 /// Carries no time zone: whoever holds the value says whether it is local or UTC.
 using TDateTime = double;
 
+/// A day of the calendar: years 1 to 9999, months and days from 1.
 struct DateParts {
     int Year, Month, Day;
     bool operator==(const DateParts&) const = default;
 };
 
+/// A time of day, from 0:00:00.000 to 23:59:59.999.
 struct TimeParts {
     int Hour, Minute, Second, MilliSecond;
     bool operator==(const TimeParts&) const = default;
