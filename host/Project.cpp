@@ -64,6 +64,8 @@ void TProject::MessageReceived(const std::string& text) {
         Cvs_.AnswerPrompts = false;
     if (Cvs_.Operation == otLogin && text.find("CVS password:") != std::string::npos)
         Cvs_.AnswerPrompts = false;
+    // Reading goes on when this has been handled, unless it is not to.
+    WatchCancel();
 }
 
 void TProject::Load() {
@@ -124,6 +126,7 @@ void TProject::Prepare(const std::vector<std::string>& selection) {
     Cvs_.LogListA.Clear();
     Cvs_.LogListB.Clear();
     Cvs_.Aborted = false;
+    CancelWatch_.Restart();
     Connect();
     RepairRoot();
     Cvs_.FileItems.Clear();

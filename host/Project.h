@@ -83,7 +83,9 @@ private:
     TSettings& Settings_;
     const std::string Folder_;
     const TOfflineLog OfflineLog_;
-    framework::TTimer CancelWatch_{200};
+    // Sees to the mark of a run that says nothing. A tick within the quiet second after which the
+    // progress form shows would keep it hidden, and there would be nothing to press.
+    framework::TTimer CancelWatch_{1500};
     tandrel::TCvsObject Cvs_;
 };
 

@@ -107,8 +107,11 @@ int main(int count, char** arguments) {
     } else if (mode == "sleep") {
         ::Sleep(static_cast<DWORD>(number(1)));
     } else if (mode == "say-and-sleep") {
-        Write(words[1]);
-        ::Sleep(static_cast<DWORD>(number(2)));
+        // Once, or as often as said.
+        for (int i = words.size() > 3 ? number(3) : 1; i > 0; --i) {
+            Write(words[1]);
+            ::Sleep(static_cast<DWORD>(number(2)));
+        }
     } else if (mode == "close-output-and-stay") {
         // A console would keep a handle of the output for itself.
         ::FreeConsole();

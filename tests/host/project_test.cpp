@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include "core/CvsExecute.h"
 #include "core/Cvsroot.h"
+#include "core/Progress_frm.h"
 #include "framework/base/registry.h"
 #include "framework/ui/application.h"
 #include "framework/ui/timer.h"
@@ -94,6 +96,24 @@ TEST_F(Projects, SurviveAClientThatCrashes) {
     Form.OpenProject(Folder / "one");
     EXPECT_FALSE(Run("crash"));
     EXPECT_TRUE(Run("exit 0")) << "and go on";
+}
+
+TEST_F(Projects, ShowACommandThatTakesLongAndLetTheUserCancelIt) {
+    Form.OpenProject(Folder / "one");
+    TCvsObject& cvs = Form.Project()->Cvs();
+    bool shown = false;
+    cvs.OnMessage = [&, host = cvs.OnMessage](TObject* sender, const std::string& text) {
+        host(sender, text);
+        tandrel::Progress_frm::TVcs_ProgressForm& form = *cvs.ExecuteClass->ProgressForm;
+        if (shown || !form.Visible())
+            return;
+        shown = true;
+        tests::Click(form, "BitBtn2");
+    };
+    // Each pause is longer than the second after which the form shows.
+    EXPECT_FALSE(Run("say-and-sleep . 1500 20"));
+    EXPECT_TRUE(shown);
+    EXPECT_NE(Told().find("User cancel execute command"), std::string::npos);
 }
 
 TEST_F(Projects, CloseWhenTheCommandHasEnded) {
