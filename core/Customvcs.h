@@ -44,6 +44,7 @@ public:
     virtual std::string Get_CurrentProcDirectory();
     /// The variables set for the child, for messages.
     virtual std::string GetEnvVariable();
+    /// Names the repository that commands work on, the way the client wants it.
     virtual void SetCVSROOT(const std::string& Value);
     /// Whether a folder of this name is the client's own.
     virtual bool CVS_SystemDirectory(const std::string& Name);
@@ -75,14 +76,25 @@ public:
     virtual void SavePreferences(HKEY RootKey, const std::string& Key);
     /// The child may be waiting for an answer: puts one into `Answer`. @param Output what it wrote.
     virtual void ProcessConfirm(const std::string& Output, std::string& Answer);
+
+    /// The operations, on the whole project or on FileItems. They return when they are over: true
+    /// when their last command succeeded, false also when the user cancelled. Here they record
+    /// their kind and answer false. @param Interactive ask for options and show the result.
+    ///
+    /// Making a repository, logging in and logging out also go to the folder for temporary files
+    /// when there is no working directory.
     virtual bool CreateLocalRepository();
+    /// Imports the working directory and makes a working copy of it. No body here.
     virtual bool PlaceProject();
+    /// Makes the project's folder from the repository. No body here.
     virtual bool PullProject();
+    /// Makes an ordinary folder of the working copy.
     virtual bool RemoveProjectFrom();
     virtual bool CheckOut(bool Interactive);
     virtual bool Update();
     virtual bool Commit(bool Interactive);
     virtual bool Add();
+    /// Deletes the listed files first when DeleteLocalFiles is set.
     virtual bool Remove();
     virtual bool Import(bool Interactive);
     virtual bool Release();
@@ -105,19 +117,26 @@ public:
     virtual bool Unedit();
     virtual bool watch();
     virtual bool Watchers();
+    /// Windows on the project, and help on an operation. No bodies here.
     virtual bool WatchersBrowser();
     virtual bool StatusBrowser();
     virtual bool CommitBrowser();
     virtual bool Preferences();
     virtual void HelpCommand(TOperationType Op);
-    /// Puts one file under version control.
+
+    /// Puts one file under version control. As with all operations on one file, FileName is a full
+    /// name, and FileItems is empty afterwards.
     virtual bool AddFile(const std::string& FileName);
     /// Takes one file out of version control. @param DeleteLocal also delete it here, first.
+    /// When it cannot be deleted, nothing else is done and FileItems keeps it.
     virtual bool RemoveFile(const std::string& FileName, bool DeleteLocal);
     /// Version control for a move. @param OsMove also move the file; otherwise it has been moved.
     virtual bool MoveFile(const std::string& Src, const std::string& Dst, bool OsMove);
+    /// The file's status, told to the user.
     virtual bool StatusFile(const std::string& FileName);
+    /// Here it is Diff, on what FileItems holds.
     virtual bool DiffFile(bool Interactive, const std::string& FileName);
+    /// The file's log, told to the user.
     virtual bool LogFile(const std::string& FileName);
 
     ~TCustomCvsObj() override;
@@ -155,6 +174,7 @@ public:
     void Set_ProjectRoot(const std::string& Value);
     /// Also moves the working directory to the new name.
     void Set_Modulename(const std::string& Value);
+    /// Setting it clears DeleteLocalFiles: the file is not there any more.
     void Set_OsMoveFilesFlag(bool Value);
 
     /// Keeps the command for later, if it adds or removes files. Raises EInOutError when there is
@@ -173,7 +193,7 @@ public:
     /// Moves are done in the file system before version control hears of them.
     bool OsMoveFilesFlag() const { return OsMoveFilesFlag_; }
 
-    std::unique_ptr<TCvsExecuteClass> ExecuteClass;
+    std::unique_ptr<TCvsExecuteClass> ExecuteClass;  ///< Runs the commands; always there.
 
     std::atomic<bool> Aborted{false};         ///< Set it to stop reading the child's output.
     std::atomic<bool> SuppressOutput{false};  ///< Withholds raw output while it is captured.

@@ -34,7 +34,7 @@ public:
     /// owner's ExitCode and in its messages. A second call during a run is refused with a message.
     void Execute(const std::string& directory);
 
-    TCustomCvsObj& CvsObj;
+    TCustomCvsObj& CvsObj;  ///< The owner.
     /// Frees the form when it has not been used again for its interval.
     framework::TTimer Timer;
     /// Belongs to the application object; none while no command runs or has just run.

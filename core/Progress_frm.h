@@ -22,18 +22,20 @@ namespace Progress_frm {
 /// thread has handled them.
 inline constexpr UINT WM_STARTPROGRESS =
     WM_USER + 256;  ///< wParam: address of the runner's Thread.
-inline constexpr UINT WM_FINISHPROGRESS = WM_USER + 257;
-inline constexpr UINT WM_USERMESSAGE = WM_USER + 258;   ///< wParam: a zero-terminated line.
-inline constexpr UINT WM_USERMESSAGE2 = WM_USER + 259;  ///< wParam: zero-terminated raw output.
+inline constexpr UINT WM_FINISHPROGRESS = WM_USER + 257;  ///< Never sent by the runner.
+inline constexpr UINT WM_USERMESSAGE = WM_USER + 258;     ///< wParam: a zero-terminated line.
+inline constexpr UINT WM_USERMESSAGE2 = WM_USER + 259;    ///< wParam: zero-terminated raw output.
 
 /// The worker of one run: starts the child, hands its output to the main thread chunk by chunk,
 /// answers its questions, and waits for its end.
 class TProgressThread final : public framework::TThread {
 public:
+    /// Main thread. Takes what the run needs from the owner of `executeClass`, whose progress form
+    /// has to be there. @param createSuspended wait for Start.
     TProgressThread(bool createSuspended, TCvsExecuteClass& executeClass);
     ~TProgressThread() override;
 
-    TCvsExecuteClass& ExecuteClass;
+    TCvsExecuteClass& ExecuteClass;  ///< Who started it.
     /// Set by the form's Cancel button. It is the host's to act on.
     std::atomic<bool> CancelMark{false};
 
