@@ -19,6 +19,18 @@ namespace {
 // Lists of labels come in pieces of a kilobyte; the default limit cuts them after fifty.
 constexpr int LongestOutput = 1000000;
 
+/// Lets a timer tick while it lives.
+class TTicking {
+public:
+    explicit TTicking(TTimer& timer) : Timer_(timer) { Timer_.Restart(); }
+    ~TTicking() { Timer_.SetEnabled(false); }
+    TTicking(const TTicking&) = delete;
+    TTicking& operator=(const TTicking&) = delete;
+
+private:
+    TTimer& Timer_;
+};
+
 }  // namespace
 
 TProject::TProject(TProjectHost& window, TSettings& settings, const std::string& folder)
@@ -27,7 +39,6 @@ TProject::TProject(TProjectHost& window, TSettings& settings, const std::string&
     Cvs_.OutputListLimit = LongestOutput;
     Cvs_.Set_ServerOnline(true);
     CancelWatch_.OnTimer = [this](TObject*) { WatchCancel(); };
-    CancelWatch_.SetEnabled(true);
     BindEvents();
     Load();
     Reload();
@@ -126,7 +137,6 @@ void TProject::Prepare(const std::vector<std::string>& selection) {
     Cvs_.LogListA.Clear();
     Cvs_.LogListB.Clear();
     Cvs_.Aborted = false;
-    CancelWatch_.Restart();
     Connect();
     RepairRoot();
     Cvs_.FileItems.Clear();
@@ -143,6 +153,7 @@ bool TProject::Operate(const std::function<bool(TCvsObject&)>& operation,
     if (Running())
         return false;
     Prepare(selection);
+    const TTicking watching(CancelWatch_);
     const TFileItemsForCall cleared(Cvs_.FileItems);
     bool done = false;
     try {
@@ -189,6 +200,7 @@ void TProject::SetOnline(bool online) {
 
 void TProject::RunPending() {
     Prepare({});
+    const TTicking watching(CancelWatch_);
     const bool done = OfflineLog_.Run([this](const TKeptCommand& kept) {
         Cvs_.CommandLine = kept.Command;
         Cvs_.Execute(kept.Directory);

@@ -84,7 +84,8 @@ private:
     const std::string Folder_;
     const TOfflineLog OfflineLog_;
     // Sees to the mark of a run that says nothing. A tick within the quiet second after which the
-    // progress form shows would keep it hidden, and there would be nothing to press.
+    // progress form shows would keep it hidden, and there would be nothing to press: the interval
+    // is longer, and other projects' watches stand still.
     framework::TTimer CancelWatch_{1500};
     tandrel::TCvsObject Cvs_;
 };
