@@ -1,6 +1,7 @@
 #include "host/MainForm.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "core/Cvs_utils.h"
 #include "framework/base/files.h"
@@ -296,6 +297,12 @@ void TMainForm::CloseQuery() {
     for (const auto& project : Projects_)
         project->Save();
     Application().Terminate();
+}
+
+void TMainForm::CloseIfPending() {
+    // Once: the user may then choose to stay.
+    if (std::exchange(ClosePending_, false))
+        CloseQuery();
 }
 
 }  // namespace host

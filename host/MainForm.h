@@ -45,6 +45,8 @@ private:
     // --- the window (MainForm.cpp)
     void AddControls();
     void CloseQuery() override;
+    /// Closes the window when the user wanted to while something was running.
+    void CloseIfPending();
     void TurnTo(std::size_t index);
     void CloseProject();
     void ShowProject();

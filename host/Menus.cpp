@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/Cvs_utils.h"
+#include "framework/base/exceptions.h"
 #include "framework/base/files.h"
 #include "framework/base/paths.h"
 #include "framework/ui/application.h"
@@ -229,8 +230,7 @@ void TMainForm::Operate(const std::function<bool(TCvsObject&)>& operation, bool 
     for (TDocumentForm* document : Documents_)
         document->Reload();
     ShowFiles();
-    if (ClosePending_)
-        CloseQuery();
+    CloseIfPending();
 }
 
 void TMainForm::Import() {
@@ -312,11 +312,14 @@ void TMainForm::ToggleOnline() {
     TProject& project = *Current_;
     List_->Rows().Clear();
     Tree_->Clear();
-    {
+    try {
         const TBusy busy(Busy_);
         project.SetOnline(!project.Online());
+    } catch (const Exception& error) {
+        Tell(std::string(error.what()) + "\r\n");
     }
     ShowFiles();
+    CloseIfPending();
 }
 
 void TMainForm::AskForOptions() {

@@ -90,8 +90,7 @@ void TMainForm::RunTool(int index) {
     }
     for (TDocumentForm* document : Documents_)
         document->Reload();
-    if (ClosePending_)
-        CloseQuery();
+    CloseIfPending();
 }
 
 }  // namespace host

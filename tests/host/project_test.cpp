@@ -7,6 +7,7 @@
 #include "core/Progress_frm.h"
 #include "framework/base/registry.h"
 #include "framework/ui/application.h"
+#include "framework/ui/menus.h"
 #include "framework/ui/timer.h"
 #include "host/MainForm.h"
 #include "support/Drive.h"
@@ -116,19 +117,62 @@ TEST_F(Projects, ShowACommandThatTakesLongAndLetTheUserCancelIt) {
     EXPECT_NE(Told().find("User cancel execute command"), std::string::npos);
 }
 
+/// Chooses an item of the form's menu.
+void Pick(const TForm& form, const std::string& caption) {
+    for (const TMenuItem* menu : form.Find<TMainMenu>("Menu")->Items())
+        for (TMenuItem* item : menu->Items())
+            if (item->Caption() == caption)
+                return item->Click();
+    ADD_FAILURE() << "no such item";
+}
+
+/// The user closes the window while a command runs.
+class TCloseDuringRun {
+public:
+    explicit TCloseDuringRun(const TForm& form) {
+        Timer_.OnTimer = [this, &form](TObject*) {
+            Timer_.SetEnabled(false);
+            ::SendMessageW(form.Handle(), WM_CLOSE, 0, 0);
+            EXPECT_FALSE(Application().Terminated()) << "the command goes on";
+            Closed = true;
+        };
+        Timer_.SetEnabled(true);
+    }
+    bool Closed = false;
+
+private:
+    TTimer Timer_{200};
+};
+
+TEST_F(Projects, GoOffLineAndOnLineAgain) {
+    // There is no writing a log where a folder has its name.
+    support::WriteBytes(Folder / "one\\vcsCommand.log\\file", "");
+    Form.OpenProject(Folder / "one");
+    Pick(Form, "&Server is on-line");
+    EXPECT_TRUE(Form.Project()->Online());
+    EXPECT_NE(Told().find("vcsCommand.log"), std::string::npos);
+    EXPECT_GT(support::Part<TListView>(Form, "List").Count(), 0) << "the files are shown";
+
+    support::WriteBytes(Folder / "two\\vcsCommand.pending",
+                        " say-and-sleep working 1500;" + Folder.Path() + "\r\n");
+    Form.OpenProject(Folder / "two");
+    Form.Project()->Cvs().CvsExecutable = support::FakeClient();
+    Pick(Form, "&Server is on-line");
+    EXPECT_FALSE(Form.Project()->Online());
+    const TCloseDuringRun close(Form);
+    Pick(Form, "&Server is on-line");
+    EXPECT_TRUE(Form.Project()->Online());
+    EXPECT_NE(Told().find("working"), std::string::npos);
+    EXPECT_FALSE(Form.Project()->HasPending());
+    EXPECT_TRUE(close.Closed);
+    EXPECT_TRUE(Application().Terminated());
+    Application().Run();
+}
+
 TEST_F(Projects, CloseWhenTheCommandHasEnded) {
     Form.OpenProject(Folder / "one");
     Form.Show();
-    // The user closes the window while the command runs.
-    TTimer timer(200);
-    bool closed = false;
-    timer.OnTimer = [&](TObject*) {
-        timer.SetEnabled(false);
-        ::SendMessageW(Form.Handle(), WM_CLOSE, 0, 0);
-        EXPECT_FALSE(Application().Terminated()) << "the command goes on";
-        closed = true;
-    };
-    timer.SetEnabled(true);
+    const TCloseDuringRun close(Form);
     Form.Operate(
         [&](TCvsObject& cvs) {
             cvs.CvsExecutable = support::FakeClient();
@@ -138,7 +182,7 @@ TEST_F(Projects, CloseWhenTheCommandHasEnded) {
             return true;
         },
         false);
-    EXPECT_TRUE(closed);
+    EXPECT_TRUE(close.Closed);
     EXPECT_TRUE(Application().Terminated());
     Application().Run();  // ends at once, and forgets that it was to end
     EXPECT_NE(Told().find("working"), std::string::npos);
