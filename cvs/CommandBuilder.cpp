@@ -61,6 +61,17 @@ std::string PatternOf(std::string name) {
     return name;
 }
 
+/// The text with line feeds alone at the ends of its lines. The repository keeps them so, and shows
+/// whatever else stands there to everybody.
+std::string WithLineFeeds(std::string_view text) {
+    std::string lines;
+    lines.reserve(text.size());
+    for (std::size_t at = 0; at < text.size(); ++at)
+        if (!text.substr(at).starts_with("\r\n"))
+            lines += text[at];
+    return lines;
+}
+
 }  // namespace
 
 std::string QuoteArgument(std::string_view value, bool always) {
@@ -255,7 +266,8 @@ void TCommandBuilder::Message(std::string_view whenEmpty) {
     if (Options_.CommitMessage.empty())
         Append(whenEmpty);
     else
-        AppendQuoted(Options_.CommitMessage);
+        AppendQuoted(Context_.StrictQuoting ? WithLineFeeds(Options_.CommitMessage)
+                                            : Options_.CommitMessage);
 }
 
 void TCommandBuilder::IgnoreOptions() {

@@ -21,7 +21,7 @@ struct TCommandContext {
     const std::string& WorkingDirectory;
     const TFileItems& FileItems;
     /// Quote every value so that the client reads it as one argument, whatever it holds. Otherwise
-    /// values stand as the plain rules put them.
+    /// values stand as the plain rules put them, and messages keep their carriage returns.
     bool StrictQuoting = false;
     /// The command of "add" names only folders that are not yet under version control; there is no
     /// command when there are none.

@@ -179,8 +179,9 @@ public:
     TLogList LogListB;  ///< Dates of its revisions.
 
     /// Quote every value so that the client reads it as one argument, whatever it holds, and takes
-    /// names of files for names; one that can only be a pattern is refused. Without it, blanks in
-    /// names and quotes in messages part arguments, and modes in import's wrappers are passed over.
+    /// names of files for names; one that can only be a pattern is refused. Lines of messages end
+    /// in line feeds. Without it, blanks in names and quotes in messages part arguments, carriage
+    /// returns stay in messages, and modes in import's wrappers are passed over.
     bool StrictQuoting = false;
 
     bool ExportInsteadOfCheckout = false;  ///< Pulling leaves no records of the client.

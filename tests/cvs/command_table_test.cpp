@@ -436,7 +436,7 @@ TEST_F(CommandTable, StrictQuotingKeepsEveryValueOneArgument) {
               "[commit]\r\n[-m]\r\n[he said \"no\" \\]\r\n[with blank.c]");
     obj.CommitMessage = "two\r\nlines\\\\\" % & ' \xE4";
     EXPECT_EQ(ArgumentsOf(obj, otCommit),
-              "[commit]\r\n[-m]\r\n[two\r\nlines\\\\\" % & ' \xE4]\r\n[with blank.c]");
+              "[commit]\r\n[-m]\r\n[two\nlines\\\\\" % & ' \xE4]\r\n[with blank.c]");
 
     obj.Set_Modulename("my module");
     obj.UseTargetDir = true;
