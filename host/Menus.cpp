@@ -26,7 +26,9 @@ enum TNeeds : unsigned {
     NeedsUnstored = 4 | NeedsProject,   ///< It is none.
     NeedsSelection = 8 | NeedsProject,  ///< A file or folder below the project is chosen.
     NeedsServer = 16 | NeedsProject,    ///< The repository is one of a password server.
-    NeedsStoredSelection = NeedsStored | NeedsSelection
+    NeedsStoredSelection = NeedsStored | NeedsSelection,
+    /// A file is chosen. Commands name files only: for a folder they would work on everything.
+    NeedsStoredFile = 32 | NeedsStoredSelection
 };
 
 bool Has(unsigned needs, unsigned what) {
@@ -121,30 +123,30 @@ const std::vector<TMainForm::TMenuCommand>& TMainForm::Commands() {
         {"&Working copy", "Histor&y", NeedsStored, none, project(&C::History)},
 
         {"&Selection", "&Add", NeedsStoredSelection, none, file(&C::Add)},
-        {"&Selection", "&Remove", NeedsStoredSelection, none, file(&C::Remove)},
-        {"&Selection", "Remove and &delete", NeedsStoredSelection, none, file([](C& cvs) {
+        {"&Selection", "&Remove", NeedsStoredFile, none, file(&C::Remove)},
+        {"&Selection", "Remove and &delete", NeedsStoredFile, none, file([](C& cvs) {
              cvs.DeleteLocalFiles = true;
              const bool done = cvs.Remove();
              cvs.DeleteLocalFiles = false;
              return done;
          })},
-        {"&Selection", "&Move...", NeedsStoredSelection, none, &F::AskForNewName},
+        {"&Selection", "&Move...", NeedsStoredFile, none, &F::AskForNewName},
         {"&Selection", "&Ignore", NeedsSelection, none, &F::IgnoreSelection},
         {"&Selection", "-"},
-        {"&Selection", "&Update", NeedsStoredSelection, none, file(&C::Update)},
-        {"&Selection", "&Commit...", NeedsStoredSelection, none,
+        {"&Selection", "&Update", NeedsStoredFile, none, file(&C::Update)},
+        {"&Selection", "&Commit...", NeedsStoredFile, none,
          file([](C& cvs) { return cvs.Commit(true); })},
-        {"&Selection", "C&ompare...", NeedsStoredSelection, {'D', true}, &F::CompareSelection},
-        {"&Selection", "&Status", NeedsStoredSelection, none, file(&C::Status)},
-        {"&Selection", "&Log", NeedsStoredSelection, none, file(&C::Log)},
-        {"&Selection", "A&nnotate", NeedsStoredSelection, none, file(&C::Annotate)},
-        {"&Selection", "Set &keyword mode", NeedsStoredSelection, none, file(&C::Admin)},
+        {"&Selection", "C&ompare...", NeedsStoredFile, {'D', true}, &F::CompareSelection},
+        {"&Selection", "&Status", NeedsStoredFile, none, file(&C::Status)},
+        {"&Selection", "&Log", NeedsStoredFile, none, file(&C::Log)},
+        {"&Selection", "A&nnotate", NeedsStoredFile, none, file(&C::Annotate)},
+        {"&Selection", "Set &keyword mode", NeedsStoredFile, none, file(&C::Admin)},
         {"&Selection", "-"},
-        {"&Selection", "&Edit", NeedsStoredSelection, none, file(&C::Edit)},
-        {"&Selection", "Unedi&t", NeedsStoredSelection, none, file(&C::Unedit)},
-        {"&Selection", "Edi&tors", NeedsStoredSelection, none, file(&C::Editors)},
-        {"&Selection", "&Watch", NeedsStoredSelection, none, file(&C::watch)},
-        {"&Selection", "Wat&chers", NeedsStoredSelection, none, file(&C::Watchers)},
+        {"&Selection", "&Edit", NeedsStoredFile, none, file(&C::Edit)},
+        {"&Selection", "Unedi&t", NeedsStoredFile, none, file(&C::Unedit)},
+        {"&Selection", "Edi&tors", NeedsStoredFile, none, file(&C::Editors)},
+        {"&Selection", "&Watch", NeedsStoredFile, none, file(&C::watch)},
+        {"&Selection", "Wat&chers", NeedsStoredFile, none, file(&C::Watchers)},
 
         {"&Help", "&CVS", NeedsProject, none, project([](C& cvs) {
              cvs.HelpCommand(cvs.Operation);
@@ -193,7 +195,10 @@ bool TMainForm::CanRun(const TMenuCommand& command) const {
         return false;
     if (Has(needs, NeedsServer) && Current_->Cvs().ConnectionType != cnPServer)
         return false;
-    return !Has(needs, NeedsSelection) || SelectedItem();
+    const TWorkDirItem* const item = SelectedItem();
+    if (Has(needs, NeedsStoredFile) && (!item || item->IsDirectory))
+        return false;
+    return !Has(needs, NeedsSelection) || item;
 }
 
 void TMainForm::EnableMenu() {

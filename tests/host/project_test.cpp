@@ -93,6 +93,31 @@ TEST_F(Projects, GiveTheChildTheirOwnSurroundings) {
     }
 }
 
+TEST_F(Projects, TakeNoFolderForEverythingInTheProject) {
+    support::WriteBytes(Folder / "one\\sub\\c.c", "c");
+    support::WriteBytes(Folder / "one\\CVS\\Entries", "");
+    Form.OpenProject(Folder / "one");
+    auto& list = support::Part<TListView>(Form, "List");
+    const auto selected = [&] {
+        for (TMenuItem* menu : support::Part<TMainMenu>(Form, "Menu").Items()) {
+            std::string enabled;
+            for (const TMenuItem* item : menu->Items())
+                if (item->Enabled() && item->Caption() != "-")
+                    enabled += item->Caption() + ' ';
+            if (menu->Caption() == "&Selection")
+                return enabled;
+        }
+        return std::string();
+    };
+    for (int i = 0; i < list.Count(); ++i) {
+        list.Select(i);
+        const bool isFile = list.Row(i).Caption == "a.c";
+        EXPECT_EQ(selected() == "&Add &Ignore ", !isFile) << selected();
+        EXPECT_EQ(selected().find("&Commit") != std::string::npos, isFile) << selected();
+    }
+    EXPECT_EQ(list.Count(), 2);
+}
+
 TEST_F(Projects, SurviveAClientThatCrashes) {
     Form.OpenProject(Folder / "one");
     EXPECT_FALSE(Run("crash"));
