@@ -5,6 +5,7 @@
 #include "core/Cvsroot.h"
 #include "core/Progress_frm.h"
 #include "framework/base/exceptions.h"
+#include "framework/base/files.h"
 #include "framework/base/paths.h"
 #include "framework/base/text.h"
 #include "host/PasswordMask.h"
@@ -54,6 +55,8 @@ void TProject::BindEvents() {
     };
     Cvs_.OnCommit = Cvs_.OnUpdate = Cvs_.OnDiff = Cvs_.OnRelease = save;
     Cvs_.OnCreateLabel = Cvs_.OnCreateBranch = save;
+    // The client starts in the folder that the user named.
+    Cvs_.OnPullProject = [](TCvsObject& cvs) { ForceDirectories(cvs.ProjectRoot()); };
     // The client refuses to delete a label with the option for branches.
     Cvs_.OnDeleteLabel = [](TCvsObject& cvs) { cvs.TagDeleteBranch = false; };
     // And it wants both tags, for which there is no dialog.

@@ -93,6 +93,18 @@ TEST_F(Projects, GiveTheChildTheirOwnSurroundings) {
     }
 }
 
+TEST_F(Projects, PullIntoAFolderThatIsNotThereYet) {
+    Form.OpenProject(Folder / "one");
+    tests::ExpectForm("CVS Pull Project ", [](TForm& form) { tests::Click(form, "BitBtn1"); });
+    EXPECT_TRUE(Form.Project()->Operate([&](TCvsObject& cvs) {
+        cvs.CvsExecutable = support::FakeClient() + " surroundings";
+        cvs.SetCVSROOT("a root");
+        cvs.Set_ProjectRoot(Folder / "new\\deep");
+        return cvs.PullProjectAccepted();
+    })) << Told();
+    EXPECT_NE(Told().find("folder:" + (Folder / "new\\deep") + ";"), std::string::npos) << Told();
+}
+
 TEST_F(Projects, TakeNoFolderForEverythingInTheProject) {
     support::WriteBytes(Folder / "one\\sub\\c.c", "c");
     support::WriteBytes(Folder / "one\\CVS\\Entries", "");
