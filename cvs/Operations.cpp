@@ -11,9 +11,11 @@
 namespace tandrel {
 namespace {
 
-/// Whether the operation may change all of a working copy, so that its model is to be built anew.
-bool ChangesWorkingCopy(TOperationType operation) {
-    return operation == otCheckOut || operation == otUpdate || operation == otCommit;
+/// Whether the operation may change all of the working directory, or make it, so that its model is
+/// to be built anew.
+bool ChangesWorkingDirectory(TOperationType operation) {
+    return operation == otCheckOut || operation == otExport || operation == otUpdate ||
+           operation == otCommit;
 }
 
 }  // namespace
@@ -34,7 +36,7 @@ bool TCvsObject::Run(const TStartMessage& start) {
             // Called from a handler of a run, this one will be refused.
             const bool refused = ExecuteClass->Thread != nullptr;
             Execute(ExecuteDirectory());
-            if (!refused && ChangesWorkingCopy(Operation) && !WorkDirTree.Empty())
+            if (!refused && ChangesWorkingDirectory(Operation) && !WorkDirTree.Empty())
                 Load_WorkDirTree();
         }
     } catch (const framework::EAbort&) {

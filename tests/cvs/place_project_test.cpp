@@ -571,6 +571,11 @@ TEST_F(WholeProject, PullsByCheckOutOrExport) {
         EXPECT_EQ(WasSaid("CheckOut project " + module), !exporting);
         EXPECT_EQ(FileExists(root + "\\mod\\sub\\c.c"), true);
         EXPECT_EQ(DirectoryExists(root + "\\mod\\CVS"), !exporting);
+        if (module != "mod")
+            continue;
+        if (Obj.WorkDirTree.Empty())
+            Obj.Load_WorkDirTree();
+        EXPECT_EQ(Obj.WorkDirTree.GetItem(0).Directory, root + "\\mod") << "once it is loaded";
     }
     EXPECT_EQ(pulling, 4);
     // Nothing was run: the code of the command before is not its own.
