@@ -194,7 +194,9 @@ bool TCvsObject::Add() {
     TCustomCvsObj::Add();
     // A server knows nothing of the files in a folder that the same command makes.
     const bool isServed = ConnectionType != cnLocal && ServerOnline() && !CVSROOT().empty();
-    if (isServed && !FileItems.Empty() && !AddNewFolders())
+    // One that is called while a command runs is refused as a whole: the exit code is that one's.
+    const bool refused = ExecuteClass->Thread != nullptr;
+    if (isServed && !refused && !FileItems.Empty() && !AddNewFolders())
         return false;
     return RunFileOperation("No files in FileList ");
 }

@@ -233,6 +233,26 @@ TEST_F(Operations, FailInTheOpen) {
     obj.Messages.Clear();
     EXPECT_FALSE(obj.Status());
     EXPECT_EQ(obj.Messages.All(), "Could not create process \r\n");
+
+    // Called from a handler of a run; a server would get the new folder first.
+    obj.Set_WorkingDirectory(copy);
+    obj.ConnectionType = cnPServer;
+    obj.Set_ServerOnline(true);
+    bool added = true;
+    obj.OnMessage = [&, before = obj.OnMessage](framework::TObject* sender,
+                                                const std::string& text) {
+        before(sender, text);
+        if (text != "working")
+            return;
+        obj.FileItems.AddFile(copy + "\\new\\n.c", Km_none);
+        added = obj.Add();
+        EXPECT_EQ(obj.ExitCode, 1) << "of the command that runs";
+    };
+    obj.CvsExecutable = support::FakeClient();
+    obj.CommandLine = " say-and-sleep working 1";
+    obj.Execute(copy);
+    EXPECT_FALSE(added);
+    EXPECT_NE(obj.Messages.All().find("execute already running"), std::string::npos);
 }
 
 // --- around the command -----------------------------------------------------------------------
