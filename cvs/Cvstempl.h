@@ -159,8 +159,6 @@ public:
     void Set_CVSPATH(const std::string& Value);
     const std::string& CVS_RSH() const { return CVS_RSH_; }
     const std::string& CVSIGNORE() const { return CVSIGNORE_; }
-    const std::string& CVSREAD() const { return CVSREAD_; }
-    const std::string& CVSPATH() const { return CVSPATH_; }
 
     TBeforeOperationEvent OnPlaceProject;
     TBeforeOperationEvent OnPullProject;
