@@ -32,6 +32,15 @@ std::optional<COLORREF> NodeColour(const TWorkDirItem* item) {
     return item->Changed ? std::optional(ChangedColour) : std::nullopt;
 }
 
+/// The icon of the working directory. Folders look alike, and the shell takes long to answer.
+int FolderIcon(const TCvsObject& cvs) {
+    for (const TWorkDirItem& item : cvs.WorkDirTree)
+        if (item.IsDirectory)
+            return item.ImageIndex;
+    const TComForCall com;
+    return GetShellImage(cvs.WorkingDirectory(), false, false);
+}
+
 std::optional<COLORREF> RowColour(const TListRow& row) {
     return NodeColour(ItemOf(row.Data)).value_or(RGB(0, 0, 0));
 }
@@ -40,7 +49,6 @@ std::optional<COLORREF> RowColour(const TListRow& row) {
 
 TStatusBrowser_Form::TStatusBrowser_Form() : TFrameDetForm("Status") {
     StatusBrowser_Form = this;
-    const TLayoutUpdate layout(*this);
     AddMenu();
     AddControls();
     SetDesignSize(640, 480);
@@ -172,6 +180,7 @@ void TStatusBrowser_Form::LoadFormData() {
     if (CvsObject->WorkDirTree.Empty())
         CvsObject->Load_WorkDirTree();
     LoadRootNodes();
+    Filling_.reset();
 }
 
 void TStatusBrowser_Form::LoadRootNodes() {
@@ -179,8 +188,7 @@ void TStatusBrowser_Form::LoadRootNodes() {
         const TTreeUpdate update(*TreeView1_);
         TreeView1_->Clear();
         TTreeViewNode& top = TreeView1_->Root().AddChild("Full list");
-        const TComForCall com;
-        const int folder = GetShellImage(CvsObject->WorkingDirectory(), false, false);
+        const int folder = FolderIcon(*CvsObject);
         top.SetImages(folder, folder, 0);
         for (TWorkDirItem& item : CvsObject->WorkDirTree) {
             TTreeViewNode& node = top.AddChild(item.Name);

@@ -58,6 +58,8 @@ private:
     TWorkDirItem* SelectedInList() const;
     TWorkDirItem* SelectedInTree() const;
 
+    // Until the form is filled: where it is shown may still have no size.
+    std::optional<framework::TLayoutUpdate> Filling_{*this};
     bool ForceRefresh_ = false;
     framework::TPopupMenu* PopupMenu1_;
     framework::TMenuItem* RefreschF51_;
