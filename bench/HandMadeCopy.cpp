@@ -2,6 +2,9 @@
 
 #include <windows.h>
 
+#include <algorithm>
+#include <map>
+
 #include "framework/base/exceptions.h"
 #include "framework/base/files.h"
 #include "support/Files.h"
@@ -34,48 +37,63 @@ void Require(bool holds, const std::string& otherwise) {
 }
 
 TWorkingCopy::TWorkingCopy(const std::string& path, const std::string& repository, int folders,
-                           int perFolder)
+                           int perFolder, int perGroup)
     : Path(path),
       Files(folders * perFolder),
       Repository_(repository),
       Folders_(folders),
-      PerFolder_(perFolder) {
+      PerFolder_(perFolder),
+      PerGroup_(perGroup) {
     for (int i = 0; i < folders; ++i) {
-        framework::ForceDirectories(Folder(i));
+        framework::ForceDirectories(Path + FolderName(i));
         for (int j = 0; j < perFolder; ++j)
             WriteFile(FileName(i, j));
     }
     WriteRecords();
 }
 
+std::string TWorkingCopy::FolderName(int number) const {
+    const std::string group =
+        PerGroup_ > 0 ? "\\group" + std::to_string(number / PerGroup_) : std::string();
+    return group + "\\folder" + std::to_string(number);
+}
+
 std::string TWorkingCopy::FileName(int folder, int number) const {
-    return Folder(folder) + "\\" + Name(number);
+    return Path + FolderName(folder) + "\\" + Name(number);
 }
 
 void TWorkingCopy::WriteRecords() const {
-    std::string folders;
+    std::map<std::string, std::string> entriesAbove;
     for (int i = 0; i < Folders_; ++i) {
-        folders += "D/folder" + std::to_string(i) + "////\r\n";
         std::string entries;
         for (int j = 0; j < PerFolder_; ++j)
             entries += "/" + Name(j) + "/1.1.1.1/" + MomentInEntries + "//\r\n";
-        WriteRecordsOf(Folder(i), "mod/folder" + std::to_string(i), entries);
+        const std::string name = FolderName(i);
+        WriteRecordsOf(name, entries);
+        const std::size_t last = name.rfind('\\');
+        entriesAbove[name.substr(0, last)] += "D/" + name.substr(last + 1) + "////\r\n";
     }
-    WriteRecordsOf(Path, "mod", folders);
+    if (PerGroup_ > 0)
+        for (const auto& [group, entries] : std::map(entriesAbove))
+            entriesAbove[""] += "D/" + group.substr(1) + "////\r\n";
+    for (const auto& [folder, entries] : entriesAbove)
+        WriteRecordsOf(folder, entries);
 }
 
 void TWorkingCopy::WriteArchives(const std::string& archive) const {
     for (int i = 0; i < Folders_; ++i)
         for (int j = 0; j < PerFolder_; ++j)
-            support::WriteBytes(
-                Repository_ + "\\mod\\folder" + std::to_string(i) + "\\" + Name(j) + ",v", archive);
+            support::WriteBytes(Repository_ + "\\mod" + FolderName(i) + "\\" + Name(j) + ",v",
+                                archive);
 }
 
-void TWorkingCopy::WriteRecordsOf(const std::string& folder, const std::string& module,
-                                  const std::string& entries) const {
-    support::WriteBytes(folder + "\\CVS\\Entries", entries);
-    support::WriteBytes(folder + "\\CVS\\Repository", module + "\r\n");
-    support::WriteBytes(folder + "\\CVS\\Root", Repository_ + "\r\n");
+void TWorkingCopy::WriteRecordsOf(const std::string& folder, const std::string& entries) const {
+    std::string module = "mod" + folder;
+    std::ranges::replace(module, '\\', '/');
+    const std::string records = Path + folder + "\\CVS\\";
+    support::WriteBytes(records + "Entries", entries);
+    support::WriteBytes(records + "Repository", module + "\r\n");
+    support::WriteBytes(records + "Root", Repository_ + "\r\n");
 }
 
 }  // namespace bench

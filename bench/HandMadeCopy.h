@@ -15,8 +15,9 @@ inline constexpr const char* Text = "int value;\r\n";
 class TWorkingCopy {
 public:
     /// @param repository what the records refer to. It need not be there.
-    TWorkingCopy(const std::string& path, const std::string& repository, int folders,
-                 int perFolder);
+    /// @param perGroup as many folders stand in a folder of theirs; 0 when all are in the root.
+    TWorkingCopy(const std::string& path, const std::string& repository, int folders, int perFolder,
+                 int perGroup = 0);
 
     const std::string Path;
     const int Files;
@@ -27,13 +28,14 @@ public:
     void WriteArchives(const std::string& archive) const;
 
 private:
-    std::string Folder(int number) const { return Path + "\\folder" + std::to_string(number); }
+    /// Where a folder is below the root.
+    std::string FolderName(int number) const;
     std::string FileName(int folder, int number) const;
-    void WriteRecordsOf(const std::string& folder, const std::string& module,
-                        const std::string& entries) const;
+    /// @param folder below the root.
+    void WriteRecordsOf(const std::string& folder, const std::string& entries) const;
 
     const std::string Repository_;
-    const int Folders_, PerFolder_;
+    const int Folders_, PerFolder_, PerGroup_;
 };
 
 }  // namespace bench
