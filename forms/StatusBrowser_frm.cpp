@@ -309,15 +309,11 @@ void TStatusBrowser_Form::LoadFileData(TWorkDirItem& item) {
 
 void TStatusBrowser_Form::HighlightDiffText() {
     TRichEdit& edit = *Pages_[DiffPage].Edit;
-    edit.BeginUpdate();
+    std::vector<TColoredRange> ranges;
     ForEachColouredLine(edit.Text(), [&](std::size_t start, std::size_t length, COLORREF colour) {
-        edit.SetSelStart(start);
-        edit.SetSelLength(length);
-        edit.SetSelColor(colour);
-        edit.SetSelLength(0);
+        ranges.push_back({start, length, colour});
     });
-    edit.SetSelStart(0);
-    edit.EndUpdate();
+    edit.ColorRanges(ranges);
 }
 
 void TStatusBrowser_Form::PageControl1Change() {

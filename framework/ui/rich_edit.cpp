@@ -3,8 +3,9 @@
 #include <richedit.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
-#include <utility>
+#include <optional>
 
 #include "framework/base/exceptions.h"
 #include "framework/base/text.h"
@@ -42,7 +43,7 @@ struct TReader {
     std::size_t Left;
 };
 
-DWORD CALLBACK Read(DWORD_PTR cookie, BYTE* buffer, LONG size, LONG* done) {
+DWORD CALLBACK ReadPiece(DWORD_PTR cookie, BYTE* buffer, LONG size, LONG* done) {
     auto& reader = *reinterpret_cast<TReader*>(cookie);
     const std::size_t count = std::min(static_cast<std::size_t>(size), reader.Left);
     std::memcpy(buffer, reader.Next, count);
@@ -120,14 +121,18 @@ std::string TTextControl::Text() const {
 }
 
 void TTextControl::SetText(const std::string& text) {
+    // Not as the window's text: that could be taken for one with formats in it.
+    const std::wstring wide = ToControl(ToWide(text));
+    Read(SF_TEXT | SF_UNICODE, wide.data(), wide.size() * sizeof(wchar_t));
+}
+
+void TTextControl::Read(WPARAM format, const void* text, std::size_t bytes) {
     // To take the lines of a long text out can cost the square of their number.
     if (::SendMessageW(Handle(), EM_GETLINECOUNT, 0, 0) > ManyLines)
         RenewControl();
-    // Not as the window's text: that could be taken for one with formats in it.
-    const std::wstring wide = ToControl(ToWide(text));
-    TReader reader{reinterpret_cast<const char*>(wide.data()), wide.size() * sizeof(wchar_t)};
-    EDITSTREAM stream{reinterpret_cast<DWORD_PTR>(&reader), 0, Read};
-    ::SendMessageW(Handle(), EM_STREAMIN, SF_TEXT | SF_UNICODE, reinterpret_cast<LPARAM>(&stream));
+    TReader reader{static_cast<const char*>(text), bytes};
+    EDITSTREAM stream{reinterpret_cast<DWORD_PTR>(&reader), 0, ReadPiece};
+    ::SendMessageW(Handle(), EM_STREAMIN, format, reinterpret_cast<LPARAM>(&stream));
 }
 
 void TTextControl::Append(const std::string& text) {
@@ -167,84 +172,75 @@ LRESULT TTextControl::WndProc(UINT message, WPARAM wParam, LPARAM lParam) {
 
 TRichEdit::TRichEdit(TControl& parent) : TTextControl(parent, TKind::Coloured), View_(*this) {}
 
-void TRichEdit::SetText(const std::string& text) {
-    TTextControl::SetText(text);
-    Lines_.clear();
-}
+namespace {
 
-void TRichEdit::BeginUpdate() {
-    if (++Updating_ == 1)
-        ::SendMessageW(Handle(), WM_SETREDRAW, FALSE, 0);
-}
+/// A text with colours, in the form in which all such controls read it.
+class TColoredText {
+public:
+    /// @param color none for the usual one.
+    void Add(const std::string& text, std::optional<COLORREF> color) {
+        const std::size_t known = color ? 1 + NumberOf(*color) : 0;
+        Body_ += "\\cf" + std::to_string(known) + " ";
+        for (const wchar_t c : ToControl(ToWide(text)))
+            Add(c);
+    }
+    std::string Get() const {
+        std::string colors;
+        for (const COLORREF color : Colors_)
+            colors += "\\red" + std::to_string(GetRValue(color)) + "\\green" +
+                      std::to_string(GetGValue(color)) + "\\blue" +
+                      std::to_string(GetBValue(color)) + ";";
+        // The last line's end stands for the end of the text.
+        return "{\\rtf1\\ansi\\uc0{\\colortbl;" + colors + "}" + Body_ + "\\par\n}";
+    }
 
-void TRichEdit::EndUpdate() {
-    if (--Updating_ > 0)
-        return;
-    ApplySelection();
-    ::SendMessageW(Handle(), WM_SETREDRAW, TRUE, 0);
-    ::InvalidateRect(Handle(), nullptr, TRUE);
-}
-
-void TRichEdit::Notification(WORD code) {
-    if (code == EN_CHANGE)
-        Lines_.clear();
-    TTextControl::Notification(code);
-}
-
-LONG TRichEdit::ControlPosition(std::size_t position) {
-    if (Lines_.empty()) {
-        Known_ = Text();
-        LONG characters = 0;
-        for (std::size_t start = 0; start != std::string::npos;) {
-            Lines_.push_back({start, characters});
-            const std::size_t end = Known_.find("\r\n", start);
-            if (end == std::string::npos)
-                break;
-            characters +=
-                static_cast<LONG>(ToWide({Known_.data() + start, end - start}).size()) + 1;
-            start = end + 2;
+private:
+    std::size_t NumberOf(COLORREF color) {
+        const auto found = std::ranges::find(Colors_, color);
+        const auto number = static_cast<std::size_t>(found - Colors_.begin());
+        if (found == Colors_.end())
+            Colors_.push_back(color);
+        return number;
+    }
+    void Add(wchar_t c) {
+        if (c == L'\r')
+            Body_ += "\\par\n";
+        else if (c == L'\t')
+            Body_ += "\\tab ";
+        else if (c >= 0x80)
+            Body_ += "\\u" + std::to_string(static_cast<std::int16_t>(c)) + " ";
+        else {
+            if (c == L'\\' || c == L'{' || c == L'}')
+                Body_ += '\\';
+            Body_ += static_cast<char>(c);
         }
     }
-    position = std::min(position, Known_.size());
-    const auto next = std::ranges::upper_bound(Lines_, position, {}, &TLine::Start);
-    const TLine& line = *std::prev(next);
-    const std::wstring before = ToWide({Known_.data() + line.Start, position - line.Start});
-    // Between CR and LF there is nothing.
-    const bool inEnd = !before.empty() && before.back() == L'\r';
-    return line.ControlStart + static_cast<LONG>(before.size()) - (inEnd ? 1 : 0);
-}
 
-void TRichEdit::Select() {
-    Unapplied_ = true;
-    if (Updating_ == 0)
-        ApplySelection();
-}
+    std::vector<COLORREF> Colors_;
+    std::string Body_;
+};
 
-void TRichEdit::ApplySelection() {
-    if (!std::exchange(Unapplied_, false))
-        return;
-    CHARRANGE range{ControlPosition(SelStart_), ControlPosition(SelStart_ + SelLength_)};
-    ::SendMessageW(Handle(), EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&range));
-}
+}  // namespace
 
-void TRichEdit::SetSelStart(std::size_t position) {
-    SelStart_ = position;
-    SelLength_ = 0;
-    Select();
-}
-
-void TRichEdit::SetSelLength(std::size_t length) {
-    SelLength_ = length;
-    Select();
-}
-
-void TRichEdit::SetSelColor(COLORREF color) {
-    ApplySelection();
-    CHARFORMAT2W format{};
-    format.cbSize = sizeof format;
-    format.dwMask = CFM_COLOR;
-    format.crTextColor = color;
-    ::SendMessageW(Handle(), EM_SETCHARFORMAT, SCF_SELECTION, reinterpret_cast<LPARAM>(&format));
+void TRichEdit::ColorRanges(const std::vector<TColoredRange>& ranges) {
+    // To select a part and to colour it takes the longer, the more stands before it.
+    TColoredText colored;
+    const std::string text = Text();
+    std::size_t done = 0;
+    for (const TColoredRange& range : ranges) {
+        colored.Add(text.substr(done, range.Start - done), std::nullopt);
+        colored.Add(text.substr(range.Start, range.Length), range.Color);
+        done = range.Start + range.Length;
+    }
+    colored.Add(text.substr(done), std::nullopt);
+    const std::string bytes = colored.Get();
+    CHARFORMAT2W font{};
+    font.cbSize = sizeof font;
+    ::SendMessageW(Handle(), EM_GETCHARFORMAT, SCF_DEFAULT, reinterpret_cast<LPARAM>(&font));
+    Read(SF_RTF, bytes.data(), bytes.size());
+    // The form has no sizes but those of whole and half points.
+    font.dwMask = CFM_FACE | CFM_SIZE | CFM_CHARSET;
+    ::SendMessageW(Handle(), EM_SETCHARFORMAT, SCF_ALL, reinterpret_cast<LPARAM>(&font));
 }
 
 }  // namespace framework

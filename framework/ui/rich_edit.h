@@ -35,6 +35,8 @@ protected:
     TTextControl(TControl& parent, TKind kind);
     void Notification(WORD code) override;
     LRESULT WndProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+    /// Reads a new text, in one of the control's own formats (SF_TEXT, SF_RTF...).
+    void Read(WPARAM format, const void* text, std::size_t bytes);
 
 private:
     void CreateControl();
@@ -51,29 +53,24 @@ public:
     explicit TMemo(TControl& parent) : TTextControl(parent, TKind::Plain) {}
 };
 
+/// A part of a text that has a colour of its own.
+struct TColoredRange {
+    std::size_t Start;   ///< In bytes of the text, a line's end counting two.
+    std::size_t Length;  ///< In bytes, not to end within a line's end.
+    COLORREF Color;
+};
+
 /// Text whose parts can have colours.
-///
-/// Positions count the bytes of Text from zero: a line's end counts two.
 class FRAMEWORK_API TRichEdit : public TTextControl {
 public:
     explicit TRichEdit(TControl& parent);
 
     /// The control as what a model writes its text to.
     TTextView& View() { return View_; }
-    void SetText(const std::string& text) override;
 
-    /// Nothing is drawn between the two. Brackets may stand in brackets.
-    void BeginUpdate();
-    void EndUpdate();
-
-    /// Selects from this position on; the selection is empty then.
-    void SetSelStart(std::size_t position);
-    void SetSelLength(std::size_t length);
-    /// Colours the selected text.
-    void SetSelColor(COLORREF color);
-
-protected:
-    void Notification(WORD code) override;
+    /// Colours parts of the text, and gives the rest its usual colour. Afterwards the text is seen
+    /// from its beginning. @param ranges from the first to the last, none within another.
+    void ColorRanges(const std::vector<TColoredRange>& ranges);
 
 private:
     class FRAMEWORK_API TView final : public TTextView {
@@ -86,22 +83,7 @@ private:
         TRichEdit& Edit_;
     };
 
-    LONG ControlPosition(std::size_t position);
-    void Select();
-    void ApplySelection();
-
     TView View_;
-    int Updating_ = 0;
-    // What was selected in a bracket and not used yet. The control takes its time for each.
-    bool Unapplied_ = false;
-    std::size_t SelStart_ = 0, SelLength_ = 0;
-    // What positions are looked up in; made when it is needed, gone when the text changes.
-    struct TLine {
-        std::size_t Start;  // in Known_
-        LONG ControlStart;  // in the control
-    };
-    std::string Known_;
-    std::vector<TLine> Lines_;
 };
 
 }  // namespace framework

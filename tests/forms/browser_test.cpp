@@ -154,10 +154,11 @@ private:
 std::string ColoursOf(TRichEdit& edit) {
     std::string colours;
     const std::string text = edit.Text();
-    for (std::size_t start = 0; start < text.size();) {
+    for (std::size_t start = 0, lines = 0; start < text.size(); ++lines) {
         const std::size_t end = std::min(text.find("\r\n", start), text.size());
-        edit.SetSelStart(start);
-        edit.SetSelLength(end - start);
+        // A line's end is one character to the control.
+        CHARRANGE range{static_cast<LONG>(start - lines), static_cast<LONG>(end - lines)};
+        ::SendMessageW(edit.Handle(), EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&range));
         CHARFORMAT2W format{};
         format.cbSize = sizeof format;
         ::SendMessageW(edit.Handle(), EM_GETCHARFORMAT, SCF_SELECTION,

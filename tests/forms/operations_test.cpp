@@ -206,7 +206,8 @@ TEST_F(Interactive, ComparesWithWhatWasChosen) {
         Press(form, "BitBtn1");
     });
     const std::string text = diff();
-    // Before one o'clock the time is left out of the command, which then asks for an earlier moment.
+    // Before one o'clock the time is left out of the command, which then asks for an earlier
+    // moment.
     const bool early = DecodeTime(obj.DiffSpec.Date1).Hour == 0;
     EXPECT_TRUE(early || Contains(text, "< one\r\n---\r\n> three\r\n")) << text;
     EXPECT_TRUE(Contains(obj.CommandLine, " -D \"20")) << obj.CommandLine;

@@ -104,10 +104,7 @@ private:
             auto& sheet = Make<TTabSheet>(caption, *Pages, caption);
             auto& edit = Make<TRichEdit>("Edit of " + caption, sheet);
             edit.SetText("1c1\r\n< \xE4lt\r\n---\r\n> neu\r\n");
-            edit.SetSelStart(5);
-            edit.SetSelLength(5);
-            edit.SetSelColor(RGB(255, 0, 0));
-            edit.SetSelLength(0);
+            edit.ColorRanges({{5, 5, RGB(255, 0, 0)}});
             edit.SetReadOnly(true);
             edit.SetAlign(TAlign::Client);
             sheet.SetEnabled(caption != captions[1]);

@@ -309,24 +309,30 @@ TEST(RichEdits, ColourRanges) {
     edit.SetAlign(TAlign::Client);
     edit.SetReadOnly(true);
     form.Show();
-    edit.View().SetText("1c1\r\n< \xE4lt\r\n---\r\n> neu\r\n");
-    const std::string text = edit.Text();
-    edit.BeginUpdate();
-    for (const auto& [line, color] :
-         {std::pair{"< \xE4lt", RGB(255, 0, 0)}, {"> neu", RGB(0, 0, 255)}}) {
-        edit.SetSelStart(text.find(line));
-        edit.SetSelLength(5);
-        edit.SetSelColor(color);
-        edit.SetSelLength(0);
-    }
-    edit.EndUpdate();
+    const std::string text =
+        "1c1\r\n< \xE4lt\r\n---\r\n> neu\r\n\r\n  a\tb {c} \\par \x1B[1m \\'e4 \x80 1\\u8 2";
+    edit.View().SetText(text);
+    CHARFORMAT2W before{}, after{};
+    before.cbSize = after.cbSize = sizeof before;
+    ::SendMessageW(edit.Handle(), EM_GETCHARFORMAT, 0, reinterpret_cast<LPARAM>(&before));
+    edit.ColorRanges(
+        {{text.find("< \xE4"), 5, RGB(255, 0, 0)}, {text.find("> n"), 5, RGB(0, 0, 255)}});
+    EXPECT_EQ(edit.Text(), text);
     std::string colours;
     for (LONG i = 0; i < 19; ++i) {
         const COLORREF color = ColorAt(edit, i);
         colours += color == RGB(255, 0, 0) ? 'r' : color == RGB(0, 0, 255) ? 'b' : '.';
     }
     EXPECT_EQ(colours, "....rrrrr.....bbbbb") << "line ends count one in the control";
-    EXPECT_EQ(edit.Text(), text);
+    ::SendMessageW(edit.Handle(), EM_GETCHARFORMAT, SCF_SELECTION,
+                   reinterpret_cast<LPARAM>(&after));
+    EXPECT_STREQ(after.szFaceName, before.szFaceName);
+    EXPECT_EQ(after.yHeight, before.yHeight);
+    for (const char* end : {"", "\r\n", "\r\n\r\n"}) {
+        edit.View().SetText(end);
+        edit.ColorRanges({});
+        EXPECT_EQ(edit.Text(), end);
+    }
     edit.View().SetText("fresh");
     EXPECT_EQ(ColorAt(edit, 0), 0u) << "a new text has no colours";
     edit.Clear();
