@@ -84,7 +84,7 @@ void TProject::MessageReceived(const std::string& text) {
 
 void TProject::Load() {
     const std::string key = Settings_.ProjectKey(Folder_);
-    Cvs_.LoadPreferences(TSettings::RootKey(), key);
+    Cvs_.LoadPreferences(HostRegistryKey, key);
     Cvs_.ConnectionType =
         ConnTypeFromStr(Settings_.Read(key, "CONNECTION", StrFromConnType(Cvs_.ConnectionType)));
     Cvs_.Set_CVSIGNORE(Settings_.Read(key, "CVSIGNORE", Cvs_.CVSIGNORE()));
@@ -98,7 +98,7 @@ void TProject::Save() {
     if (!Cvs_.Password.empty())
         Cvs_.SetCVSROOT(CompileCVSROOT(Cvs_.ConnectionType, Cvs_.Server, Cvs_.UserName, {},
                                        Cvs_.SpecialPort, Cvs_.Path));
-    Cvs_.SavePreferences(TSettings::RootKey(), key);
+    Cvs_.SavePreferences(HostRegistryKey, key);
     Cvs_.SetCVSROOT(root);
     Settings_.Write(key, "CONNECTION", StrFromConnType(Cvs_.ConnectionType));
     Settings_.Write(key, "CVSIGNORE", Cvs_.CVSIGNORE());

@@ -28,13 +28,13 @@ std::string TSettings::ProjectKey(const std::string& folder) const {
 
 std::string TSettings::Read(const std::string& key, const std::string& name,
                             const std::string& missing) const {
-    TRegistry registry(RootKey());
+    TRegistry registry(HostRegistryKey);
     return registry.OpenKeyReadOnly(key) && registry.ValueExists(name) ? registry.ReadString(name)
                                                                        : missing;
 }
 
 void TSettings::Write(const std::string& key, const std::string& name, const std::string& value) {
-    TRegistry registry(RootKey());
+    TRegistry registry(HostRegistryKey);
     if (registry.OpenKey(key, true))
         registry.WriteString(name, value);
 }

@@ -7,14 +7,15 @@
 
 namespace host {
 
+/// The root of all settings, the package's included.
+inline const HKEY HostRegistryKey = HKEY_CURRENT_USER;
+
 /// The host's own part of the registry, below which the package keeps its settings, too.
 ///
 /// Two hosts may run: every change reads what is there first.
 class TSettings {
 public:
-    static HKEY RootKey() { return HKEY_CURRENT_USER; }
-
-    /// @param key below the root key.
+    /// @param key below HostRegistryKey.
     explicit TSettings(std::string key = "Software\\Tandrel Host") : Key_(std::move(key)) {}
 
     /// The key of a project's settings.

@@ -24,7 +24,7 @@ constexpr struct {
 }  // namespace
 
 void TMainForm::BindTools() {
-    Tools_.RootKey = TSettings::RootKey();
+    Tools_.RootKey = HostRegistryKey;
     Tools_.Keyname = Settings_.ToolsKey();
     Tools_.FDocTypes.Add("Text");
     for (const auto& macro : Macros)

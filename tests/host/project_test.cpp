@@ -71,7 +71,7 @@ TEST_F(Projects, KeepTheirConnectionButNoPassword) {
     EXPECT_EQ(again.Cvs().CVSROOT().find("secret"), std::string::npos);
     EXPECT_FALSE(again.Cvs().PruneEmptyDirs);
     EXPECT_EQ(again.Cvs().CVSIGNORE(), "*.o & \"x\"");
-    TRegistry registry(TSettings::RootKey());
+    TRegistry registry(HostRegistryKey);
     ASSERT_TRUE(registry.OpenKeyReadOnly(Settings.ProjectKey(Folder / "one")));
     EXPECT_EQ(registry.ReadString("CVSROOT").find("secret"), std::string::npos);
 }
