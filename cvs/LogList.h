@@ -24,6 +24,8 @@ public:
 class TLogList : public framework::TCollection<TLogClass> {
 public:
     void Clear() override;
+    /// Items only go together: the index would still lead to one that is gone.
+    void Delete(int index) = delete;
     /// The first item of exactly that name, or none.
     TLogClass* ItemExist(std::string_view name) const;
     /// Appends an item and returns none. When there is one of that name already, only its kind is
