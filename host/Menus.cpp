@@ -3,9 +3,12 @@
 #include <algorithm>
 
 #include "core/Cvs_utils.h"
+#include "cvs/AdminFiles.h"
 #include "framework/base/exceptions.h"
 #include "framework/base/files.h"
 #include "framework/base/paths.h"
+#include "framework/base/text.h"
+#include "framework/base/text_file.h"
 #include "framework/ui/application.h"
 #include "framework/ui/dialogs.h"
 #include "host/InputForm.h"
@@ -48,6 +51,25 @@ struct TMainForm::TMenuCommand {
 namespace {
 
 using TOperation = std::function<bool(TCvsObject&)>;
+
+/// What the user typed for a file: without a drive or server it is meant from the folder on.
+std::string FullName(const std::string& typed, const std::string& folder) {
+    const bool isFull = typed.starts_with('\\') || typed.find(':') != std::string::npos;
+    return typed.empty() || isFull ? typed : SlashSep(folder, typed);
+}
+
+/// Adds what an ignore list holds, which would be lost when it is written anew; without its own
+/// name and `except`, which come anyway.
+void AddIgnored(TFileItems& items, const std::string& list, const std::string& except) {
+    if (!FileExists(list))
+        return;
+    auto file = TTextFile::Reset(list);
+    for (std::string line; file.ReadLine(line);) {
+        const std::string name = Trim(line);
+        if (!name.empty() && name != IgnoreFileName && name != except)
+            items.AddExt(name, true, Km_none);
+    }
+}
 
 }  // namespace
 
@@ -298,16 +320,26 @@ void TMainForm::AskForNewName() {
     std::vector<TInput> inputs = {{TInput::Text, "New name", from, {}}};
     if (!AskFor("Move " + ExtractFileName(from), inputs))
         return;
-    Operate([&](TCvsObject& cvs) { return cvs.MoveFile(from, inputs[0].Value, true); }, false);
+    const std::string to = FullName(inputs[0].Value, ExtractFileDir(from));
+    Operate([&](TCvsObject& cvs) { return cvs.MoveFile(from, to, true); }, false);
 }
 
 void TMainForm::IgnoreSelection() {
     const std::vector<std::string> selection = Selection();
+    if (selection.empty())
+        return;
     Operate(
-        [&](TCvsObject& cvs) {
-            for (const std::string& path : selection)
-                cvs.FileItems.AddIgnore(path);
+        [path = selection.front()](TCvsObject& cvs) {
+            const std::string root = cvs.ProjectRoot(), module = cvs.Modulename();
+            // A list is about the names in its own folder.
+            cvs.Set_Modulename("");
+            cvs.Set_ProjectRoot(ExtractFileDir(path));
+            AddIgnored(cvs.FileItems, SlashSep(cvs.WorkingDirectory(), IgnoreFileName),
+                       ExtractFileName(path));
+            cvs.FileItems.AddIgnore(path);
             cvs.ExploreIgnore();
+            cvs.Set_ProjectRoot(root);
+            cvs.Set_Modulename(module);
             return true;
         },
         false);

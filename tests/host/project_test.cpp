@@ -6,6 +6,7 @@
 #include "core/Cvsroot.h"
 #include "core/Progress_frm.h"
 #include "framework/base/registry.h"
+#include "framework/base/text.h"
 #include "framework/ui/application.h"
 #include "framework/ui/menus.h"
 #include "framework/ui/timer.h"
@@ -22,6 +23,15 @@ using namespace framework;
 using namespace host;
 using tandrel::TCvsObject;
 
+/// Chooses an item of the form's menu.
+void Pick(const TForm& form, const std::string& caption) {
+    for (const TMenuItem* menu : form.Find<TMainMenu>("Menu")->Items())
+        for (TMenuItem* item : menu->Items())
+            if (item->Caption() == caption)
+                return item->Click();
+    ADD_FAILURE() << "no such item";
+}
+
 class Projects : public testing::Test {
 protected:
     Projects() {
@@ -31,6 +41,14 @@ protected:
     ~Projects() override { Application().SetMainWindow(nullptr); }
 
     std::string Told() { return support::Part<TRichEdit>(Form, "Output").Text(); }
+    /// Chooses a row of the list.
+    void Select(const std::string& name) {
+        auto& list = support::Part<TListView>(Form, "List");
+        for (int i = 0; i < list.Count(); ++i)
+            if (list.Row(i).Caption == name)
+                return list.Select(i);
+        FAIL() << "There is no " << name;
+    }
     /// Runs the fake client in the project at hand.
     bool Run(const std::string& arguments) {
         return Form.Project()->Operate([&](TCvsObject& cvs) {
@@ -74,6 +92,46 @@ TEST_F(Projects, KeepTheirConnectionButNoPassword) {
     TRegistry registry(HostRegistryKey);
     ASSERT_TRUE(registry.OpenKeyReadOnly(Settings.ProjectKey(Folder / "one")));
     EXPECT_EQ(registry.ReadString("CVSROOT").find("secret"), std::string::npos);
+}
+
+TEST_F(Projects, KeepWhatIsIgnoredAlready) {
+    // In place of the editor comes a program that ends at once. The present folder comes before
+    // the system's.
+    const std::string client = support::FakeClient(), editor = Folder / "notepad.exe";
+    char before[MAX_PATH];
+    ::GetCurrentDirectoryA(MAX_PATH, before);
+    support::WriteBytes(editor, support::ReadBytes(client.substr(1, client.rfind('"') - 1)));
+    support::WriteBytes(Folder / "one\\.cvsignore", "*.obj\r\nold stuff\r\n.cvsignore\r\n");
+    support::WriteBytes(Folder / "one\\sub\\x.c", "x");
+    Form.OpenProject(Folder / "one");
+    Select("a.c");
+    ::SetCurrentDirectoryA(Folder.Path().c_str());
+    Pick(Form, "&Ignore");
+    Select("a.c");
+    Pick(Form, "&Ignore");
+    auto& tree = support::Part<TTreeView>(Form, "Tree");
+    tree.Root().Children().front()->Children().front()->SetSelected(true);
+    Select("x.c");
+    Pick(Form, "&Ignore");
+    ::SetCurrentDirectoryA(before);
+    EXPECT_EQ(support::ReadBytes(Folder / "one\\sub\\.cvsignore"), "x.c\r\n.cvsignore\r\n");
+    EXPECT_EQ(support::ReadBytes(Folder / "one\\.cvsignore"),
+              "*.obj\r\nold stuff\r\na.c\r\n.cvsignore\r\n");
+    EXPECT_TRUE(SameText(Form.Project()->Cvs().WorkingDirectory(), Folder / "one"));
+    EXPECT_TRUE(support::WaitUntil([&] { return ::DeleteFileA(editor.c_str()) != FALSE; }));
+}
+
+TEST_F(Projects, MoveAFileToANameInItsFolder) {
+    support::WriteBytes(Folder / "one\\CVS\\Root", "C:\\none\r\n");
+    Form.OpenProject(Folder / "one");
+    Form.Project()->Cvs().CvsExecutable = support::FakeClient();
+    Select("a.c");
+    tests::ExpectForm("Move a.c", [](TForm& form) {
+        support::Type(form, "Input1", "b.c");
+        support::Press(form, "Ok");
+    });
+    Pick(Form, "&Move...");
+    EXPECT_EQ(support::ReadBytes(Folder / "one\\b.c"), "a");
 }
 
 TEST_F(Projects, GiveTheChildTheirOwnSurroundings) {
@@ -152,15 +210,6 @@ TEST_F(Projects, ShowACommandThatTakesLongAndLetTheUserCancelIt) {
     EXPECT_FALSE(Run("say-and-sleep . 1500 20"));
     EXPECT_TRUE(shown);
     EXPECT_NE(Told().find("User cancel execute command"), std::string::npos);
-}
-
-/// Chooses an item of the form's menu.
-void Pick(const TForm& form, const std::string& caption) {
-    for (const TMenuItem* menu : form.Find<TMainMenu>("Menu")->Items())
-        for (TMenuItem* item : menu->Items())
-            if (item->Caption() == caption)
-                return item->Click();
-    ADD_FAILURE() << "no such item";
 }
 
 /// The user closes the window while a command runs.
