@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "core/Cvs_utils.h"
+#include "framework/base/exceptions.h"
 #include "framework/base/files.h"
 #include "framework/base/paths.h"
 #include "framework/base/text.h"
@@ -251,6 +252,18 @@ void TMainForm::OpenDocument(const std::string& path) {
     document->Reload();
     document->Show();
     ::SetForegroundWindow(document->Handle());
+}
+
+void TMainForm::ReloadDocuments() {
+    ForgetClosedDocuments();
+    for (TDocumentForm* document : Documents_) {
+        try {
+            document->Reload();
+        } catch (const EInOutError& error) {
+            // Another program holds the file.
+            Tell(std::string(error.what()) + "\r\n");
+        }
+    }
 }
 
 bool TMainForm::SaveDocuments() {

@@ -57,6 +57,8 @@ private:
     void OpenDocument(const std::string& path);
     TDocumentForm* FindDocument(const std::string& path) const;
     void ForgetClosedDocuments();
+    /// Shows what has become of the files that are open; one that cannot be read stays as it was.
+    void ReloadDocuments();
 
     // --- the menu (Menus.cpp)
     struct TMenuCommand;

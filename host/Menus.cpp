@@ -253,9 +253,7 @@ void TMainForm::Operate(const std::function<bool(TCvsObject&)>& operation, bool 
         project.Operate(operation, selection);
     }
     project.Save();
-    ForgetClosedDocuments();
-    for (TDocumentForm* document : Documents_)
-        document->Reload();
+    ReloadDocuments();
     ShowFiles();
     CloseIfPending();
 }

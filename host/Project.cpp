@@ -92,14 +92,23 @@ void TProject::Load() {
 }
 
 void TProject::Save() {
-    const std::string key = Settings_.ProjectKey(Folder_);
     const std::string root = Cvs_.CVSROOT();
+    try {
+        Store();
+    } catch (const Exception& error) {
+        // The user can still work, and close the window.
+        Window_.Tell(std::string(error.what()) + "\r\n");
+    }
+    Cvs_.SetCVSROOT(root);
+}
+
+void TProject::Store() {
+    const std::string key = Settings_.ProjectKey(Folder_);
     // The root holds the password; what is stored must not.
     if (!Cvs_.Password.empty())
         Cvs_.SetCVSROOT(CompileCVSROOT(Cvs_.ConnectionType, Cvs_.Server, Cvs_.UserName, {},
                                        Cvs_.SpecialPort, Cvs_.Path));
     Cvs_.SavePreferences(HostRegistryKey, key);
-    Cvs_.SetCVSROOT(root);
     Settings_.Write(key, "CONNECTION", StrFromConnType(Cvs_.ConnectionType));
     Settings_.Write(key, "CVSIGNORE", Cvs_.CVSIGNORE());
 }

@@ -66,12 +66,13 @@ public:
 
     /// Reads the files anew.
     void Reload();
-    /// Stores the connection, without its password.
+    /// Stores the connection, without its password. What cannot be stored is told.
     void Save();
 
 private:
     void BindEvents();
     void Load();
+    void Store();
     void Connect();
     void Prepare(const std::vector<std::string>& selection);
     void RepairRoot();

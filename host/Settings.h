@@ -33,7 +33,8 @@ public:
     /// A value of a project; `missing` when there is none.
     std::string Read(const std::string& key, const std::string& name,
                      const std::string& missing) const;
-    /// Raises framework::ERegistryError when it cannot.
+    /// Does nothing when the key cannot be opened; raises framework::ERegistryError when the value
+    /// cannot be written.
     void Write(const std::string& key, const std::string& name, const std::string& value);
 
 private:

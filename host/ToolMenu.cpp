@@ -88,8 +88,7 @@ void TMainForm::RunTool(int index) {
     } catch (...) {
         Application().HandleException();
     }
-    for (TDocumentForm* document : Documents_)
-        document->Reload();
+    ReloadDocuments();
     CloseIfPending();
 }
 

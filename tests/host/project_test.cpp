@@ -5,6 +5,7 @@
 #include "core/CvsExecute.h"
 #include "core/Cvsroot.h"
 #include "core/Progress_frm.h"
+#include "framework/base/handle.h"
 #include "framework/base/registry.h"
 #include "framework/base/text.h"
 #include "framework/ui/application.h"
@@ -92,6 +93,26 @@ TEST_F(Projects, KeepTheirConnectionButNoPassword) {
     TRegistry registry(HostRegistryKey);
     ASSERT_TRUE(registry.OpenKeyReadOnly(Settings.ProjectKey(Folder / "one")));
     EXPECT_EQ(registry.ReadString("CVSROOT").find("secret"), std::string::npos);
+}
+
+TEST_F(Projects, GoOnWithWhatCannotBeStoredOrRead) {
+    TSettings unusable("Software\\" + std::string(300, 'x'));
+    TProject project(Form, unusable, Folder / "one");
+    project.Cvs().Password = "secret";
+    project.Cvs().SetCVSROOT(":pserver:me:secret@host:/repo");
+    project.Save();
+    EXPECT_NE(Told().find("cannot be opened for writing"), std::string::npos) << Told();
+    EXPECT_NE(project.Cvs().CVSROOT().find("secret"), std::string::npos) << "it still works";
+
+    Form.OpenProject(Folder / "one");
+    Select("a.c");
+    Pick(Form, "&Edit file");
+    const FileHandle held(::CreateFileA((Folder / "one\\a.c").c_str(), GENERIC_READ, 0, nullptr,
+                                        OPEN_EXISTING, 0, nullptr));
+    ASSERT_TRUE(held);
+    Form.Operate([](TCvsObject&) { return true; }, false);
+    EXPECT_NE(Told().find("a.c: "), std::string::npos) << Told();
+    EXPECT_GT(support::Part<TListView>(Form, "List").Count(), 0) << "the files still show";
 }
 
 TEST_F(Projects, KeepWhatIsIgnoredAlready) {
