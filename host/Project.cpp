@@ -152,12 +152,10 @@ void TProject::Prepare(const std::vector<std::string>& selection) {
     Connect();
     RepairRoot();
     Cvs_.FileItems.Clear();
-    for (const std::string& path : selection) {
-        if (::GetFileAttributesA(path.c_str()) & FILE_ATTRIBUTE_DIRECTORY)
-            Cvs_.FileItems.AddDir(path);
-        else
-            Cvs_.FileItems.AddFile(path, Options.KeywordMode);
-    }
+    // Folders, too, and what is no longer there: most commands pass only files, and one without any
+    // is about the whole project. To the client names are alike.
+    for (const std::string& path : selection)
+        Cvs_.FileItems.AddFile(path, Options.KeywordMode);
 }
 
 bool TProject::Operate(const std::function<bool(TCvsObject&)>& operation,

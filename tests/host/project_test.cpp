@@ -142,10 +142,15 @@ TEST_F(Projects, KeepWhatIsIgnoredAlready) {
     EXPECT_TRUE(support::WaitUntil([&] { return ::DeleteFileA(editor.c_str()) != FALSE; }));
 }
 
-TEST_F(Projects, MoveAFileToANameInItsFolder) {
+TEST_F(Projects, WorkOnWhatIsSelected) {
     support::WriteBytes(Folder / "one\\CVS\\Root", "C:\\none\r\n");
     Form.OpenProject(Folder / "one");
-    Form.Project()->Cvs().CvsExecutable = support::FakeClient();
+    TCvsObject& cvs = Form.Project()->Cvs();
+    cvs.CvsExecutable = support::FakeClient();
+    // Without the name it would be about the whole project.
+    Form.Project()->Operate(&TCvsObject::Unedit, {Folder / "one\\gone.c"});
+    EXPECT_TRUE(cvs.CommandLine.ends_with(" gone.c")) << cvs.CommandLine;
+    // A bare name is one in the file's folder.
     Select("a.c");
     tests::ExpectForm("Move a.c", [](TForm& form) {
         support::Type(form, "Input1", "b.c");
