@@ -58,6 +58,26 @@ std::string FullName(const std::string& typed, const std::string& folder) {
     return typed.empty() || isFull ? typed : SlashSep(folder, typed);
 }
 
+/// Makes another folder the working directory while it lives.
+class TElsewhere {
+public:
+    TElsewhere(TCvsObject& cvs, const std::string& folder)
+        : Cvs_(cvs), Root_(cvs.ProjectRoot()), Module_(cvs.Modulename()) {
+        Cvs_.Set_Modulename("");
+        Cvs_.Set_ProjectRoot(folder);
+    }
+    ~TElsewhere() {
+        Cvs_.Set_ProjectRoot(Root_);
+        Cvs_.Set_Modulename(Module_);
+    }
+    TElsewhere(const TElsewhere&) = delete;
+    TElsewhere& operator=(const TElsewhere&) = delete;
+
+private:
+    TCvsObject& Cvs_;
+    const std::string Root_, Module_;
+};
+
 /// Adds what an ignore list holds, which would be lost when it is written anew; without its own
 /// name and `except`, which come anyway.
 void AddIgnored(TFileItems& items, const std::string& list, const std::string& except) {
@@ -328,16 +348,12 @@ void TMainForm::IgnoreSelection() {
         return;
     Operate(
         [path = selection.front()](TCvsObject& cvs) {
-            const std::string root = cvs.ProjectRoot(), module = cvs.Modulename();
             // A list is about the names in its own folder.
-            cvs.Set_Modulename("");
-            cvs.Set_ProjectRoot(ExtractFileDir(path));
+            const TElsewhere elsewhere(cvs, ExtractFileDir(path));
             AddIgnored(cvs.FileItems, SlashSep(cvs.WorkingDirectory(), IgnoreFileName),
                        ExtractFileName(path));
             cvs.FileItems.AddIgnore(path);
             cvs.ExploreIgnore();
-            cvs.Set_ProjectRoot(root);
-            cvs.Set_Modulename(module);
             return true;
         },
         false);
