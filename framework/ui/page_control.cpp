@@ -118,10 +118,18 @@ HWND TPageControl::FirstStop() const {
     return ::IsChild(page, first) ? first : nullptr;
 }
 
+void TPageControl::WalkThrough(bool through) {
+    const LONG_PTR style = ::GetWindowLongPtrW(Handle(), GWL_EXSTYLE);
+    const LONG_PTR wanted = through ? style | WS_EX_CONTROLPARENT : style & ~WS_EX_CONTROLPARENT;
+    if (wanted != style)
+        ::SetWindowLongPtrW(Handle(), GWL_EXSTYLE, wanted);
+}
+
 bool TPageControl::TabKey(bool back) {
     // To the system a window with children to walk through is no place to stop at itself.
     const HWND first = FirstStop();
     const HWND focus = ::GetFocus();
+    WalkThrough(first != nullptr);
     if (!first)
         return false;
     if (focus == Handle() && !back) {

@@ -51,6 +51,8 @@ private:
     void Turn(int step);
     HWND FirstStop() const;
     bool TabKey(bool back);
+    /// Whether the Tab key is to find the controls on the page, or the tabs alone.
+    void WalkThrough(bool through);
     /// Positions of the tabs, of those pages that have one.
     int TabOf(int page) const;
     int PageOf(int tab) const;

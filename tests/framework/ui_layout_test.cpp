@@ -96,6 +96,12 @@ TEST(PageControls, TurnTheirPages) {
     EXPECT_TRUE(pages.Focused());
     Type(VK_TAB, {VK_SHIFT});
     EXPECT_TRUE(close.Focused());
+    sheets[0]->SetEnabled(false);
+    for (TControl* next : {static_cast<TControl*>(&pages), static_cast<TControl*>(&close)}) {
+        Type(VK_TAB, {});
+        EXPECT_TRUE(next->Focused()) << next->Name() << ": there are other pages to turn to";
+    }
+    sheets[0]->SetEnabled(true);
 
     sheets[0]->Free();
     EXPECT_EQ(pages.ActivePageIndex(), 0);
