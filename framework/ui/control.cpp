@@ -255,6 +255,15 @@ void TControl::SetText(const std::string& text) {
     ::SetWindowTextW(Handle_, ToWide(text).c_str());
 }
 
+void TControl::SetEnabled(bool enabled) {
+    // The system would leave nobody the focus, and no key would be heard. Forwards there may be a
+    // button that a key pressed blindly must not meet.
+    if (!enabled && Parent_ && Focused())
+        if (const HWND before = ::GetNextDlgTabItem(::GetAncestor(Handle_, GA_ROOT), Handle_, TRUE))
+            ::SetFocus(before);
+    ::EnableWindow(Handle_, enabled);
+}
+
 void TControl::SetVisible(bool visible) {
     ::ShowWindow(Handle_, visible ? SW_SHOWNA : SW_HIDE);
 }

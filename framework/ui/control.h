@@ -40,7 +40,8 @@ public:
     virtual void SetText(const std::string& text);
 
     bool Enabled() const { return ::IsWindowEnabled(Handle_) != FALSE; }
-    void SetEnabled(bool enabled) { ::EnableWindow(Handle_, enabled); }
+    /// A control that is disabled gives the focus to the one before it.
+    void SetEnabled(bool enabled);
     /// Whether the control shows when its parent does.
     bool Visible() const { return (::GetWindowLongW(Handle_, GWL_STYLE) & WS_VISIBLE) != 0; }
     virtual void SetVisible(bool visible);

@@ -47,8 +47,9 @@ TTaskWindowsDisabled::~TTaskWindowsDisabled() {
     if (!ours || !Active_ || !::IsWindow(Active_) || !::IsWindowEnabled(Active_))
         return;
     ::SetActiveWindow(Active_);
-    if (Focus_ && ::IsWindow(Focus_) && ::IsWindowEnabled(Focus_))
-        ::SetFocus(Focus_);
+    // A control may have been disabled by a timer; then its form finds another one.
+    if (Focus_ && ::IsWindow(Focus_))
+        ::SetFocus(::IsWindowEnabled(Focus_) ? Focus_ : Active_);
 }
 
 }  // namespace framework

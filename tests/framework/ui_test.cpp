@@ -168,6 +168,7 @@ TEST(Controls, AreKnownAlsoWhenOthersListenToo) {
 
 TEST(TaskWindows, HearNoKeysWhileTheyAreDisabled) {
     TForm form("focus");
+    auto& before = form.Make<TButton>("A", form, "A");
     auto& button = form.Make<TButton>("B", form, "B", TButtonRole::Default);
     int clicked = 0;
     button.OnClick = [&](TObject*) { ++clicked; };
@@ -180,6 +181,15 @@ TEST(TaskWindows, HearNoKeysWhileTheyAreDisabled) {
     }
     EXPECT_TRUE(button.Focused()) << "and it is given back";
     EXPECT_EQ(clicked, 0);
+    {
+        const TTaskWindowsDisabled disabled;
+        button.SetEnabled(false);
+    }
+    EXPECT_TRUE(before.Focused()) << "to the form, when the control cannot take it any more";
+    button.SetEnabled(true);
+    button.SetFocus();
+    button.SetEnabled(false);
+    EXPECT_TRUE(before.Focused()) << "the keyboard is never left without a place";
 }
 
 TEST(TaskWindows, AreDisabledInABracket) {
