@@ -1,5 +1,7 @@
 #include "framework/ui/form.h"
 
+#include <algorithm>
+
 #include "framework/base/exceptions.h"
 #include "framework/ui/application.h"
 #include "framework/ui/buttons.h"
@@ -73,8 +75,9 @@ void TForm::SetClientSize(int width, int height) {
 
 void TForm::SetSize(int width, int height) {
     const RECT area = WorkArea();
-    SetBounds((area.left + area.right - width) / 2, (area.top + area.bottom - height) / 2, width,
-              height);
+    // Of a form that is too large the caption has to show.
+    SetBounds(std::max(area.left, (area.left + area.right - width) / 2),
+              std::max(area.top, (area.top + area.bottom - height) / 2), width, height);
 }
 
 SIZE TForm::WithFrame(SIZE inner) const {

@@ -71,6 +71,9 @@ TEST(Controls, TakeTheirEdges) {
     form.SetClientSize(400, 300);
     EXPECT_EQ(panels[2]->Width(), 380);
     EXPECT_EQ(panels[2]->Height(), 270);
+    const RECT screen = TForm::WorkArea();
+    form.SetSize(300, static_cast<int>(screen.bottom - screen.top) + 200);
+    EXPECT_EQ(form.Bounds().top, screen.top) << "the caption can be reached";
 }
 
 TEST(Forms, EndModalRunsWithTheirResult) {
