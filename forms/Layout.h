@@ -99,7 +99,6 @@ public:
     /// Where the next row begins, from the form's top.
     int Top() const { return Top_; }
     int Width() const { return Width_; }
-    int LabelWidth() const { return LabelWidth_; }
     framework::TForm& Form() const { return Form_; }
 
     /// Puts a control to a place of its own.

@@ -70,7 +70,6 @@ public:
     std::optional<int> Color() const { return Color_; }
     void SetColor(std::optional<int> systemColor);
     /// The colour of the text, or none for the usual one. Edits and labels follow it.
-    std::optional<COLORREF> FontColor() const { return FontColor_; }
     void SetFontColor(std::optional<COLORREF> color);
     /// Writes the control's text in bold letters of the form's font.
     void SetBold();
