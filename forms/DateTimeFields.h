@@ -22,6 +22,8 @@ public:
     /// @param seconds the time is edited with its seconds.
     void Add(TFormRows& rows, const TNames& names, bool seconds);
 
+    /// Shows a value, local time, and sets the arrows to its hour; zero, "no date", as today from
+    /// midnight.
     void Load(framework::TDateTime value);
     /// Shows the date and the time of a value, and leaves the arrows.
     void Show(framework::TDateTime value);
@@ -31,6 +33,7 @@ public:
     framework::TDateTime Value() const;
     /// As Value; `before` when the time is none.
     framework::TDateTime ValueOr(framework::TDateTime before) const;
+    /// Whether the user can change the date and the time, which show all the same.
     void SetEnabled(bool enabled);
 
     /// The "Scan" button was pressed.

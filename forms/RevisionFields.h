@@ -27,6 +27,7 @@ public:
 
     /// Lets the user choose a symbolic name; false, and nothing has changed, when none was.
     bool ScanTag(TCvsObject& cvs);
+    /// Whether the user can change the revision, by typing or by its "Scan" button.
     void SetRevisionEnabled(bool enabled);
     void SetUseDateEnabled(bool enabled) { UseDate_->SetEnabled(enabled); }
 
@@ -36,6 +37,7 @@ public:
     /// The "Scan" button of the revision was pressed.
     std::function<void()> OnScan;
 
+    /// Shows a revision. @param date local time, see TDateTimeFields::Load.
     void Load(std::string_view revision, bool useDate, framework::TDateTime date);
     /// No longer than a revision may be.
     std::string Revision() const { return Edit_->Text().substr(0, LongestRevision); }
