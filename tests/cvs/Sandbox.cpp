@@ -6,6 +6,7 @@
 
 #include "core/Cvsroot.h"
 #include "framework/base/files.h"
+#include "framework/base/handle.h"
 
 namespace tests {
 namespace {
@@ -58,6 +59,15 @@ std::string Surroundings(const char* name) {
 }
 
 }  // namespace
+
+void Touch(const std::string& path) {
+    const framework::FileHandle file(
+        ::CreateFileA(path.c_str(), FILE_WRITE_ATTRIBUTES, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+    FILETIME now;
+    ::GetSystemTimeAsFileTime(&now);
+    now.dwHighDateTime += 8;
+    ASSERT_TRUE(::SetFileTime(file.Get(), nullptr, nullptr, &now));
+}
 
 void ConnectToServer(tandrel::TCvsObject& obj) {
     obj.ConnectionType = tandrel::cnPServer;

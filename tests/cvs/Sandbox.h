@@ -41,6 +41,9 @@ public:
     TMessageLog Messages{*this};
 };
 
+/// Makes a file look changed, also in the second in which the client recorded it.
+void Touch(const std::string& path);
+
 /// Makes the object one of the tests' password server, which knows it once it has logged in.
 void ConnectToServer(tandrel::TCvsObject& obj);
 

@@ -33,20 +33,11 @@ using support::StepOf;
 using support::WaitUntil;
 using tests::ExpectForm;
 using tests::TextOf;
+using tests::Touch;
 
 enum { Status, Log, Diff };
 constexpr const char* Edits[] = {"StatusEdit", "LogEdit", "DiffEdit"};
 constexpr const char* Entries[] = {"StatusItem", "LogItem", "DiffItem"};
-
-/// Makes a file an hour newer than it is.
-void Touch(const std::string& path) {
-    const FileHandle file(
-        ::CreateFileA(path.c_str(), FILE_WRITE_ATTRIBUTES, 0, nullptr, OPEN_EXISTING, 0, nullptr));
-    FILETIME now;
-    ::GetSystemTimeAsFileTime(&now);
-    now.dwHighDateTime += 8;
-    ASSERT_TRUE(::SetFileTime(file.Get(), nullptr, nullptr, &now));
-}
 
 /// Remembers what it is asked, and when. The log and the comparison need no client.
 class TAskedObject : public tests::TSandboxObject {

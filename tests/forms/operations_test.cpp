@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
+#include <utility>
 
 #include "core/Cvsroot.h"
 #include "framework/base/datetime.h"
@@ -15,6 +15,7 @@
 #include "support/Drive.h"
 #include "support/WaitUntil.h"
 #include "tests/cvs/Sandbox.h"
+#include "tests/forms/Answers.h"
 #include "tests/support/FormDriver.h"
 
 namespace {
@@ -28,34 +29,12 @@ using support::Press;
 using support::StepOf;
 using support::Type;
 using support::WaitUntil;
+using tests::ExpectChoice;
 using tests::ExpectForm;
+using tests::ExpectResult;
+using tests::SelectRow;
 using tests::TextOf;
 using tests::TSandboxObject;
-
-/// The next form is the result of an operation, and says how it ended.
-void ExpectResult(const std::string& caption, const std::string& text) {
-    ExpectForm(caption, [text](TForm& form) {
-        EXPECT_EQ(TextOf(form, "Label1"), text);
-        Press(form, "BitBtn1");
-    });
-}
-
-/// Selects the row of that caption.
-void SelectRow(TForm& form, const std::string& caption) {
-    auto& list = Part<TListView>(form, "ListView1");
-    for (int i = 0; i < list.Count(); ++i)
-        if (list.Row(i).Caption == caption)
-            return list.Select(i);
-    throw std::runtime_error("There is no row " + caption);
-}
-
-/// The next form lets one choose; this row is chosen.
-void ExpectChoice(const std::string& caption, const std::string& row) {
-    ExpectForm(caption, [row](TForm& form) {
-        SelectRow(form, row);
-        Press(form, "BitBtn1");
-    });
-}
 
 bool Contains(const std::string& text, const std::string& part) {
     return text.find(part) != std::string::npos;
@@ -300,22 +279,10 @@ TEST_F(Interactive, ReleasesWhenTheUserAgrees) {
     }
 }
 
-std::string Surroundings(const char* name) {
-    const char* const value = std::getenv(name);
-    if (!value)
-        ADD_FAILURE() << name << " is not set: ./test starts the password server";
-    return value ? value : "";
-}
-
 TEST_F(Interactive, LogsInAndOut) {
     TSandboxObject obj(Sandbox);
-    obj.ConnectionType = cnPServer;
-    obj.Server = "127.0.0.1";
-    obj.UserName = Surroundings("TANDREL_PSERVER_USER");
-    obj.Path = Surroundings("TANDREL_PSERVER_PORT") + Surroundings("TANDREL_PSERVER_PATH");
-    obj.Set_WorkingDirectory("");
-    obj.Set_ServerOnline(true);
-    const std::string right = Surroundings("TANDREL_PSERVER_PASSWORD");
+    tests::ConnectToServer(obj);
+    const std::string right = std::exchange(obj.Password, "");
     for (const std::string& password : {std::string("wrong"), right}) {
         ExpectForm("CVS login -step 1", [&](TForm& form) {
             Type(StepOf(form), "Edit3", password);
