@@ -8,6 +8,7 @@
 #include "framework/base/files.h"
 #include "framework/base/paths.h"
 #include "framework/base/text.h"
+#include "host/ClientProcess.h"
 #include "host/PasswordMask.h"
 
 namespace host {
@@ -39,7 +40,7 @@ TProject::TProject(TProjectHost& window, TSettings& settings, const std::string&
     Cvs_.StrictQuoting = true;
     Cvs_.OutputListLimit = LongestOutput;
     Cvs_.Set_ServerOnline(true);
-    CancelWatch_.OnTimer = [this](TObject*) { WatchCancel(); };
+    CancelWatch_.OnTimer = [this](TObject*) { CancelWatchTick(); };
     BindEvents();
     Load();
     Reload();
@@ -183,6 +184,18 @@ void TProject::WatchCancel() {
     const auto& thread = Cvs_.ExecuteClass->Thread;
     if (thread && thread->CancelMark)
         Cvs_.Aborted = true;
+}
+
+void TProject::CancelWatchTick() {
+    constexpr int Patience = 2;
+    WatchCancel();
+    if (!Running() || !Cvs_.Aborted) {
+        TicksSinceCancel_ = 0;
+        return;
+    }
+    // A client that waits for its server for ever writes nothing, and reading waits with it.
+    if (++TicksSinceCancel_ == Patience && EndChildren(Cvs_.CvsExecutable))
+        Window_.Tell("The command did not answer and was ended.\r\n");
 }
 
 void TProject::Reload() {

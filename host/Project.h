@@ -79,6 +79,7 @@ private:
     void RunPending();
     void MessageReceived(const std::string& text);
     void WatchCancel();
+    void CancelWatchTick();
 
     TProjectHost& Window_;
     TSettings& Settings_;
@@ -88,6 +89,7 @@ private:
     // progress form shows would keep it hidden, and there would be nothing to press: the interval
     // is longer, and other projects' watches stand still.
     framework::TTimer CancelWatch_{1500};
+    int TicksSinceCancel_ = 0;
     tandrel::TCvsObject Cvs_;
 };
 

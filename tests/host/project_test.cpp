@@ -238,6 +238,24 @@ TEST_F(Projects, ShowACommandThatTakesLongAndLetTheUserCancelIt) {
     EXPECT_NE(Told().find("User cancel execute command"), std::string::npos);
 }
 
+TEST_F(Projects, EndACommandThatSaysNothingWhenTheUserCancelsIt) {
+    Form.OpenProject(Folder / "one");
+    TCvsObject& cvs = Form.Project()->Cvs();
+    // Sees the form without being input to it, which would keep it hidden.
+    TTimer user(1700);
+    user.OnTimer = [&](TObject*) {
+        auto* const form = cvs.ExecuteClass->ProgressForm;
+        if (form && form->Visible())
+            tests::Click(*form, "BitBtn2");
+    };
+    user.Restart();
+    const ULONGLONG start = ::GetTickCount64();
+    EXPECT_FALSE(Run("sleep 600000"));
+    EXPECT_LT(::GetTickCount64() - start, 120000u);
+    EXPECT_NE(Told().find("did not answer"), std::string::npos);
+    EXPECT_TRUE(Run("exit 0")) << "and go on";
+}
+
 /// The user closes the window while a command runs.
 class TCloseDuringRun {
 public:
