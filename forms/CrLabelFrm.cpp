@@ -26,10 +26,7 @@ TCrLabel_Form::TCrLabel_Form(TCvsObject& cvs, const TVariant& variant)
 
     Timer1_ =
         &MakeDelay(*this, "Timer1", 300, [this] { Ok_->SetEnabled(!Edit1_->Text().empty()); });
-    Timer2_ = &MakeDelay(*this, "Timer2", 300, [this] {
-        if (const TListRow* row = ListView1_->Selected())
-            Edit1_->SetText(row->Caption);
-    });
+    Timer2_ = &MakeDelay(*this, "Timer2", 300, [this] { TakeSelected(); });
     Edit1_->OnChange = [this](TObject*) { Timer1_->Restart(); };
     scan.OnClick = [this](TObject*) {
         Cvs_.ParseLogInfo();
@@ -63,7 +60,15 @@ void TCrLabel_Form::Fill() {
                                     .Data = &tag});
 }
 
+void TCrLabel_Form::TakeSelected() {
+    if (const TListRow* row = ListView1_->Selected())
+        Edit1_->SetText(row->Caption);
+}
+
 void TCrLabel_Form::SaveFormData() {
+    // Whoever presses "Ok" before the timer ticks means the row, not the name of the one before.
+    if (Timer2_->Enabled())
+        TakeSelected();
     Cvs_.TagName = Edit1_->Text();
     Cvs_.TagForceMove = CheckBox1_->Checked();
     Cvs_.TagCheckUncommitted = !CheckBox2_->Checked();

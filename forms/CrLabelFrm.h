@@ -25,6 +25,8 @@ public:
 
 private:
     void Fill();
+    /// Makes the selected row's name the one.
+    void TakeSelected();
 
     TCvsObject& Cvs_;
     const TVariant& Variant_;

@@ -12,6 +12,7 @@
 #include "framework/base/datetime.h"
 #include "framework/base/exceptions.h"
 #include "framework/ui/edits.h"
+#include "framework/ui/list_view.h"
 #include "framework/ui/pickers.h"
 #include "framework/ui/rich_edit.h"
 #include "framework/ui/timer.h"
@@ -271,6 +272,26 @@ TEST(ReleaseForm, KeepsItsOptionsApart) {
     });
     EXPECT_TRUE(sh_Release_Form(cvs));
     EXPECT_TRUE(!cvs.ReleaseExport && cvs.ReleaseDelete && !cvs.ReleaseForce);
+}
+
+TEST(LabelForm, TakesTheRowThatIsSelectedWhenOkIsPressed) {
+    TCvsObject cvs;
+    for (const char* name : {"FIRST", "SECOND"})
+        cvs.LogListA.Add(name, "1.1", true);
+    cvs.TagName = "FIRST";
+    const auto choose = [&](TModalResult result) {
+        tests::ExpectForm("Delete Version Label", [result](TForm& form) {
+            EXPECT_EQ(TextOf(form, "Edit1"), "FIRST");
+            Part<TListView>(form, "ListView1").Select(1);
+            // At once, as the keyboard does.
+            form.ModalResult = result;
+        });
+        return sh_DelLabel_Form(cvs);
+    };
+    EXPECT_FALSE(choose(mrCancel));
+    EXPECT_EQ(cvs.TagName, "FIRST");
+    EXPECT_TRUE(choose(mrOk));
+    EXPECT_EQ(cvs.TagName, "SECOND");
 }
 
 TEST(Preferences, CheckTheRepositoryOnlyInWizards) {
