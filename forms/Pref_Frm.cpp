@@ -143,10 +143,11 @@ void TPreferences_Form::SaveModulename() {
     // The setter moves the object to another folder. A name that the user left alone must not take
     // it away from the one that it is to work in.
     const std::string name = Edit5_->Text();
-    const bool changed = name != LoadedName_;
+    // One who goes back to the name that was loaded has not left it alone.
+    NameChanged_ = NameChanged_ || name != LoadedName_;
     if (name == CvsObject->Modulename())
         return;
-    if (changed || !DirectoryExists(CvsObject->WorkingDirectory()))
+    if (NameChanged_ || !DirectoryExists(CvsObject->WorkingDirectory()))
         CvsObject->Set_Modulename(name);
 }
 

@@ -40,6 +40,7 @@ private:
     bool PropertyMode_ = false;
     bool AsksForProject_ = true;
     std::string LoadedName_;
+    bool NameChanged_ = false;
     TField<framework::TComboBox> ComboBox1_;
     TField<framework::TEdit> Edit1_;
     TField<framework::TEdit> Edit2_;

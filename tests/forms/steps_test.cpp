@@ -320,7 +320,10 @@ TEST(Preferences, CheckTheRepositoryOnlyInWizards) {
 
     // In a wizard the repository has to be there, and the settings are saved on the way.
     cvs.ConnectionType = cnLocal;
-    cvs.Set_Modulename("");
+    for (const char* name : {"mod", "old"})
+        support::WriteBytes(folder / name + "\\a.c", "");
+    cvs.Set_ProjectRoot(folder.Path());
+    cvs.Set_Modulename("old");
     tests::ExpectForm("Pull project from CVS-step 1", [&](TForm& form) {
         Type(StepOf(form), "Edit3", "C:\\work\\proj");
         Check(StepOf(form), "CheckBox1");
@@ -330,6 +333,7 @@ TEST(Preferences, CheckTheRepositoryOnlyInWizards) {
         EXPECT_FALSE(CanPress(form, "BitBtn4"));
         support::WriteBytes(folder / "none\\CVSROOT\\config", "");
         Type(step, "Edit3", folder / "none");
+        Type(step, "Edit5", "");
         Settle(step);
         EXPECT_FALSE(CanPress(form, "BitBtn4")) << "without a project name";
         Choose(step, "ComboBox1", cnSSH);
@@ -337,10 +341,12 @@ TEST(Preferences, CheckTheRepositoryOnlyInWizards) {
         EXPECT_EQ(Part<TEdit>(step, "Edit6").Color(), COLOR_WINDOW);
         EXPECT_TRUE(Part<TEdit>(step, "Edit6").ReadOnly());
         Choose(step, "ComboBox1", cnLocal);
-        Type(step, "Edit5", "mod");
-        Press(form, "BitBtn4");
-        EXPECT_EQ(cvs.Modulename(), "mod");
-        Press(form, "BitBtn3");
+        for (const char* name : {"mod", "old", "mod"}) {
+            Type(step, "Edit5", name);
+            Press(form, "BitBtn4");
+            EXPECT_EQ(cvs.Modulename(), name);
+            Press(form, "BitBtn3");
+        }
         Press(form, "BitBtn3");
         Press(form, "BitBtn4");
         Press(form, "BitBtn4");
