@@ -166,6 +166,8 @@ bool TProject::Operate(const std::function<bool(TCvsObject&)>& operation,
     Prepare(selection);
     const TTicking watching(CancelWatch_);
     const TFileItemsForCall cleared(Cvs_.FileItems);
+    const TConnectionType type = Cvs_.ConnectionType;
+    const std::string root = Cvs_.CVSROOT();
     bool done = false;
     try {
         done = operation(Cvs_);
@@ -174,6 +176,10 @@ bool TProject::Operate(const std::function<bool(TCvsObject&)>& operation,
     } catch (const Exception& error) {
         Window_.Tell(MaskPasswords(error.what()) + "\r\n");
     }
+    // Dialogs hand over the type as soon as it is chosen, its root when they are accepted. The one
+    // without the other would send the next command to another repository.
+    if (!done && Cvs_.CVSROOT() == root)
+        Cvs_.ConnectionType = type;
     Cvs_.FileItems.Clear();
     Reload();
     return done;

@@ -160,6 +160,25 @@ TEST_F(Projects, WorkOnWhatIsSelected) {
     EXPECT_EQ(support::ReadBytes(Folder / "one\\b.c"), "a");
 }
 
+TEST_F(Projects, KeepTheirConnectionWhenItsDialogIsCancelled) {
+    Form.OpenProject(Folder / "one");
+    TCvsObject& cvs = Form.Project()->Cvs();
+    cvs.ConnectionType = tandrel::cnPServer;
+    cvs.SetCVSROOT(":pserver:me@host:/repo");
+    const auto choose = [&](TModalResult result) {
+        tests::ExpectForm("CVS preferences", [&cvs, result](TForm& form) {
+            support::Choose(form, "ComboBox1", tandrel::cnLocal);
+            EXPECT_TRUE(support::WaitUntil([&] { return cvs.ConnectionType == tandrel::cnLocal; }));
+            form.ModalResult = result;
+        });
+        return Form.Project()->Operate(&TCvsObject::Preferences);
+    };
+    EXPECT_FALSE(choose(mrCancel));
+    EXPECT_EQ(cvs.ConnectionType, tandrel::cnPServer);
+    EXPECT_TRUE(choose(mrOk));
+    EXPECT_EQ(cvs.ConnectionType, tandrel::cnLocal);
+}
+
 TEST_F(Projects, GiveTheChildTheirOwnSurroundings) {
     for (const char* name : {"one", "two"}) {
         Form.OpenProject(Folder / name);
