@@ -126,7 +126,9 @@ TDateTime Get_FileRevDate(TCvsObject& CvsObject) {
     const TSelection selection(CvsObject);
     selection->LoadRevData();
     const TListRow* row = selection.Choose();
-    return row ? UTCToLocalTime(CustomStrToDateTime2(row->Caption)) : 0;
+    const TDateTime date = row ? CustomStrToDateTime2(row->Caption) : 0;
+    // No date is none in every time zone.
+    return date == 0 ? 0 : UTCToLocalTime(date);
 }
 
 }  // namespace tandrel
