@@ -6,12 +6,12 @@ using namespace framework;
 
 void TFrameDetForm::SetDesignSize(int width, int height) {
     SetClientSize(Scale(width), Scale(height));
-    DesignSize_ = {Width(), Height()};
+    KeepDesignSize();
 }
 
 void TFrameDetForm::SetFormHeight(int height) {
     SetSize(Width(), Scale(height));
-    DesignSize_ = {Width(), Height()};
+    KeepDesignSize();
 }
 
 void TFrameDetForm::GetSize(int& height, int& width) {
@@ -27,7 +27,7 @@ void TValidatedForm::AddButtons(TFormRows& rows) {
     const TOkCancel buttons = AddOkCancel(rows);
     Ok_ = &buttons.Ok;
     Cancel_ = &buttons.Cancel;
-    SetDesignSize(rows.Width(), buttons.Bottom);
+    KeepDesignSize();
     ShowButtons(false);
 }
 

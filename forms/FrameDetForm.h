@@ -39,6 +39,8 @@ protected:
         : TForm(caption, border) {}
     /// Sets the size that GetSize tells. @param width, height of the inner area, in design units.
     void SetDesignSize(int width, int height);
+    /// The form was designed with the size that it has.
+    void KeepDesignSize() { DesignSize_ = {Width(), Height()}; }
     /// Gives the whole form another height, its frame included. @param height in design units.
     void SetFormHeight(int height);
 

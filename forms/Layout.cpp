@@ -105,21 +105,9 @@ void TFormRows::PlaceBlock(TControl& control, int height) {
 }
 
 TOkCancel AddOkCancel(TFormRows& rows) {
-    using R = TFormRows;
     TForm& form = rows.Form();
-    auto& ok = form.Make<TButton>("BitBtn1", form, "Ok", TButtonRole::Default);
-    ok.ModalResult = mrOk;
-    auto& cancel = form.Make<TButton>("BitBtn2", form, "Cancel", TButtonRole::Cancel);
-    cancel.ModalResult = mrCancel;
-    const int top = rows.Top() + R::Gap;
-    const int left = rows.Width() - R::Margin - 2 * R::ButtonWidth - R::Gap;
-    rows.Place(ok, left, top, R::ButtonWidth, R::ButtonHeight);
-    rows.Place(cancel, left + R::ButtonWidth + R::Gap, top, R::ButtonWidth, R::ButtonHeight);
-    const int bottom = top + R::ButtonHeight + R::Margin;
-    form.SetClientSize(form.Scale(rows.Width()), form.Scale(bottom));
-    ok.SetAnchors(akRight | akBottom);
-    cancel.SetAnchors(akRight | akBottom);
-    return {ok, cancel, bottom};
+    return framework::AddOkCancel(form, form.Scale(rows.Width()),
+                                  form.Scale(rows.Top() + TFormRows::Gap));
 }
 
 TTimer& MakeDelay(TForm& form, const std::string& name, unsigned interval,

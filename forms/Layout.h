@@ -8,6 +8,7 @@
 #include "framework/ui/edits.h"
 #include "framework/ui/form.h"
 #include "framework/ui/labels.h"
+#include "framework/ui/ok_cancel.h"
 #include "framework/ui/timer.h"
 
 namespace tandrel {
@@ -123,15 +124,8 @@ private:
     int RowRight_ = 0;
 };
 
-/// The buttons at the end of a dialog.
-struct TOkCancel {
-    framework::TButton& Ok;
-    framework::TButton& Cancel;
-    int Bottom;  ///< Where the form ends, in design units.
-};
-
-/// Adds "BitBtn1" and "BitBtn2" below the rows and gives the form its size.
-TOkCancel AddOkCancel(TFormRows& rows);
+/// Ends the form with its buttons, below the rows.
+framework::TOkCancel AddOkCancel(TFormRows& rows);
 
 /// Makes a timer that stops itself and then acts: Restart puts the action off until the user rests.
 framework::TTimer& MakeDelay(framework::TForm& form, const std::string& name, unsigned interval,

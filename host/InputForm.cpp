@@ -6,6 +6,7 @@
 #include "framework/ui/combo_box.h"
 #include "framework/ui/edits.h"
 #include "framework/ui/labels.h"
+#include "framework/ui/ok_cancel.h"
 
 namespace host {
 
@@ -19,7 +20,7 @@ public:
     TInputForm(const std::string& caption, const std::vector<TInput>& inputs) : TForm(caption) {
         for (const TInput& input : inputs)
             AddInput(input);
-        AddButtons();
+        AddOkCancel(*this, Scale(Width), Scale(Top_ + 8));
     }
 
     void Save(std::vector<TInput>& inputs) const {
@@ -65,21 +66,6 @@ private:
         control.SetBounds(Scale(left), Scale(Top_), Scale(width), Scale(21));
         Controls_.push_back(&control);
         Top_ += Row;
-    }
-
-    void AddButtons() {
-        constexpr int ButtonWidth = 75, ButtonHeight = 25, Gap = 8;
-        auto& ok = Make<TButton>("Ok", *this, "Ok", TButtonRole::Default);
-        ok.ModalResult = mrOk;
-        auto& cancel = Make<TButton>("Cancel", *this, "Cancel", TButtonRole::Cancel);
-        cancel.ModalResult = mrCancel;
-        int left = Width - Margin - 2 * ButtonWidth - Gap;
-        for (TButton* button : {&ok, &cancel}) {
-            button->SetBounds(Scale(left), Scale(Top_ + Gap), Scale(ButtonWidth),
-                              Scale(ButtonHeight));
-            left += ButtonWidth + Gap;
-        }
-        SetClientSize(Scale(Width), Scale(Top_ + Gap + ButtonHeight + Margin));
     }
 
     int Top_ = Margin;

@@ -49,7 +49,7 @@ void TTour::AddAndRemoveFiles() {
     Select("moving.txt");
     Play_.ExpectForm("Move moving.txt", [this](TForm& form) {
         Type(form, "Input1", Project_ + "\\lib\\moved.txt");
-        Press(form, "Ok");
+        Press(form, "BitBtn1");
     });
     Choose("Selection/Move...");
     Commit();
@@ -229,7 +229,7 @@ void TTour::WorkInTwoProjects() {
             Next(form);
         Press(form, "BitBtn1");
     });
-    Play_.ExpectForm("Tags of the project", [this](TForm& form) { Press(form, "Ok"); });
+    Play_.ExpectForm("Tags of the project", [this](TForm& form) { Press(form, "BitBtn1"); });
     ExpectSuccess("CVS PlaceProject");
     Choose("Repository/Place project...");
     for (const std::string& folder : {Project_, second}) {

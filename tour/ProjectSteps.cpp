@@ -55,7 +55,7 @@ void TTour::PlaceTheProject() {
     });
     Play_.ExpectForm("Tags of the project", [this](TForm& form) {
         Play_.Picture(form.Handle(), "tags");
-        Press(form, "Ok");
+        Press(form, "BitBtn1");
     });
     ExpectSuccess("CVS PlaceProject");
     Choose("Repository/Place project...");

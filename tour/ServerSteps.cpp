@@ -64,7 +64,7 @@ void TTour::LogIn() {
             Next(form);
         Press(form, "BitBtn1");
     });
-    Play_.ExpectForm("Tags of the project", [this](TForm& form) { Press(form, "Ok"); });
+    Play_.ExpectForm("Tags of the project", [this](TForm& form) { Press(form, "BitBtn1"); });
     ExpectSuccess("CVS PlaceProject");
     Choose("Repository/Place project...");
     Expect(FileExists(folder + "\\CVS\\Entries"), "a working copy of the server's");

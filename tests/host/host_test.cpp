@@ -171,7 +171,7 @@ TEST(Inputs, ComeBackAsTyped) {
         support::Type(form, "Input1", "\"c\" \xE4");
         support::Check(form, "Input2", false);
         support::Choose(form, "Input3", 0);
-        support::Press(form, "Ok");
+        support::Press(form, "BitBtn1");
     });
     EXPECT_TRUE(AskFor("Ask", inputs));
     EXPECT_EQ(inputs[0].Value + "|" + inputs[1].Value + "|" + inputs[2].Value, "\"c\" \xE4||one");

@@ -154,7 +154,7 @@ TEST_F(Projects, WorkOnWhatIsSelected) {
     Select("a.c");
     tests::ExpectForm("Move a.c", [](TForm& form) {
         support::Type(form, "Input1", "b.c");
-        support::Press(form, "Ok");
+        support::Press(form, "BitBtn1");
     });
     Pick(Form, "&Move...");
     EXPECT_EQ(support::ReadBytes(Folder / "one\\b.c"), "a");
