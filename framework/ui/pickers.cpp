@@ -55,12 +55,6 @@ void TUpDown::SetPosition(int position) {
     ::SendMessageW(Handle(), UDM_SETPOS32, 0, position);
 }
 
-void TUpDown::ClickTo(int position) {
-    SetPosition(position);
-    if (OnClick)
-        OnClick(this);
-}
-
 void TUpDown::Scrolled(WPARAM what) {
     if (LOWORD(what) == SB_THUMBPOSITION && OnClick)
         OnClick(this);

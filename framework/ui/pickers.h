@@ -30,8 +30,6 @@ public:
 
     int Position() const;
     void SetPosition(int position);
-    /// Sets the position as the user does.
-    void ClickTo(int position);
 
     /// The user has pressed an arrow; the position is the new one.
     TNotifyEvent OnClick;

@@ -51,6 +51,13 @@ void Settle(TForm& form) {
     });
 }
 
+/// The user steps a number.
+void ClickTo(TForm& form, const char* name, int position) {
+    auto& arrows = Part<TUpDown>(form, name);
+    arrows.SetPosition(position);
+    arrows.OnClick(&arrows);
+}
+
 bool Editable(TForm& form, const char* edit) {
     const auto& part = Part<TEdit>(form, edit);
     EXPECT_EQ(part.ReadOnly(), part.Color() == COLOR_BTNFACE) << edit;
@@ -155,7 +162,7 @@ TEST(OptionSteps, HandBackWhatStickyAndMergeWereSetTo) {
         EXPECT_TRUE(Editable(sticky, "MaskEdit2"));
         EXPECT_TRUE(CanPress(form, "BitBtn4"));
         Part<TDateTimePicker>(sticky, "DateTimePicker1").SetDate(EncodeDate(2005, 6, 7));
-        Part<TUpDown>(sticky, "UpDown1").ClickTo(9);
+        ClickTo(sticky, "UpDown1", 9);
         Settle(sticky);
         EXPECT_EQ(TextOf(sticky, "MaskEdit2"), "09:07");
         Press(form, "BitBtn4");
@@ -226,7 +233,7 @@ TEST(DiffForm, ComparesWithARevisionOrADate) {
         EXPECT_FALSE(Editable(form, "Edit1")) << "a date takes the revision's place";
         EXPECT_FALSE(CanPress(form, "Button2"));
         EXPECT_TRUE(CanPress(form, "Button4"));
-        Part<TUpDown>(form, "UpDown2").ClickTo(23);
+        ClickTo(form, "UpDown2", 23);
         Settle(form);
         EXPECT_EQ(TextOf(form, "MaskEdit2"), "23:07:09");
         Press(form, "BitBtn1");
