@@ -115,9 +115,10 @@ void TProgressThread::ReadChild(TChild& child) {
     // Its end is waited for when the block is left.
     const TErrorReadThread errors(std::move(child.Errors), ExecuteClass);
     ReadOutput(child);
-    // Before that wait: a child that is no longer read must find that out, and not wait itself for
-    // somebody to read on.
+    // Before that wait: a child that is no longer read or answered must find that out, and not wait
+    // itself for somebody to read on or to answer.
     child.Output.Reset();
+    child.Answers = {};
 }
 
 void TProgressThread::ReadOutput(TChild& child) {

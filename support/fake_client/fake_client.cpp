@@ -118,6 +118,13 @@ int main(int count, char** arguments) {
         ::CloseHandle(::GetStdHandle(STD_OUTPUT_HANDLE));
         ::CloseHandle(::GetStdHandle(STD_ERROR_HANDLE));
         ::Sleep(60000);
+    } else if (mode == "close-output-and-read") {
+        // Its end is that of the input; with "errors" it keeps the other stream.
+        ::FreeConsole();
+        ::CloseHandle(::GetStdHandle(STD_OUTPUT_HANDLE));
+        if (words.size() < 2)
+            ::CloseHandle(::GetStdHandle(STD_ERROR_HANDLE));
+        return static_cast<int>(ReadInput('\0', 1).size()) + 5;
     } else if (mode == "flood-both") {
         FloodBoth(number(1));
     } else if (mode == "say-both") {

@@ -152,6 +152,12 @@ TEST_F(ToolRunner, TellsWhatWentWrong) {
     EXPECT_GE(::GetTickCount64() - start, 3900u) << "one second of grace, three after the kill";
     EXPECT_EQ(Errors, "Process TIMEOUT occured, process terminated");
     EXPECT_EQ(Runner.FExitCode, 1);
+    // Their input ends with their output, and the child with it.
+    for (const char* mode : {"close-output-and-read", "close-output-and-read errors"}) {
+        Run(mode);
+        EXPECT_EQ(Errors, "") << mode;
+        EXPECT_EQ(Runner.FExitCode, 5);
+    }
 }
 
 TEST_F(ToolRunner, RefusesASecondRunAndIsNotStoppedByCancelling) {
