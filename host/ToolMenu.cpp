@@ -1,6 +1,7 @@
 // The user's tools: their menu, the values of their macros, what becomes of their output.
 
 #include "framework/base/paths.h"
+#include "framework/base/registry.h"
 #include "framework/ui/application.h"
 #include "host/MainForm.h"
 
@@ -56,7 +57,17 @@ void TMainForm::ShowTools() {
 void TMainForm::ConfigureTools() {
     if (Busy_)
         return;
-    Tools_.ShowDialog();
+    try {
+        Tools_.ShowDialog();
+    } catch (...) {
+        Application().HandleException();
+    }
+    // The editor works on the tools themselves: what was not kept must not be offered, and a menu
+    // that is not theirs would run another tool than the one that is chosen.
+    if (TRegistry(HostRegistryKey).OpenKey(Tools_.Keyname, true))
+        Tools_.LoadFromRegistry();
+    else
+        Tell("Tools cannot be stored. They are there until the host ends.\r\n");
     ShowTools();
 }
 

@@ -11,6 +11,7 @@
 #include "framework/ui/application.h"
 #include "framework/ui/menus.h"
 #include "framework/ui/timer.h"
+#include "framework/ui/tool_bar.h"
 #include "host/MainForm.h"
 #include "support/Drive.h"
 #include "support/Files.h"
@@ -177,6 +178,28 @@ TEST_F(Projects, KeepTheirConnectionWhenItsDialogIsCancelled) {
     EXPECT_EQ(cvs.ConnectionType, tandrel::cnPServer);
     EXPECT_TRUE(choose(mrOk));
     EXPECT_EQ(cvs.ConnectionType, tandrel::cnLocal);
+}
+
+TEST_F(Projects, OfferTheToolsThatAreKept) {
+    const auto configure = [&](const std::string& name, const std::string& button) {
+        tests::ExpectForm("User Tools", [&](TForm& form) {
+            support::Part<TToolButton>(form, "ToolButton1").Click();
+            ::SetWindowTextA(::GetFocus(), name.c_str());
+            support::Type(form, "Edit1", "C:\\windows\\explorer.exe");
+            tests::Click(form, button);
+        });
+        Pick(Form, "&Configure...");
+        std::string captions;
+        for (const TMenuItem* menu : support::Part<TMainMenu>(Form, "Menu").Items())
+            if (menu->Items().back()->Caption() == "&Configure...")
+                for (const TMenuItem* item : menu->Items())
+                    captions += item->Caption() + ' ';
+        return captions;
+    };
+    EXPECT_EQ(configure("cancelled", "BitBtn2"), "&Configure... ");
+    EXPECT_EQ(configure("kept", "BitBtn1"), "kept - &Configure... ");
+    EXPECT_EQ(configure("cancelled", "BitBtn2"), "kept - &Configure... ");
+    ::RegDeleteKeyA(HostRegistryKey, Settings.ToolsKey().c_str());
 }
 
 TEST_F(Projects, GiveTheChildTheirOwnSurroundings) {
