@@ -38,6 +38,7 @@ public:
     void LoadCommand();
     /// Stores the fields into the current tool, if there is one.
     void SaveCommand();
+    /// Empties the fields.
     void ClearFormData();
     /// The macro of that name.
     static std::string AddParam(const std::string& name);
