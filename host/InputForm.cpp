@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "framework/ui/buttons.h"
 #include "framework/ui/combo_box.h"
 #include "framework/ui/edits.h"
 #include "framework/ui/labels.h"

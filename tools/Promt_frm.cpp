@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "framework/ui/buttons.h"
 #include "framework/ui/labels.h"
+#include "framework/ui/ok_cancel.h"
 #include "tools/Dialogs.h"
 
 namespace tandrel {
@@ -15,7 +15,6 @@ namespace {
 // Design units.
 constexpr int FormWidth = 420, Margin = 12, Gap = 8;
 constexpr int FieldLeft = 110, FieldWidth = FormWidth - FieldLeft - Margin, EditHeight = 21;
-constexpr int ButtonWidth = 75, ButtonHeight = 25;
 /// Longer commands are shown in part: the form has to stay on the screen.
 constexpr std::size_t LongestCommand = 1000;
 
@@ -45,16 +44,7 @@ TPrompt_Form::TPrompt_Form(const std::string& command, const std::string& argume
     label("Label3", "Tolls arguments", Scale(Margin), top + lower, 0);
 
     top += Scale(EditHeight + Margin + Gap);
-    int left = Scale(FormWidth - Margin - 2 * ButtonWidth - Gap);
-    for (const auto& [name, caption, role, result] :
-         {std::tuple{"BitBtn1", "Ok", TButtonRole::Default, mrOk},
-          {"BitBtn2", "Cancel", TButtonRole::Cancel, mrCancel}}) {
-        auto& button = Make<TButton>(name, *this, caption, role);
-        button.ModalResult = result;
-        button.SetBounds(left, top, Scale(ButtonWidth), Scale(ButtonHeight));
-        left += Scale(ButtonWidth + Gap);
-    }
-    SetClientSize(Scale(FormWidth), top + Scale(ButtonHeight + Margin));
+    AddOkCancel(*this, Scale(FormWidth), top);
 }
 
 void TPrompt_Form::Shown() {

@@ -3,6 +3,7 @@
 #include <span>
 
 #include "framework/ui/labels.h"
+#include "framework/ui/ok_cancel.h"
 #include "framework/ui/tool_bar.h"
 #include "tools/tools_frm.h"
 
@@ -23,7 +24,6 @@ constexpr int BoxesTop = GroupTop + 20, BoxLeft = Margin + 12, BoxHeight = 17, B
 constexpr int BoxWidth = 240, TypeLeft = BoxLeft + BoxWidth + Gap;
 constexpr int GroupHeight = BoxesTop + 5 * BoxStep - GroupTop;
 constexpr int ButtonsTop = GroupTop + GroupHeight + Margin;
-constexpr int ButtonWidth = 75, ButtonHeight = 25;
 
 constexpr COLORREF Green = RGB(40, 136, 64);
 constexpr COLORREF Red = RGB(192, 48, 40);
@@ -55,7 +55,6 @@ constexpr POINT Up[] = {{6, 14}, {10, 14}, {10, 8}, {14, 8}, {8, 2}, {2, 8}, {6,
 }  // namespace
 
 void TUserToolsForm::BuildControls() {
-    SetClientSize(Scale(FormWidth), Scale(ButtonsTop + ButtonHeight + Margin));
     BuildToolBar();
     BuildList();
     BuildFields();
@@ -158,16 +157,9 @@ void TUserToolsForm::BuildOptions() {
     }
     Boxes_.back()->OnClick = [this](TObject*) { Timer2_->Restart(); };
 
-    auto& ok = Make<TButton>("BitBtn1", *this, "Ok", TButtonRole::Default);
-    ok.ModalResult = mrOk;
-    ok.OnClick = [this](TObject*) { OkClick(); };
-    auto& cancel = Make<TButton>("BitBtn2", *this, "Cancel", TButtonRole::Cancel);
-    cancel.ModalResult = mrCancel;
-    int left = FormWidth - Margin - 2 * ButtonWidth - Gap;
-    for (TButton* button : {&ok, &cancel}) {
-        button->SetBounds(Scale(left), Scale(ButtonsTop), Scale(ButtonWidth), Scale(ButtonHeight));
-        left += ButtonWidth + Gap;
-    }
+    AddOkCancel(*this, Scale(FormWidth), Scale(ButtonsTop)).Ok.OnClick = [this](TObject*) {
+        OkClick();
+    };
 }
 
 void TUserToolsForm::BuildDirectoryMenu() {
