@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "core/ComForCall.h"
+#include "core/Cvs_files.h"
 #include "core/Cvs_utils.h"
 #include "framework/base/exceptions.h"
 #include "framework/base/files.h"
@@ -171,6 +173,9 @@ void TMainForm::ShowFiles() {
         const TTreeUpdate update(*Tree_);
         Tree_->Clear();
         TTreeViewNode& top = Tree_->Root().AddChild(ExtractFileName(Current_->Folder()));
+        const TComForCall com;
+        const int folder = GetShellImage(Current_->Folder(), false, false);
+        top.SetImages(folder, folder, 0);
         for (TWorkDirItem& item : Current_->Cvs().WorkDirTree) {
             if (!item.IsDirectory)
                 continue;
