@@ -288,8 +288,10 @@ LRESULT TTreeView::Notify(NMHDR& header) {
 
 LRESULT TTreeView::WndProc(UINT message, WPARAM wParam, LPARAM lParam) {
     const bool asked = message >= TV_FIRST && message < TV_FIRST + 0x100;
-    if (!Pending_.empty() && Deferring_ == 0 && (asked || ::IsWindowVisible(Handle())))
+    if (!Pending_.empty() && Deferring_ == 0 && (asked || ::IsWindowVisible(Handle()))) {
+        const TTreeUpdate update(*this);
         InsertPending();
+    }
     if (message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK) {
         TVHITTESTINFO hit{};
         hit.pt = {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
