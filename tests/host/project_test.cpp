@@ -51,9 +51,16 @@ protected:
                 return list.Select(i);
         FAIL() << "There is no " << name;
     }
+    /// Does something with the project at hand, as the menu does: the rows show what there is
+    /// afterwards.
+    bool Operate(const std::function<bool(TCvsObject&)>& operation) {
+        bool done = false;
+        Form.Operate([&](TCvsObject& cvs) { return done = operation(cvs); }, false);
+        return done;
+    }
     /// Runs the fake client in the project at hand.
     bool Run(const std::string& arguments) {
-        return Form.Project()->Operate([&](TCvsObject& cvs) {
+        return Operate([&](TCvsObject& cvs) {
             cvs.CvsExecutable = support::FakeClient();
             cvs.CommandLine = " " + arguments;
             cvs.Execute(Folder.Path());
@@ -145,11 +152,14 @@ TEST_F(Projects, KeepWhatIsIgnoredAlready) {
 
 TEST_F(Projects, WorkOnWhatIsSelected) {
     support::WriteBytes(Folder / "one\\CVS\\Root", "C:\\none\r\n");
+    support::WriteBytes(Folder / "one\\gone.c", "gone soon");
     Form.OpenProject(Folder / "one");
     TCvsObject& cvs = Form.Project()->Cvs();
     cvs.CvsExecutable = support::FakeClient();
     // Without the name it would be about the whole project.
-    Form.Project()->Operate(&TCvsObject::Unedit, {Folder / "one\\gone.c"});
+    Select("gone.c");
+    ::DeleteFileA((Folder / "one\\gone.c").c_str());
+    Pick(Form, "Unedi&t");
     EXPECT_TRUE(cvs.CommandLine.ends_with(" gone.c")) << cvs.CommandLine;
     // A bare name is one in the file's folder.
     Select("a.c");
@@ -172,7 +182,7 @@ TEST_F(Projects, KeepTheirConnectionWhenItsDialogIsCancelled) {
             EXPECT_TRUE(support::WaitUntil([&] { return cvs.ConnectionType == tandrel::cnLocal; }));
             form.ModalResult = result;
         });
-        return Form.Project()->Operate(&TCvsObject::Preferences);
+        return Operate(&TCvsObject::Preferences);
     };
     EXPECT_FALSE(choose(mrCancel));
     EXPECT_EQ(cvs.ConnectionType, tandrel::cnPServer);
@@ -222,7 +232,7 @@ TEST_F(Projects, GiveTheChildTheirOwnSurroundings) {
 TEST_F(Projects, PullIntoAFolderThatIsNotThereYet) {
     Form.OpenProject(Folder / "one");
     tests::ExpectForm("CVS Pull Project ", [](TForm& form) { tests::Click(form, "BitBtn1"); });
-    EXPECT_TRUE(Form.Project()->Operate([&](TCvsObject& cvs) {
+    EXPECT_TRUE(Operate([&](TCvsObject& cvs) {
         cvs.CvsExecutable = support::FakeClient() + " surroundings";
         cvs.SetCVSROOT("a root");
         cvs.Set_ProjectRoot(Folder / "new\\deep");

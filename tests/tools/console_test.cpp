@@ -118,13 +118,17 @@ TEST_F(ToolConsole, ShowsTheToolAndWaitsForEnter) {
     EXPECT_EQ(Shown.substr(0, 27), "Press enter to continue ...");
     EXPECT_EQ(Runner.FExitCode, 1);
 
-    // The system itself may keep something for each console it has made.
+    // The system itself may keep something for each console it has made, and now and then
+    // something more; one for each run would be ours.
+    constexpr int Runs = 6;
     const int keeps = HandlesKeptByTheSystem();
     const tests::TResources before = tests::CountResources();
-    Run(support::FakeClient() + " exit 2");
-    EXPECT_THROW(Run("no-such-tool"), framework::Exception);
+    for (int i = 0; i < Runs; i += 2) {
+        Run(support::FakeClient() + " exit 2");
+        EXPECT_THROW(Run("no-such-tool"), framework::Exception);
+    }
     const tests::TResources after = tests::CountResources();
-    EXPECT_EQ(after.Handles, before.Handles + 2 * keeps);
+    EXPECT_LT(after.Handles, before.Handles + Runs * (keeps + 1));
     EXPECT_EQ(after.Threads, before.Threads);
     EXPECT_EQ(after.Windows, before.Windows);
 }
