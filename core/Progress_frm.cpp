@@ -4,6 +4,7 @@
 
 #include "core/Customvcs.h"
 #include "core/Resources.h"
+#include "framework/ui/dialog_sizes.h"
 
 namespace tandrel::Progress_frm {
 
@@ -16,7 +17,8 @@ TVcs_ProgressForm::TVcs_ProgressForm() : TForm("VCS progress") {
 void TVcs_ProgressForm::BuildControls() {
     constexpr int Width = 313, Height = 110;  // design units, as all below
     constexpr int AnimationHeight = 71, SpacerWidth = 4;
-    constexpr int ButtonWidth = 75, ButtonHeight = 25, Margin = 8;
+    using S = framework::TDialogSizes;
+    constexpr int Margin = 8;
 
     SetClientSize(Scale(Width), Scale(Height));
     Animate1_ = &Make<framework::TAnimate>("Animate1", *this);
@@ -33,8 +35,8 @@ void TVcs_ProgressForm::BuildControls() {
     label.SetBounds(Scale(Margin), row - label.Height() / 2, label.Width(), label.Height());
     BitBtn2_ =
         &Make<framework::TButton>("BitBtn2", *this, "Cancel", framework::TButtonRole::Cancel);
-    BitBtn2_->SetBounds(Scale(Width - Margin - ButtonWidth), row - Scale(ButtonHeight) / 2,
-                        Scale(ButtonWidth), Scale(ButtonHeight));
+    BitBtn2_->SetBounds(Scale(Width - Margin - S::ButtonWidth), row - Scale(S::ButtonHeight) / 2,
+                        Scale(S::ButtonWidth), Scale(S::ButtonHeight));
     BitBtn2_->OnClick = [this](TObject*) { BitBtn2Click(); };
 }
 

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "framework/ui/buttons.h"
+#include "framework/ui/dialog_sizes.h"
 #include "framework/ui/edits.h"
 #include "framework/ui/form.h"
 #include "framework/ui/labels.h"
@@ -29,13 +30,8 @@ struct TField {
 
 /// Puts the controls of a form into rows, from top to bottom, in the order in which the keyboard
 /// visits them. Sizes are design units.
-class TFormRows {
+class TFormRows : public framework::TDialogSizes {
 public:
-    static constexpr int Margin = 12;
-    static constexpr int Gap = 8;
-    static constexpr int EditHeight = 21;
-    static constexpr int ButtonWidth = 75;
-    static constexpr int ButtonHeight = 25;
     /// A button that stands behind an edit.
     static constexpr int ScanWidth = 50;
     static constexpr int DotsWidth = 24;
@@ -128,6 +124,7 @@ private:
 framework::TOkCancel AddOkCancel(TFormRows& rows);
 
 /// Makes a timer that stops itself and then acts: Restart puts the action off until the user rests.
+/// It also waits for the form when its window is disabled.
 framework::TTimer& MakeDelay(framework::TForm& form, const std::string& name, unsigned interval,
                              std::function<void()> action);
 

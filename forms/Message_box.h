@@ -2,18 +2,16 @@
 
 #include <string>
 
+#include "framework/ui/dialog_sizes.h"
 #include "framework/ui/form.h"
 
 namespace tandrel {
 
 /// The sizes that the boxes with a picture and a text share, in design units at 96 dpi.
-struct TMessageBoxLayout {
+struct TMessageBoxLayout : framework::TDialogSizes {
     static constexpr int Width = 280;
-    static constexpr int Margin = 12;
     static constexpr int Picture = 32;
     static constexpr int TextLeft = 58;
-    static constexpr int ButtonWidth = 75;
-    static constexpr int ButtonHeight = 25;
     /// A box is at least this much wider than its text.
     static constexpr int RoomBesideText = 74;
 };

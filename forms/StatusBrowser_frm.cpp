@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "core/ComForCall.h"
-#include "core/CvsExecute.h"
 #include "core/Cvs_files.h"
 #include "cvs/Cvstempl.h"
 #include "forms/DiffColours.h"
@@ -239,16 +238,7 @@ TWorkDirItem* TStatusBrowser_Form::SelectedInTree() const {
     return node ? ItemOf(node->Data()) : nullptr;
 }
 
-bool TStatusBrowser_Form::PutOff(TTimer& timer) {
-    if (!CvsObject->ExecuteClass->Thread)
-        return false;
-    timer.Restart();
-    return true;
-}
-
 void TStatusBrowser_Form::Timer1Timer() {
-    if (PutOff(*Timer1_))
-        return;
     TWorkDirItem* const item = SelectedInTree();
     if (!item)
         return LoadRootLw();
@@ -275,8 +265,6 @@ void TStatusBrowser_Form::ListView1DblClick() {
 // --- the pages --------------------------------------------------------------------------------
 
 void TStatusBrowser_Form::Timer2Timer() {
-    if (PutOff(*Timer2_))
-        return;
     TPage& diff = Pages_[DiffPage];
     Pages_[StatusPage].Sheet->SetEnabled(false);
     Pages_[LogPage].Sheet->SetEnabled(false);

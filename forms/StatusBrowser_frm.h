@@ -43,9 +43,6 @@ private:
     void LoadRootLw();
     bool TreeView1Expanding(framework::TTreeViewNode& node);
     void NodeDeleted(framework::TTreeViewNode& node);
-    /// Timers go on while a page waits for its command. What was selected last has to wait, or the
-    /// pages would show the texts of two files, and the second one's command would be refused.
-    bool PutOff(framework::TTimer& timer);
     void Timer1Timer();
     void Timer2Timer();
     void LoadFileData(TWorkDirItem& item);

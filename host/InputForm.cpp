@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "framework/ui/combo_box.h"
+#include "framework/ui/dialog_sizes.h"
 #include "framework/ui/edits.h"
 #include "framework/ui/labels.h"
 #include "framework/ui/ok_cancel.h"
@@ -19,7 +20,7 @@ public:
     TInputForm(const std::string& caption, const std::vector<TInput>& inputs) : TForm(caption) {
         for (const TInput& input : inputs)
             AddInput(input);
-        AddOkCancel(*this, Scale(Width), Scale(Top_ + 8));
+        AddOkCancel(*this, Scale(Width), Scale(Top_ + TDialogSizes::Gap));
     }
 
     void Save(std::vector<TInput>& inputs) const {
@@ -33,7 +34,8 @@ public:
     }
 
 private:
-    static constexpr int Width = 460, Margin = 12, LabelWidth = 120, Row = 29;
+    static constexpr int Width = 460, Margin = TDialogSizes::Margin, LabelWidth = 120;
+    static constexpr int Row = TDialogSizes::EditHeight + TDialogSizes::Gap;
 
     void AddInput(const TInput& input) {
         const std::string name = "Input" + std::to_string(Controls_.size() + 1);
@@ -62,7 +64,7 @@ private:
     }
 
     void Place(TControl& control, int left, int width) {
-        control.SetBounds(Scale(left), Scale(Top_), Scale(width), Scale(21));
+        control.SetBounds(Scale(left), Scale(Top_), Scale(width), Scale(TDialogSizes::EditHeight));
         Controls_.push_back(&control);
         Top_ += Row;
     }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "framework/ui/dialog_sizes.h"
 #include "framework/ui/labels.h"
 #include "framework/ui/ok_cancel.h"
 #include "tools/Dialogs.h"
@@ -13,8 +14,9 @@ using namespace framework;
 namespace {
 
 // Design units.
-constexpr int FormWidth = 420, Margin = 12, Gap = 8;
-constexpr int FieldLeft = 110, FieldWidth = FormWidth - FieldLeft - Margin, EditHeight = 21;
+constexpr int FormWidth = 420, Margin = TDialogSizes::Margin, Gap = TDialogSizes::Gap;
+constexpr int FieldLeft = 110, FieldWidth = FormWidth - FieldLeft - Margin,
+              EditHeight = TDialogSizes::EditHeight;
 /// Longer commands are shown in part: the form has to stay on the screen.
 constexpr std::size_t LongestCommand = 1000;
 

@@ -2,6 +2,7 @@
 
 #include <span>
 
+#include "framework/ui/dialog_sizes.h"
 #include "framework/ui/labels.h"
 #include "framework/ui/ok_cancel.h"
 #include "framework/ui/tool_bar.h"
@@ -14,10 +15,11 @@ using namespace framework;
 namespace {
 
 // Design units.
-constexpr int FormWidth = 400, Margin = 12, Gap = 8;
+constexpr int FormWidth = 400, Margin = TDialogSizes::Margin, Gap = TDialogSizes::Gap;
 constexpr int Inner = FormWidth - 2 * Margin;
 constexpr int ListTop = Margin + 28, ListHeight = 120;
-constexpr int FieldsTop = ListTop + ListHeight + Margin, FieldLeft = 84, FieldHeight = 21;
+constexpr int FieldsTop = ListTop + ListHeight + Margin, FieldLeft = 84,
+              FieldHeight = TDialogSizes::EditHeight;
 constexpr int DotsWidth = 24;
 constexpr int GroupTop = FieldsTop + 3 * (FieldHeight + Gap) + 4;
 constexpr int BoxesTop = GroupTop + 20, BoxLeft = Margin + 12, BoxHeight = 17, BoxStep = 24;

@@ -1,19 +1,21 @@
 #include "framework/ui/ok_cancel.h"
 
+#include "framework/ui/dialog_sizes.h"
+
 namespace framework {
 
 TOkCancel AddOkCancel(TForm& form, int width, int top) {
-    constexpr int ButtonWidth = 75, ButtonHeight = 25, Gap = 8, Margin = 12;
+    using S = TDialogSizes;
     auto& ok = form.Make<TButton>("BitBtn1", form, "Ok", TButtonRole::Default);
     ok.ModalResult = mrOk;
     auto& cancel = form.Make<TButton>("BitBtn2", form, "Cancel", TButtonRole::Cancel);
     cancel.ModalResult = mrCancel;
-    form.SetClientSize(width, top + form.Scale(ButtonHeight + Margin));
-    int left = width - form.Scale(Margin + 2 * ButtonWidth + Gap);
+    form.SetClientSize(width, top + form.Scale(S::ButtonHeight + S::Margin));
+    int left = width - form.Scale(S::Margin + 2 * S::ButtonWidth + S::Gap);
     for (TButton* button : {&ok, &cancel}) {
-        button->SetBounds(left, top, form.Scale(ButtonWidth), form.Scale(ButtonHeight));
+        button->SetBounds(left, top, form.Scale(S::ButtonWidth), form.Scale(S::ButtonHeight));
         button->SetAnchors(akRight | akBottom);
-        left += form.Scale(ButtonWidth + Gap);
+        left += form.Scale(S::ButtonWidth + S::Gap);
     }
     return {ok, cancel};
 }
