@@ -11,7 +11,7 @@ install(TARGETS tandrel-host RUNTIME DESTINATION bin)
 install(DIRECTORY ${CMAKE_BINARY_DIR}/bin/ DESTINATION bin
     FILES_MATCHING PATTERN "libstdc++-6.dll" PATTERN "libgcc_s_*.dll" PATTERN "libwinpthread-1.dll")
 
-foreach(folder framework core cvs tools package)
+foreach(folder framework core cvs forms tools package)
     install(DIRECTORY ${PROJECT_SOURCE_DIR}/${folder} DESTINATION include
         FILES_MATCHING PATTERN "*.h")
 endforeach()

@@ -10,4 +10,6 @@ set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
-# No emulator: the 64-bit programs are built, not run (the Wine of this project is the 32-bit one).
+# CTest starts every program through this.
+get_filename_component(_tandrel_emulator "${CMAKE_CURRENT_LIST_DIR}/../scripts/emulator.sh" ABSOLUTE)
+set(CMAKE_CROSSCOMPILING_EMULATOR "${_tandrel_emulator}" "--win64")

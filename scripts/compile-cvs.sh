@@ -1,11 +1,11 @@
 #!/bin/sh
-# compile-cvs.sh SRCDIR OUTDIR
+# compile-cvs.sh SRCDIR OUTDIR HOST
 #
-# Cross-compiles the cvs 1.12.13 client (local + :pserver:) to OUTDIR/cvs.exe.  SRCDIR is the
+# Cross-compiles the cvs 1.12.13 client (local + :pserver:) to OUTDIR/cvs.exe for HOST, the tool chain's name.  SRCDIR is the
 # unpacked source and is only read.  The source has a port for another compiler; what follows
 # turns that into one for mingw-w64.
 set -eu
-SRC=$(cd "$1" && pwd); mkdir -p "$2"; OUT=$(cd "$2" && pwd); HOST=i686-w64-mingw32
+SRC=$(cd "$1" && pwd); mkdir -p "$2"; OUT=$(cd "$2" && pwd); HOST=$3
 CC=$HOST-gcc-posix
 W=$OUT/work
 rm -rf "$W"; mkdir -p "$W/obj"

@@ -1,20 +1,26 @@
 #!/bin/bash
-# emulator.sh PROGRAM.exe [ARGUMENT...]
+# emulator.sh [--win64] PROGRAM.exe [ARGUMENT...]
 #
-# Runs one 32-bit Windows program under Wine, with the environment that the tests need.  CTest
-# starts every test through this script.  All it needs is taken from the environment:
+# Runs one Windows program under Wine, with the environment that the tests need.  CTest starts every
+# test through this script.  All it needs is taken from the environment:
 #
-#   TANDREL_WINE   folder with the programs wine32 and wineserver32
-#   WINEPREFIX     Wine's data
+#   TANDREL_WINE      folder with the programs wine and wineserver
+#   TANDREL_PREFIXES  Wine's data, without the number of the seat
+#   WINEPATH          the compiler's run-time libraries
 #
-# Inside of environment.sh both are set, and where there are several seats the program takes one that
-# is free.  Outside of it they come from build/wine.env, which every
-# set-up leaves behind, so that "ctest --preset win32" works from the command line.  That is slow:
-# with no server kept up, every test waits four seconds for Wine to start and to end.
+# Inside of environment.sh they are set, and where there are several seats the program takes one that
+# is free.  Outside of it they come from build/wine-TARGET.env, which every set-up leaves behind, so
+# that "ctest --preset win32" works from the command line.  That is slow: with no server kept up,
+# every test waits four seconds for Wine to start and to end.
 set -euo pipefail
 
-if [ -z "${TANDREL_WINE:-}" ] || [ -z "${WINEPREFIX:-}" ]; then
-    env_file=$(dirname "${BASH_SOURCE[0]}")/../build/wine.env
+target=win32
+if [ "${1:-}" = --win64 ]; then
+    target=win64
+    shift
+fi
+if [ -z "${TANDREL_WINE:-}" ] || [ -z "${TANDREL_PREFIXES:-}" ]; then
+    env_file=$(dirname "${BASH_SOURCE[0]}")/../build/wine-$target.env
     if [ ! -r "$env_file" ]; then
         echo "emulator.sh: Wine is not set up yet; run ./test once." >&2
         exit 127
@@ -28,10 +34,7 @@ take_seat() { # SEAT
     local displays
     read -r -a displays <<<"${TANDREL_DISPLAYS:-}"
     [ "${#displays[@]}" -lt "$1" ] || export DISPLAY=${displays[$1 - 1]}
-    if [ -n "${TANDREL_CHECKOUT:-}" ]; then
-        WINEPREFIX=$TANDREL_CHECKOUT/prefix
-        [ "$1" = 1 ] || WINEPREFIX+=$1
-    fi
+    WINEPREFIX=$TANDREL_PREFIXES$1
     # Wine must not lay hands on the user's own folders.
     export WINEPREFIX HOME=$WINEPREFIX.home
 }
@@ -43,8 +46,6 @@ export TZ=${TZ:-UTC}
 export WINEDEBUG=${WINEDEBUG:--all}
 # No debugger: a crash has to end the program at once.  No menus of the desktop either.
 export WINEDLLOVERRIDES='mscoree,mshtml,winedbg.exe,winemenubuilder.exe='
-# Serves programs without the run-time DLLs beside them.  (cvs.exe is on the prefix's own PATH.)
-export WINEPATH='Z:\usr\lib\gcc\i686-w64-mingw32\12-posix;Z:\usr\i686-w64-mingw32\lib'
 # The user's own X server wants its cookie.
 export XAUTHORITY=${XAUTHORITY:-${HOME:-}/.Xauthority}
 
@@ -54,19 +55,19 @@ if [ -z "${TANDREL_ENVIRONMENT:-}" ] && [ -n "${TANDREL_LOCK:-}" ]; then
     [ -n "${DISPLAY:-}" ] ||
         echo 'emulator.sh: no DISPLAY, so no windows; try scripts/environment.sh COMMAND.' >&2
     take_seat 1
-    exec flock --shared -o "$TANDREL_LOCK" "$TANDREL_WINE/wine32" "$@"
+    exec flock --shared -o "$TANDREL_LOCK" "$TANDREL_WINE/wine" "$@"
 fi
 # The desktop's keeper, or the only seat.
 if [ -n "${TANDREL_SEAT:-}" ] || [ "${TANDREL_SEATS:-1}" = 1 ]; then
     take_seat "${TANDREL_SEAT:-1}"
-    exec "$TANDREL_WINE/wine32" "$@"
+    exec "$TANDREL_WINE/wine" "$@"
 fi
 # 200: somebody else has that seat.  (-o: what the program leaves behind must not keep it.)
 while :; do
     for ((seat = 1; seat <= TANDREL_SEATS; seat++)); do
         take_seat "$seat"
         code=0
-        flock --nonblock -E 200 -o "$WINEPREFIX.seat" "$TANDREL_WINE/wine32" "$@" || code=$?
+        flock --nonblock -E 200 -o "$WINEPREFIX.seat" "$TANDREL_WINE/wine" "$@" || code=$?
         [ "$code" = 200 ] || exit "$code"
     done
     sleep 0.05

@@ -13,18 +13,26 @@ if [ -z "${root:-}" ]; then
 fi
 # shellcheck source=scripts/common.sh
 . "$root/scripts/common.sh"
-for part in packages display products prefix pserver build; do
+for part in targets packages display products prefix pserver build; do
     # shellcheck source=/dev/null
     . "$root/scripts/$part.sh"
 done
 
+# The target at hand; name_target turns to the other one.
+name_target "${TANDREL_TARGET:-win32}"
+
 # All that has to be there before anything is built; installs what is missing.
 set_up() {
+    prepare
+    ensure_products
+}
+
+# The part of it that is the same for all targets.
+prepare() {
     check_distribution
     make_folders
     lock_checkout
     ensure_packages
-    ensure_products
 }
 
 # start_environment [SEATS]: without SEATS there is one, and a display of the user's is used.  Wine

@@ -11,24 +11,27 @@
 # Seat 1 is the one that "./run" uses.
 
 seat_prefix() { # SEAT
-    if [ "$1" = 1 ]; then echo "$checkout/prefix"; else echo "$checkout/prefix$1"; fi
+    echo "$checkout/$target-$1"
 }
 
-# Exports what emulator.sh wants and leaves it in build/wine.env for use outside of environment.sh.
+# Exports what emulator.sh wants and leaves it in build/wine-TARGET.env for use outside of
+# environment.sh.
 fresh_prefixes() { # SEATS
     local seat
-    export TANDREL_WINE=$wine TANDREL_SEATS=$1 TANDREL_CHECKOUT=$checkout
+    export TANDREL_WINE=$wine TANDREL_SEATS=$1 TANDREL_PREFIXES=$checkout/$target-
+    export TANDREL_TARGET=$target WINEPATH=$run_time
     for ((seat = 1; seat <= $1; seat++)); do fresh_prefix "$seat"; done
     WINEPREFIX=$(seat_prefix 1)
     export WINEPREFIX
-    printf 'export TANDREL_WINE=%q WINEPREFIX=%q TANDREL_LOCK=%q\n' \
-        "$wine" "$WINEPREFIX" "$checkout/lock" >"$root/build/wine.env"
+    printf 'export TANDREL_WINE=%q TANDREL_PREFIXES=%q TANDREL_LOCK=%q WINEPATH=%q WINEPREFIX=%q\n' \
+        "$wine" "$TANDREL_PREFIXES" "$checkout/lock" "$WINEPATH" "$WINEPREFIX" \
+        >"$root/build/wine-$target.env"
 }
 
 fresh_prefix() { # SEAT
     local shared=drive_c/windows/system32 prefix
     prefix=$(seat_prefix "$1")
-    WINEPREFIX=$prefix "$wine/wineserver32" -k 2>/dev/null || true # of a program started by hand
+    WINEPREFIX=$prefix "$wine/wineserver" -k 2>/dev/null || true # of a program started by hand
     rm -rf "$prefix" "$prefix.home"
     mkdir -p "$prefix/${shared%/*}" "$prefix.home"
     cp -al "$prefix_template/prefix/$shared" "$prefix/$shared" 2>/dev/null || {
@@ -47,10 +50,11 @@ fresh_prefix() { # SEAT
 keeper_pids=()
 start_wine() {
     local seat prefix
-    at_exit+=(stop_wine)
+    [ "${#keeper_pids[@]}" != 0 ] || at_exit+=(stop_wine)
+    keeper_pids=()
     for ((seat = 1; seat <= TANDREL_SEATS; seat++)); do
         prefix=$(seat_prefix "$seat")
-        WINEPREFIX=$prefix "$wine/wineserver32" -p 9>&-
+        WINEPREFIX=$prefix "$wine/wineserver" -p 9>&-
         : >"$logs/wine$seat.log"
         TANDREL_SEAT=$seat "$root/scripts/emulator.sh" 'C:\windows\keep-desktop.exe' \
             </dev/null >"$logs/wine$seat.log" 2>&1 9>&- &
@@ -75,6 +79,6 @@ await_wine() {
 stop_wine() {
     local seat
     for ((seat = 1; seat <= TANDREL_SEATS; seat++)); do
-        WINEPREFIX=$(seat_prefix "$seat") "$wine/wineserver32" -k </dev/null >/dev/null 2>&1 &
+        WINEPREFIX=$(seat_prefix "$seat") "$wine/wineserver" -k </dev/null >/dev/null 2>&1 &
     done
 }

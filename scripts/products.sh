@@ -1,6 +1,6 @@
 # shellcheck shell=bash disable=SC2154
-# products.sh: what the project makes for itself and keeps in the cache: a 32-bit Wine, the client
-# cvs.exe, and a prefix (Wine's data) as a template.  Sourced.
+# products.sh: what the project makes for itself and keeps in the cache, for each target: a Wine, the
+# client cvs.exe, and a prefix (Wine's data) as a template.  Sourced.
 #
 # The folder of a product carries a stamp of the scripts that make it in its name.  So a changed
 # script makes a new product, two checkouts with different scripts do not fight over one, and a
@@ -50,17 +50,19 @@ remove_unused() {
     done
 }
 
+# For the target at hand.
 ensure_products() {
-    wine=$(product_path wine make-wine.sh apt-private.sh)
-    cvs_client=$(product_path cvs make-cvs.sh compile-cvs.sh apt-private.sh)
-    prefix_template=$(product_path prefix make-prefix.sh \
-        keep-desktop.c make-wine.sh make-cvs.sh compile-cvs.sh apt-private.sh)
-    make_product "$wine" 1200 "setting up a 32-bit Wine" make-wine.sh
-    make_product "$cvs_client" 100 "building the client cvs.exe" make-cvs.sh
+    wine=$(product_path "wine$bits" make-wine.sh targets.sh apt-private.sh)
+    cvs_client=$(product_path "cvs$bits" make-cvs.sh compile-cvs.sh targets.sh apt-private.sh)
+    prefix_template=$(product_path "prefix$bits" make-prefix.sh \
+        keep-desktop.c make-wine.sh make-cvs.sh compile-cvs.sh targets.sh apt-private.sh)
+    make_product "$wine" 1200 "setting up a $bits-bit Wine" make-wine.sh "$target"
+    make_product "$cvs_client" 100 "building the $bits-bit client cvs.exe" make-cvs.sh "$target"
     if [ ! -d "$prefix_template" ]; then
         start_displays 1
-        DISPLAY=${TANDREL_DISPLAYS%% *} make_product "$prefix_template" 700 "preparing Wine's data" \
-            make-prefix.sh "$wine" "$cvs_client/cvs.exe"
+        DISPLAY=${TANDREL_DISPLAYS%% *} make_product "$prefix_template" 900 \
+            "preparing the $bits-bit Wine's data" \
+            make-prefix.sh "$target" "$wine" "$cvs_client/cvs.exe"
     else
         make_product "$prefix_template" 0 "" ""
     fi
