@@ -8,6 +8,7 @@
 #include "framework/base/exceptions.h"
 #include "framework/base/files.h"
 #include "support/Files.h"
+#include "support/Process.h"
 
 namespace bench {
 namespace {
@@ -94,6 +95,18 @@ void TWorkingCopy::WriteRecordsOf(const std::string& folder, const std::string& 
     support::WriteBytes(records + "Entries", entries);
     support::WriteBytes(records + "Repository", module + "\r\n");
     support::WriteBytes(records + "Root", Repository_ + "\r\n");
+}
+
+std::string MakeRepository(const std::string& repository, const std::string& seed) {
+    const auto client = [&](const std::string& arguments) {
+        const auto result =
+            support::RunProcess("cvs -Q -d \":local:" + repository + "\" " + arguments, seed);
+        Require(result.ExitCode == 0, result.Output);
+    };
+    support::WriteBytes(seed + "\\file.c", Text);
+    client("init");
+    client("import -m first seed VENDOR START");
+    return support::ReadBytes(repository + "\\seed\\file.c,v");
 }
 
 }  // namespace bench

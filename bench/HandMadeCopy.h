@@ -38,4 +38,8 @@ private:
     const int Folders_, PerFolder_, PerGroup_;
 };
 
+/// Makes a repository. @return an archive from it, which serves all files: they have the same text.
+/// @param seed a folder to use and leave.
+std::string MakeRepository(const std::string& repository, const std::string& seed);
+
 }  // namespace bench

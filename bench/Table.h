@@ -109,5 +109,7 @@ void MeasureWorkingCopy(TTable& table);
 void MeasureLog(TTable& table);
 void MeasureForms(TTable& table);
 void MeasureTools(TTable& table);
+void MeasureFlood(TTable& table);
+void MeasureHost(TTable& table);
 
 }  // namespace bench

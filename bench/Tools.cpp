@@ -25,16 +25,17 @@ void MeasureCapture(TTable& table) {
             throw framework::Exception("output was lost");
     };
     const auto capture = [&] {
+        framework::TMemoryStream stream;
         tandrel::TExecuteClass runner;
         runner.FRedirect = runner.FOemConvert = true;
-        runner.FStream = std::make_unique<framework::TMemoryStream>();
+        runner.FStream = &stream;
         runner.OnOutPutMessage = [&](framework::TObject*, const std::string& text) {
             received += text.size();
         };
         received = 0;
         runner.Execute("C:\\", commandLine);
         check(received);
-        check(runner.FStream->Size());
+        check(stream.Size());
     };
     const auto bare = [&] {
         received = 0;

@@ -88,19 +88,6 @@ std::size_t HeapInUse() {
     return total;
 }
 
-/// Asks the client for an archive, which serves all files: they have the same text.
-std::string MakeRepository(const std::string& repository, const std::string& seed) {
-    const auto client = [&](const std::string& arguments) {
-        const auto result =
-            support::RunProcess("cvs -Q -d \":local:" + repository + "\" " + arguments, seed);
-        Require(result.ExitCode == 0, result.Output);
-    };
-    support::WriteBytes(seed + "\\file.c", Text);
-    client("init");
-    client("import -m first seed VENDOR START");
-    return support::ReadBytes(repository + "\\seed\\file.c,v");
-}
-
 void MeasureLoad(TTable& table, const support::TTempFolder& folder) {
     const std::string repository = folder / "repository";
     const std::string archive = MakeRepository(repository, folder / "seed");
@@ -168,7 +155,8 @@ public:
         return Time([&] { Require(Model_.Obj.DeleteCVSDirs(Copy_.Path), "records are left"); });
     }
     double List() {
-        return Time([&] { Require(ListOf(Copy_.Path).size() >= Files(), "files are missing"); });
+        return Time(
+            [&] { Require(ListOf(Copy_.Path)->Count() >= Copy_.Files, "files are missing"); });
     }
     /// There and back, so that the next turn finds what this one found.
     double BringBack() {
@@ -179,7 +167,7 @@ public:
     double BringBackSame() {
         const auto source = ListOf(Copy_.Path), target = ListOf(Same_.Path);
         return Time([&] {
-            Require(tandrel::MoveFileExt2(Copy_.Path, Same_.Path, source, target, false, Failed),
+            Require(tandrel::MoveFileExt2(Copy_.Path, Same_.Path, *source, *target, false, Failed),
                     "files were not brought");
         });
     }
@@ -188,17 +176,16 @@ public:
     }
 
 private:
-    std::size_t Files() const { return static_cast<std::size_t>(Copy_.Files); }
-    static std::vector<std::string> ListOf(const std::string& folder) {
-        std::vector<std::string> files;
-        tandrel::TCvsObject::CreateCopyList(folder, files);
+    static std::unique_ptr<framework::TStringList> ListOf(const std::string& folder) {
+        auto files = std::make_unique<framework::TStringList>();
+        tandrel::TCvsObject::CreateCopyList(folder, *files);
         return files;
     }
     static void Failed(const std::string&, const std::string&) {}
     static double Move(const std::string& from, const std::string& to) {
         const auto source = ListOf(from), target = ListOf(to);
         return Time([&] {
-            Require(tandrel::MoveFileExt2(from, to, source, target, true, Failed),
+            Require(tandrel::MoveFileExt2(from, to, *source, *target, true, Failed),
                     "files were not brought");
         });
     }

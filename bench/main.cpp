@@ -19,6 +19,8 @@ int main(int argc, char** argv) {
         {"log", bench::MeasureLog},
         {"forms", bench::MeasureForms},
         {"tools", bench::MeasureTools},
+        {"flood", bench::MeasureFlood},
+        {"host", bench::MeasureHost},
     };
     const std::vector<std::string> wanted(argv + 1, argv + argc);
     try {

@@ -14,6 +14,18 @@ namespace {
 
 constexpr const char* LogName = "vcsCommand.log";
 
+/// The command with a blank for each line break: a message may hold some, and the log has a line
+/// for each command.
+std::string OneLine(const std::string& command) {
+    std::string line;
+    for (std::size_t at = 0; at < command.size(); ++at) {
+        if (command.compare(at, 2, "\r\n") == 0)
+            continue;
+        line += command[at] == '\r' || command[at] == '\n' ? ' ' : command[at];
+    }
+    return line;
+}
+
 }  // namespace
 
 std::string TCustomCvsObj::CommandLogName() const {
@@ -25,7 +37,7 @@ void TCustomCvsObj::SaveCommandLog() {
         return;
     if (!CommandLine.empty()) {
         auto log = framework::TTextFile::Append(CommandLogName());
-        log.WriteLine(CommandLine + ";" + Get_CurrentProcDirectory());
+        log.WriteLine(OneLine(CommandLine) + ";" + Get_CurrentProcDirectory());
         log.Close();
     }
     MessageProc("CVS command  %s saved  in vcsCommand.log ", {CommandLine});
@@ -42,11 +54,15 @@ void TCustomCvsObj::ReplayLine(const std::string& Line, std::string& Command) {
         Execute(directory);
 }
 
-void TCustomCvsObj::ProcessCommandLog() {
-    CommandLine.clear();
+bool TCustomCvsObj::ProcessCommandLog() {
     const std::string name = CommandLogName();
+    if (IsRunning()) {
+        // The kept commands would be refused one by one, and then be lost with the log.
+        return !framework::FileExists(name) || !Refused(LogName);
+    }
+    CommandLine.clear();
     if (!framework::FileExists(name))
-        return;
+        return true;
     MessageProc("CVS process command saved in vcsCommand.log ");
     // Commands that cannot be run yet come back to the end of the file while it is being replayed:
     // only the lines that are there now count.
@@ -61,6 +77,7 @@ void TCustomCvsObj::ProcessCommandLog() {
     for (const std::string& line : lines)
         ReplayLine(line, command);
     framework::EraseFile(name);
+    return true;
 }
 
 }  // namespace tandrel

@@ -16,7 +16,23 @@ TCustomCvsObj::TCustomCvsObj() : ExecuteClass(std::make_unique<TCvsExecuteClass>
 TCustomCvsObj::~TCustomCvsObj() = default;
 
 void TCustomCvsObj::Execute(const std::string& Directory) {
+    ModelCurrent = false;
     ExecuteClass->Execute(Directory);
+    // What a handler loaded meanwhile may be older than the command's end.
+    ModelCurrent = false;
+}
+
+bool TCustomCvsObj::IsRunning() const {
+    return ExecuteClass->Thread != nullptr;
+}
+
+bool TCustomCvsObj::Refused(std::string_view Command) {
+    // CommandLine is that of the command that runs.
+    return ExecuteClass->Refuses(" " + std::string(Command));
+}
+
+bool TCustomCvsObj::Refused(TOperationType Kind) {
+    return Refused(TOperationNames[Kind]);
 }
 
 // --- messages ---------------------------------------------------------------------------------
@@ -59,8 +75,14 @@ void TCustomCvsObj::SetCVSROOT(const std::string& Value) {
     CVSROOT_ = Value;
 }
 
+void TCustomCvsObj::MoveTo(const std::string& Directory) {
+    if (Directory != WorkingDirectory_)
+        ModelCurrent = false;
+    WorkingDirectory_ = Directory;
+}
+
 void TCustomCvsObj::Set_WorkingDirectory(const std::string& Value) {
-    WorkingDirectory_ = Value;
+    MoveTo(Value);
     if (Value.empty())
         return;
     IsVCSStoredFlag = GetIsVCSstored();
@@ -74,18 +96,20 @@ void TCustomCvsObj::Set_WorkingDirectory(const std::string& Value) {
 
 void TCustomCvsObj::LoadInfoOfFolder() {
     const std::string folder = WorkingDirectory_;
+    const bool current = ModelCurrent;
     LoadVCSProjectInfo();
     WorkingDirectory_ = folder;
+    ModelCurrent = current;
 }
 
 void TCustomCvsObj::Set_ProjectRoot(const std::string& Value) {
     ProjectRoot_ = Value;
-    WorkingDirectory_ = Modulename_.empty() ? Value : SlashSep(Value, Modulename_);
+    MoveTo(Modulename_.empty() ? Value : SlashSep(Value, Modulename_));
 }
 
 void TCustomCvsObj::Set_Modulename(const std::string& Value) {
     Modulename_ = Value;
-    WorkingDirectory_ = SlashSep(ProjectRoot_, Value);
+    MoveTo(SlashSep(ProjectRoot_, Value));
 }
 
 void TCustomCvsObj::Set_OsMoveFilesFlag(bool Value) {
@@ -95,8 +119,8 @@ void TCustomCvsObj::Set_OsMoveFilesFlag(bool Value) {
 }
 
 void TCustomCvsObj::Set_ServerOnline(bool Value) {
-    if (Value && !ServerOnline_)
-        ProcessCommandLog();
+    if (Value && !ServerOnline_ && !ProcessCommandLog())
+        return;
     ServerOnline_ = Value;
 }
 

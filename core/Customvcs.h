@@ -144,6 +144,9 @@ public:
     /// Runs CvsExecutable followed by CommandLine in the folder; returns when the run has ended.
     /// The outcome is in ExitCode.
     void Execute(const std::string& Directory);
+    /// Whether a command runs. Operations are refused then: they tell the user, answer false, and
+    /// leave everything as it is.
+    bool IsRunning() const;
     /// The status of one file, without empty lines.
     std::string StatusFileEx(const std::string& FileName);
 
@@ -166,7 +169,8 @@ public:
     /// empty name does nothing.
     void SetEnvVariable(const std::string& Name, const std::string& Value);
 
-    /// Going on-line runs the command log first, while still counting as off-line.
+    /// Going on-line runs the command log first, while still counting as off-line. It stays
+    /// off-line when the log has to wait for a command that runs.
     void Set_ServerOnline(bool Value);
     /// A folder: also finds out whether it is a working copy, and module and project root.
     void Set_WorkingDirectory(const std::string& Value);
@@ -180,9 +184,9 @@ public:
     /// Keeps the command for later, if it adds or removes files. Raises EInOutError when there is
     /// no log to write to.
     void SaveCommandLog();
-    /// Runs the kept commands in their order and deletes the log. Raises EInOutError when the log
-    /// cannot be read or deleted.
-    void ProcessCommandLog();
+    /// Runs the kept commands in their order and deletes the log. False, with nothing done, while
+    /// another command runs. Raises EInOutError when the log cannot be read or deleted.
+    bool ProcessCommandLog();
 
     const std::string& CVSROOT() const { return CVSROOT_; }
     const std::string& Modulename() const { return Modulename_; }
@@ -212,6 +216,9 @@ public:
     TOperationType Operation = otCreateLRep;  ///< Of the operation last started.
     TFileItems FileItems;                     ///< What the next operation works on.
     TWorkDirTree WorkDirTree{this};
+    /// WorkDirTree was loaded from the working directory, and nothing here has changed files since.
+    /// A host that changes files itself clears it.
+    bool ModelCurrent = false;
 
     bool DeleteLocalFiles = false;           ///< Remove also deletes the local files.
     std::atomic<bool> AnswerPrompts{false};  ///< The next run answers the child's questions.
@@ -219,10 +226,17 @@ public:
     std::atomic<framework::TStringList*> OutputList{nullptr};  ///< Collects raw output while set.
     std::int32_t OutputListLimit = 50;  ///< No chunk is added to a list that holds more.
 
+    /// Writing ignore lists keeps, in front, the lines of a list at hand that name no entry of its
+    /// folder: patterns, and names of files that are not there now.
+    bool KeepIgnorePatterns = false;
+
 protected:
     /// Calls LoadVCSProjectInfo and stays in the folder: its module may be called otherwise, and
     /// the module's name moves the object to the folder of that name.
     void LoadInfoOfFolder();
+    /// Tells that the operation is refused, and answers true, while a command runs.
+    bool Refused(TOperationType Kind);
+    bool Refused(std::string_view Command);
 
     /// Alive while preferences are loaded or saved.
     std::unique_ptr<framework::TRegistry> PreferencesRegistry;
@@ -233,7 +247,9 @@ protected:
 private:
     bool Record(TOperationType Kind);
     bool DeleteListedFiles(bool OnlyExisting);
-    bool WithFile(const std::string& FileName, bool (TCustomCvsObj::*Operate)());
+    bool WithFile(const std::string& FileName, TOperationType Kind,
+                  bool (TCustomCvsObj::*Operate)());
+    void MoveTo(const std::string& Directory);
     std::string CommandLogName() const;
     void ReplayLine(const std::string& Line, std::string& Command);
 

@@ -37,7 +37,7 @@ using Progress_frm::TVcs_ProgressForm;
 
 TCvsExecuteClass::TCvsExecuteClass(TCustomCvsObj& cvsObj)
     : CvsObj(cvsObj), Timer(FormReleaseDelay) {
-    Timer.OnTimer = [this](TObject*) { OnStopTimer(); };
+    Timer.OnTimer = [this](TObject* sender) { OnStopTimer(sender); };
 }
 
 TCvsExecuteClass::~TCvsExecuteClass() {
@@ -46,11 +46,8 @@ TCvsExecuteClass::~TCvsExecuteClass() {
 
 void TCvsExecuteClass::Execute(const std::string& directory) {
     Directory = directory;
-    if (Thread) {
-        CvsObj.MessageProc("Cvs execute %s failed,reason execute already running ",
-                           {CvsObj.CommandLine});
+    if (Refuses(CvsObj.CommandLine))
         return;
-    }
     if (!ProgressForm)
         ProgressForm = &framework::Application().CreateForm<TVcs_ProgressForm>();
     ProgressForm->VcsObject = &CvsObj;
@@ -59,9 +56,16 @@ void TCvsExecuteClass::Execute(const std::string& directory) {
     CvsObj.ExitCode = 1;
     Thread = std::make_unique<TProgressThread>(false, *this);
     const TThreadForRun freed(*this);
-    Thread->OnTerminate = [this](TObject*) { OnTerminate(); };
+    Thread->OnTerminate = [this](TObject* sender) { OnTerminate(sender); };
     const framework::TTaskWindowsDisabled disabled;
     WaitForThread();
+}
+
+bool TCvsExecuteClass::Refuses(const std::string& arguments) {
+    if (!Thread)
+        return false;
+    CvsObj.MessageProc("Cvs execute %s failed,reason execute already running ", {arguments});
+    return true;
 }
 
 void TCvsExecuteClass::WaitForThread() {
@@ -89,7 +93,7 @@ void TCvsExecuteClass::WaitForThread() {
     }
 }
 
-void TCvsExecuteClass::OnTerminate() {
+void TCvsExecuteClass::OnTerminate(framework::TObject*) {
     Timer.SetEnabled(false);
     Timer.SetEnabled(true);
     try {
@@ -101,7 +105,7 @@ void TCvsExecuteClass::OnTerminate() {
     }
 }
 
-void TCvsExecuteClass::OnStopTimer() {
+void TCvsExecuteClass::OnStopTimer(framework::TObject*) {
     Timer.SetEnabled(false);
     FreeForm();
 }

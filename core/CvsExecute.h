@@ -33,6 +33,12 @@ public:
     /// process directory when empty) and returns when the run has ended. The outcome is in the
     /// owner's ExitCode and in its messages. A second call during a run is refused with a message.
     void Execute(const std::string& directory);
+    /// Tells the user that the command is refused, and answers true, while another one runs.
+    bool Refuses(const std::string& arguments);
+    /// The worker has ended: the form is to go soon, and the host is told.
+    void OnTerminate(framework::TObject* Sender);
+    /// The form has not been used again: frees it.
+    void OnStopTimer(framework::TObject* Sender);
 
     TCustomCvsObj& CvsObj;  ///< The owner.
     /// Frees the form when it has not been used again for its interval.
@@ -47,8 +53,6 @@ public:
 
 private:
     void WaitForThread();
-    void OnTerminate();
-    void OnStopTimer();
     void FreeForm();
 };
 

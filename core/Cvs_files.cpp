@@ -16,6 +16,7 @@
 #include "framework/base/exceptions.h"
 #include "framework/base/files.h"
 #include "framework/base/handle.h"
+#include "framework/base/names.h"
 #include "framework/base/text.h"
 #include "framework/ui/application.h"
 
@@ -103,7 +104,7 @@ bool ShellDelete(std::string_view Names) {
 /// deletes a folder with everything in it.
 bool AreFiles(const std::string& ShellNames) {
     for (const char* Name = ShellNames.c_str(); *Name != 0; Name += std::strlen(Name) + 1)
-        if (std::strpbrk(Name, "*?") != nullptr || framework::DirectoryExists(Name))
+        if (framework::IsPattern(Name) || framework::DirectoryExists(Name))
             return false;
     return true;
 }
@@ -148,17 +149,14 @@ bool IsCopied(const std::string& Src, const std::string& Dst) {
     return true;
 }
 
-bool IsLink(const std::string& Path) {
-    const DWORD Attributes = ::GetFileAttributesA(Path.c_str());
-    return Attributes != INVALID_FILE_ATTRIBUTES &&
-           (Attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
-}
-
 /// True for a folder that is a link or has one to a folder in it.
 bool HasLink(const std::string& Dir) {
+    // What cannot be looked into may have some; the shell would find them.
+    if (framework::IsUnusable(Dir))
+        throw framework::EInOutError(ERROR_INVALID_NAME, Dir);
     if (!framework::DirectoryExists(Dir))
         return false;
-    if (IsLink(Dir))
+    if (framework::IsLink(Dir))
         return true;
     TFileSearch Search(SlashSep(Dir, "*.*"), framework::faAnyFile);
     TSearchRec Entry;
@@ -180,6 +178,9 @@ struct TaskMemory {
 bool MoveFileExt(const std::string& Src, const std::string& Dst, bool DeleteSource) {
     if (Src.empty() || Dst.empty())
         return Fail(ERROR_INVALID_PARAMETER);
+    // The shell would take all that fit.
+    if (framework::IsPattern(Src) || framework::IsPattern(Dst))
+        return Fail(ERROR_INVALID_NAME);
     try {
         if (DeleteSource && IsSame(Src, Dst))
             return Fail(ERROR_INVALID_PARAMETER);
@@ -233,7 +234,8 @@ bool HasSameContents(const std::string& A, const std::string& B) {
 
 int GetShellImage(const std::string& Item, bool Large, bool Open) {
     PIDLIST_ABSOLUTE Found = nullptr;
-    if (FAILED(::SHParseDisplayName(framework::ToWide(Item).c_str(), nullptr, &Found, 0, nullptr)))
+    if (framework::IsPattern(Item) ||
+        FAILED(::SHParseDisplayName(framework::ToWide(Item).c_str(), nullptr, &Found, 0, nullptr)))
         return -1;
     const std::unique_ptr<ITEMIDLIST, TaskMemory> Identifiers(Found);
     SHFILEINFOA Info{};

@@ -8,6 +8,8 @@ namespace tandrel {
 /// File operations of the shell. They belong to the application's main window, run on the main
 /// thread, never ask for a confirmation, and answer whether everything was done. An operation that
 /// the user or the shell broke off has failed. After a failure the system's last error tells why.
+/// Names with "*" or "?", which are not those of one file, are refused, as is deleting a folder
+/// with a folder of such a name below it.
 
 /// Copies a file or folder; with `DeleteSource` deletes the source once the copy is complete, so
 /// that it is a move. False when a name is empty. A source that could not be copied completely is

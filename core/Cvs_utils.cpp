@@ -74,8 +74,8 @@ std::string FirstChar(std::string_view S) {
     return std::string(S.substr(0, 1));
 }
 
-int LastPos(std::string_view S, char Ch) {
-    const std::size_t At = S.rfind(Ch);
+int LastPos(std::string_view S, std::string_view Ch) {
+    const std::size_t At = Ch.empty() ? std::string_view::npos : S.rfind(Ch);
     return At == std::string_view::npos ? 0 : static_cast<int>(At) + 1;
 }
 
@@ -134,9 +134,9 @@ std::string Copy_FromPosToEnd(std::string_view S, int Pos) {
     return std::string(From(S, Pos));
 }
 
-std::string RemoveBeforeString(std::string_view S, char Sub) {
-    const std::size_t At = S.find(Sub);
-    return At == std::string_view::npos ? std::string() : std::string(S.substr(At + 1));
+std::string RemoveBeforeString(std::string_view S, std::string_view Sub) {
+    const std::size_t At = Sub.empty() ? std::string_view::npos : S.find(Sub);
+    return At == std::string_view::npos ? std::string() : std::string(S.substr(At + Sub.size()));
 }
 
 void ClearEmptyLines(framework::TStringList& List) {

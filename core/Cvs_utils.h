@@ -27,8 +27,8 @@ std::string RemoveBackSlash(std::string_view S);
 
 /// The first character; empty for an empty text.
 std::string FirstChar(std::string_view S);
-/// The position of the last `Ch`; 0 when there is none.
-int LastPos(std::string_view S, char Ch);
+/// The position of the last `Ch`, a text of one character; 0 when there is none.
+int LastPos(std::string_view S, std::string_view Ch);
 /// The text padded on the left with `Ch` to `Len` characters, never shortened.
 std::string LeftPadCh(std::string_view S, char Ch, int Len);
 /// The text followed by CR LF.
@@ -48,8 +48,8 @@ bool IsPerevodBeforePos(std::string_view S, int Pos);
 std::string CopyStartFromPos_BeforePos(std::string_view S, int From, int Before);
 /// The characters from `Pos` to the end.
 std::string Copy_FromPosToEnd(std::string_view S, int Pos);
-/// The characters behind the first `Sub`; empty when there is none.
-std::string RemoveBeforeString(std::string_view S, char Sub);
+/// The characters behind the first `Sub`, a text of one character; empty when there is none.
+std::string RemoveBeforeString(std::string_view S, std::string_view Sub);
 
 /// Removes the empty lines of captured output.
 void ClearEmptyLines(framework::TStringList& List);

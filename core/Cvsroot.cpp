@@ -64,7 +64,7 @@ TConnectionType ConnTypeFromStr(std::string_view S) {
 
 TKeywordMode Get_KeywordMode(std::string_view S) {
     for (int Mode = Km_kkv; Mode <= Km_kv; ++Mode)
-        if (RemoveBeforeString(TKeywModeNames[static_cast<std::size_t>(Mode)], '-') == S)
+        if (RemoveBeforeString(TKeywModeNames[static_cast<std::size_t>(Mode)], "-") == S)
             return static_cast<TKeywordMode>(Mode);
     return Km_none;
 }

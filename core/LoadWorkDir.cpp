@@ -2,6 +2,7 @@
 
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 #include "core/ComForCall.h"
 #include "core/Customvcs.h"
@@ -10,6 +11,7 @@
 #include "core/Cvs_utils.h"
 #include "framework/base/exceptions.h"
 #include "framework/base/files.h"
+#include "framework/base/names.h"
 #include "framework/base/text.h"
 
 namespace tandrel {
@@ -76,6 +78,13 @@ public:
         Contained([&] { Obj_.ReadCVS_SystemFile(tree, dir); });
     }
 
+    /// What could not be read. It is told when the load is over: who hears of it may load the model
+    /// anew.
+    void TellErrors() const {
+        for (const std::string& error : Errors_)
+            Obj_.MessageProc(error);
+    }
+
 private:
     void ListFolder(TWorkDirTree& tree, const std::string& dir) {
         framework::TFileSearch search(SlashSep(dir, "*.*"), framework::faAnyFile);
@@ -87,8 +96,17 @@ private:
             TWorkDirItem& item = AddItem(tree, dir, entry);
             // What lies behind a link is not part of this working copy, and may lead back to it.
             if (item.IsDirectory && !entry.IsLink())
-                Load(*item.Children, SlashSep(dir, item.Name));
+                LoadBelow(item);
         }
+    }
+
+    void LoadBelow(TWorkDirItem& item) {
+        const std::string dir = SlashSep(item.Directory, item.Name);
+        if (framework::IsUnusable(item.Name))
+            // Its name is not in the code page: it is shown, and nothing leads into it.
+            Errors_.emplace_back(framework::EInOutError(ERROR_INVALID_NAME, dir).what());
+        else
+            Load(*item.Children, dir);
     }
 
     TWorkDirItem& AddItem(TWorkDirTree& tree, const std::string& dir,
@@ -103,7 +121,7 @@ private:
         return item;
     }
 
-    /// A folder that cannot be read is told; the others are read all the same.
+    /// A folder that cannot be read is noted; the others are read all the same.
     template <class Action>
     void Contained(Action action) {
         try {
@@ -111,29 +129,33 @@ private:
         } catch (const framework::EInOutError& error) {
             // An ordinary folder, without records or an ignore list.
             if (!IsMissingFile(error))
-                Obj_.MessageProc(error.what());
+                Errors_.emplace_back(error.what());
         } catch (const framework::Exception& error) {
-            Obj_.MessageProc(error.what());
+            Errors_.emplace_back(error.what());
         }
     }
 
     TCustomCvsObj& Obj_;
     const TComForCall Com_;
     TIconCache Icons_;
+    std::vector<std::string> Errors_;
     const TIME_ZONE_INFORMATION Zone_ = PresentTimeZone();
 };
 
 void TCustomCvsObj::LoadFiles(TWorkDirTree& Tree, const std::string& Dir) {
-    TWorkDirLoader(*this).Load(Tree, Dir);
+    TWorkDirLoader loader(*this);
+    loader.Load(Tree, Dir);
+    loader.TellErrors();
 }
 
 void TCustomCvsObj::Load_WorkDirTree() {
-    if (!framework::DirectoryExists(WorkingDirectory_)) {
-        MessageProc("working  directory is not set");
-        return;
-    }
     WorkDirTree.Clear();
-    LoadFiles(WorkDirTree, WorkingDirectory_);
+    // Before the messages, whose listener may run a command.
+    ModelCurrent = true;
+    if (framework::DirectoryExists(WorkingDirectory_))
+        LoadFiles(WorkDirTree, WorkingDirectory_);
+    else
+        MessageProc("working  directory is not set");
 }
 
 }  // namespace tandrel

@@ -6,7 +6,11 @@
 #include "framework/base/files.h"
 
 namespace tandrel {
-bool TCustomCvsObj::WithFile(const std::string& FileName, bool (TCustomCvsObj::*Operate)()) {
+
+bool TCustomCvsObj::WithFile(const std::string& FileName, TOperationType Kind,
+                             bool (TCustomCvsObj::*Operate)()) {
+    if (Refused(Kind))
+        return false;
     const TFileItemsForCall cleared(FileItems);
     FileItems.AddFile(FileName, Km_none);
     return (this->*Operate)();
@@ -24,6 +28,7 @@ bool TCustomCvsObj::DeleteListedFiles(bool OnlyExisting) {
             files += '\0';
         files += path;
     }
+    ModelCurrent = false;
     return RevoveFilesExt(files);
 }
 
@@ -32,22 +37,24 @@ bool TCustomCvsObj::DeleteFileListsFiles() {
 }
 
 bool TCustomCvsObj::AddFile(const std::string& FileName) {
-    return WithFile(FileName, &TCustomCvsObj::Add);
+    return WithFile(FileName, otAdd, &TCustomCvsObj::Add);
 }
 
 bool TCustomCvsObj::StatusFile(const std::string& FileName) {
-    return WithFile(FileName, &TCustomCvsObj::Status);
+    return WithFile(FileName, otStatus, &TCustomCvsObj::Status);
 }
 
 bool TCustomCvsObj::LogFile(const std::string& FileName) {
-    return WithFile(FileName, &TCustomCvsObj::Log);
+    return WithFile(FileName, otLog, &TCustomCvsObj::Log);
 }
 
 bool TCustomCvsObj::DiffFile(bool, const std::string&) {
-    return Diff();
+    return !Refused(otDiff) && Diff();
 }
 
 bool TCustomCvsObj::RemoveFile(const std::string& FileName, bool DeleteLocal) {
+    if (Refused(otRemove))
+        return false;
     DeleteLocalFiles = DeleteLocal;
     FileItems.AddFile(FileName, Km_none);
     if (DeleteLocalFiles && !DeleteFileListsFiles()) {
@@ -60,7 +67,10 @@ bool TCustomCvsObj::RemoveFile(const std::string& FileName, bool DeleteLocal) {
 }
 
 bool TCustomCvsObj::MoveFile(const std::string& Src, const std::string& Dst, bool OsMove) {
+    if (Refused(otRemove))
+        return false;
     Set_OsMoveFilesFlag(OsMove);
+    ModelCurrent = false;
     if (OsMove && framework::FileExists(Src)) {
         if (!MoveFileExt(Src, Dst, true)) {
             MessageProc("file %s not moved to %s", {Src, Dst});
@@ -70,7 +80,8 @@ bool TCustomCvsObj::MoveFile(const std::string& Src, const std::string& Dst, boo
         MessageProc("file %s is not Exists", {Dst});
         return false;
     }
-    return WithFile(Src, &TCustomCvsObj::Remove) && WithFile(Dst, &TCustomCvsObj::Add);
+    return WithFile(Src, otRemove, &TCustomCvsObj::Remove) &&
+           WithFile(Dst, otAdd, &TCustomCvsObj::Add);
 }
 
 std::string TCustomCvsObj::StatusFileEx(const std::string& FileName) {

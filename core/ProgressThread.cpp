@@ -3,12 +3,14 @@
 #include <windows.h>
 
 #include <array>
+#include <utility>
 
 #include "core/Customvcs.h"
 #include "core/CvsExecute.h"
 #include "core/Progress_frm.h"
 #include "framework/base/child_pipes.h"
 #include "framework/base/exceptions.h"
+#include "framework/base/file_functions.h"
 #include "framework/base/format.h"
 #include "framework/base/handle.h"
 #include "framework/threads/synchronize.h"
@@ -83,6 +85,7 @@ TProgressThread::TChild TProgressThread::StartChild(const std::string& directory
     // Without a pipe the run goes on: the child then simply has nothing to read or write.
     framework::TPipe output = framework::MakePipe();
     framework::TPipe input = framework::MakePipe();
+    framework::TAnswerPipe answers(std::move(input.Write));
     STARTUPINFOA startup{};
     startup.cb = sizeof startup;
     startup.dwFlags = STARTF_USESHOWWINDOW | STARTF_USESTDHANDLES;
@@ -95,15 +98,15 @@ TProgressThread::TChild TProgressThread::StartChild(const std::string& directory
     std::string commandLine = CommandLine_;  // the system may write to it
     if (!::CreateProcessA(nullptr, commandLine.data(), nullptr, nullptr, TRUE, CREATE_NEW_CONSOLE,
                           nullptr, directory.c_str(), &startup, &information)) {
+        const DWORD reason = ::GetLastError();
         SendMsg("Could not create process ");
+        SendMsg(framework::SysErrorMessage(reason));
         throw framework::Exception("Could not create process");
     }
     const framework::KernelHandle mainThread(information.hThread);
     // The child's ends close here, or the end of its output would never be seen.
     return {framework::KernelHandle(information.hProcess), std::move(output.Read),
-            framework::TAnswerPipe(std::move(input.Write), Obj_.AnswerPrompts
-                                                               ? std::move(input.Read)
-                                                               : framework::KernelHandle())};
+            std::move(answers)};
 }
 
 bool TProgressThread::ReadOutput(TChild& child) {
@@ -116,8 +119,12 @@ bool TProgressThread::ReadOutput(TChild& child) {
             if (Obj_.Aborted)
                 return true;
             DWORD read = 0;
-            if (!::ReadFile(child.Output.Get(), chunk.data(), ChunkSize, &read, nullptr))
+            if (!framework::FileFunctions().Read(child.Output.Get(), chunk.data(), ChunkSize, &read,
+                                                 nullptr))
                 return false;
+            // A write of nothing is read, too, and is not the end.
+            if (read == 0)
+                continue;
             chunk[read] = '\0';
             if (Obj_.AnswerPrompts)
                 AnswerPrompt(child, chunk.data());

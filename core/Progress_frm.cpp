@@ -37,7 +37,7 @@ void TVcs_ProgressForm::BuildControls() {
         &Make<framework::TButton>("BitBtn2", *this, "Cancel", framework::TButtonRole::Cancel);
     BitBtn2_->SetBounds(Scale(Width - Margin - S::ButtonWidth), row - Scale(S::ButtonHeight) / 2,
                         Scale(S::ButtonWidth), Scale(S::ButtonHeight));
-    BitBtn2_->OnClick = [this](TObject*) { BitBtn2Click(); };
+    BitBtn2_->OnClick = [this](TObject* sender) { BitBtn2Click(sender); };
 }
 
 LRESULT TVcs_ProgressForm::WndProc(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -87,7 +87,7 @@ void TVcs_ProgressForm::WMUserMessage2(const char* chunk) {
         VcsObject->MessageProc2(chunk);
 }
 
-void TVcs_ProgressForm::BitBtn2Click() {
+void TVcs_ProgressForm::BitBtn2Click(TObject*) {
     if (Thread)
         Thread->CancelMark = true;
 }

@@ -39,22 +39,25 @@ public:
     /// Set by the form's Cancel button. It is the host's to act on.
     std::atomic<bool> CancelMark{false};
 
+    /// The whole life of the child, on the worker's thread. Raises framework::Exception when the
+    /// child cannot be started or has to be killed.
+    void ExecuteCommand(const std::string& directory);
+    /// Hands a line that is not empty over to the progress form, and waits until it was handled.
+    void SendMsg(const std::string& text);
+    /// Hands raw output over likewise.
+    void SendMsg2(const char* chunk);
+
 protected:
     void Execute() override;
 
 private:
     struct TChild;
 
-    /// The whole life of the child. Raises framework::Exception when it cannot be started or has
-    /// to be killed.
-    void ExecuteCommand(const std::string& directory);
     TChild StartChild(const std::string& directory);
     /// Reads until the child closes its output or the run is aborted; true when it was aborted.
     bool ReadOutput(TChild& child);
     void AnswerPrompt(TChild& child, const char* output);
     void AwaitEnd(TChild& child);
-    void SendMsg(const std::string& text);
-    void SendMsg2(const char* chunk);
 
     TCustomCvsObj& Obj_;
     // What belongs to this run is taken on the main thread, before the worker starts: a handler of
@@ -75,16 +78,19 @@ public:
     TProgressThread* Thread = nullptr;   ///< The run being shown, or none.
     TCustomCvsObj* VcsObject = nullptr;  ///< Whose messages are relayed.
 
+    /// What the messages of the same names do. @param thread address of the runner's Thread.
+    void WMStartProgress(WPARAM thread);
+    void WMFinishProgress();
+    void WMUserMessage(const char* text);
+    void WMUserMessage2(const char* chunk);
+    /// Marks the run as cancelled.
+    void BitBtn2Click(framework::TObject* Sender);
+
 protected:
     LRESULT WndProc(UINT message, WPARAM wParam, LPARAM lParam) override;
 
 private:
     void BuildControls();
-    void WMStartProgress(WPARAM thread);
-    void WMFinishProgress();
-    void WMUserMessage(const char* text);
-    void WMUserMessage2(const char* chunk);
-    void BitBtn2Click();
 
     framework::TAnimate* Animate1_ = nullptr;
     framework::TButton* BitBtn2_ = nullptr;

@@ -10,6 +10,7 @@
 #include "framework/base/file_functions.h"
 #include "framework/base/files.h"
 #include "framework/base/paths.h"
+#include "framework/base/string_list.h"
 #include "framework/base/text.h"
 
 namespace tandrel {
@@ -48,7 +49,7 @@ void Drop(const std::string& source) {
 }  // namespace
 
 bool MoveFileExt2(const std::string& SrcDir, const std::string& DstDir,
-                  const std::vector<std::string>& SrcList, const std::vector<std::string>& DstList,
+                  const framework::TStringList& SrcList, const framework::TStringList& DstList,
                   bool DeleteSource, const TFileFailure& Failed) {
     std::unordered_set<std::string> present;
     for (const std::string& path : DstList)

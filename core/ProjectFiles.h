@@ -2,7 +2,10 @@
 
 #include <functional>
 #include <string>
-#include <vector>
+
+namespace framework {
+class TStringList;
+}
 
 namespace tandrel {
 
@@ -17,7 +20,7 @@ using TFileFailure = std::function<void(const std::string& path, const std::stri
 /// @param Failed called for each file that could not be brought; it is complete in SrcDir then.
 /// @return true when there was no such file.
 bool MoveFileExt2(const std::string& SrcDir, const std::string& DstDir,
-                  const std::vector<std::string>& SrcList, const std::vector<std::string>& DstList,
+                  const framework::TStringList& SrcList, const framework::TStringList& DstList,
                   bool DeleteSource, const TFileFailure& Failed);
 
 /// Deletes the folder and the folders below it as far as no file is left in them; true when all are

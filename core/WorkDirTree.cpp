@@ -4,8 +4,8 @@
 
 #include "core/Customvcs.h"
 #include "core/Cvs_utils.h"
+#include "core/IgnoreList.h"
 #include "framework/base/text.h"
-#include "framework/base/text_file.h"
 #include "framework/ui/views.h"
 
 namespace tandrel {
@@ -14,8 +14,6 @@ namespace {
 // Positions in the state images of the trees.
 constexpr int UncheckedState = 4;
 constexpr int CheckedState = 5;
-
-constexpr const char* IgnoreFile = ".cvsignore";
 
 }  // namespace
 
@@ -58,31 +56,39 @@ void TWorkDirItem::OnSelect(framework::TListRows& ListView) {
         AddLwItems(ListView, child);
 }
 
+bool TWorkDirItem::Fetch(std::string& text, bool again,
+                         std::string (TCustomCvsObj::*fetch)(const std::string&)) {
+    if (!again)
+        return false;
+    TCustomCvsObj& obj = *Owner_.CvsObj();
+    // While another command runs this one is refused, and its empty answer is none.
+    const bool refused = obj.IsRunning();
+    const std::string fetched = (obj.*fetch)(SlashSep(Directory, Name));
+    if (!refused)
+        text = fetched;
+    return !refused;
+}
+
 void TWorkDirItem::OnSelect2(TOperationType Operation, framework::TTextView& RichEdit, bool Force) {
     RichEdit.Clear();
     if (IsDirectory || !InRepository)
         return;
-    TCustomCvsObj& obj = *Owner_.CvsObj();
-    const std::string path = SlashSep(Directory, Name);
     switch (Operation) {
         case otStatus:
-            if (Force || StatusText_.empty())
-                StatusText_ = obj.StatusFileEx(path);
-            RichEdit.SetText(StatusText_);
+            Fetch(StatusText, Force || StatusText.empty(), &TCustomCvsObj::StatusFileEx);
+            RichEdit.SetText(StatusText);
             break;
         case otLog:
-            if (Force || LogText_.empty())
-                LogText_ = obj.LogFileEx(path);
-            RichEdit.SetText(LogText_);
+            Fetch(LogText, Force || LogText.empty(), &TCustomCvsObj::LogFileEx);
+            RichEdit.SetText(LogText);
             break;
         case otDiff:
             if (!Changed)
                 break;
-            if (Force || (DiffText_.empty() && !DiffLoaded_)) {
-                DiffText_ = obj.DiffFileEx(path);
-                DiffLoaded_ = true;
-            }
-            RichEdit.SetText(DiffText_);
+            if (Fetch(DiffText, Force || (DiffText.empty() && !DiffLoaded),
+                      &TCustomCvsObj::DiffFileEx))
+                DiffLoaded = true;
+            RichEdit.SetText(DiffText);
             break;
         default:
             break;
@@ -123,16 +129,20 @@ void TWorkDirTree::SaveIgnore(const std::string& FileName) const {
     for (const TWorkDirItem& item : *this) {
         if (item.Included) {
             item.SaveIgnore(FileName);
-        } else {
+        } else if (item.IsDirectory || !CvsObj_->CVS_SystemFile(item.Name)) {
+            // The list itself is ignored because it says so, not because the user does.
             names.push_back(item.Name);
             folder = item.Directory;
         }
     }
     if (names.empty())
         return;
-    // The list ignores itself.
-    names.push_back(IgnoreFile);
-    framework::ReplaceTextFile(SlashSep(folder, FileName), names);
+    const std::string path = SlashSep(folder, FileName);
+    std::vector<std::string> kept;
+    if (CvsObj_->KeepIgnorePatterns)
+        kept = OtherIgnoreLines(
+            path, [&](const std::string& name) { return ItemExist(folder, name) != nullptr; });
+    WriteIgnoreList(path, std::move(kept), names);
 }
 
 void AddLwItems(framework::TListRows& ListView, TWorkDirItem& Item) {

@@ -58,10 +58,15 @@ public:
     framework::TDateTime RepositoryDate = 0;  ///< UTC; zero when unknown.
     framework::TDateTime FileDate = 0;        ///< Local time.
     framework::TTreeNode* TreeNode = nullptr;  ///< The node that shows it, or none.
+    std::string StatusText;                    ///< The texts as they were fetched.
+    std::string DiffText;
+    std::string LogText;
+    bool DiffLoaded = false;  ///< An empty difference is a result, too.
 
 private:
-    std::string StatusText_, DiffText_, LogText_;  // as fetched
-    bool DiffLoaded_ = false;                      // an empty difference is a result, too
+    /// Fetches a text when `again` is set; true when it did.
+    bool Fetch(std::string& text, bool again,
+               std::string (TCustomCvsObj::*fetch)(const std::string&));
 
     TWorkDirTree& Owner_;
 };

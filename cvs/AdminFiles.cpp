@@ -4,7 +4,10 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <map>
+#include <optional>
 #include <unordered_map>
+#include <vector>
 
 #include "core/Cvs_time.h"
 #include "core/Cvs_utils.h"
@@ -18,12 +21,20 @@
 namespace tandrel {
 namespace {
 
-/// The first line of one of the working directory's administrative files; false when it has none.
-bool FirstLine(const std::string& workingDirectory, const char* name, std::string& line) {
+/// What a first line may have. The environment does not take more than twice as much.
+constexpr std::size_t LongestFirstLine = 16 * 1024;
+
+/// The first line of one of the working directory's administrative files; none when there is no
+/// such file, and empty when there is nothing in it. Raises EInOutError for what is no line of the
+/// client: a part of it would be the name of something else.
+std::optional<std::string> FirstLine(const std::string& workingDirectory, const char* name) {
     const std::string path = SlashSep(SlashSep(workingDirectory, AdminDirectoryName), name);
     if (!framework::FileExists(path))
-        return false;
-    return framework::TTextFile::Reset(path).ReadLine(line);
+        return std::nullopt;
+    std::string line;
+    framework::TTextFile::Reset(path).ReadLine(line, LongestFirstLine);
+    // To the client a zero ends the line, as it does in the environment.
+    return line.substr(0, line.find('\0'));
 }
 
 /// Cuts the text before the first `separator` off and returns it.
@@ -83,6 +94,57 @@ private:
     std::unordered_map<std::string_view, TWorkDirItem*, THash, TSameName> Items_;
 };
 
+/// What the client was about to change in a folder's records when it was cut short. It applies the
+/// lines in their order, so the last one of a name counts.
+class TJournal {
+public:
+    /// @param path the file, which is mostly not there; empty for none.
+    explicit TJournal(const std::string& path) {
+        if (path.empty() || !framework::FileExists(path))
+            return;
+        auto file = framework::TTextFile::Reset(path);
+        for (std::string line; file.ReadLine(line);)
+            Take(line);
+    }
+    /// Whether what the records say of the name counts no more.
+    bool Names(std::string_view name) const {
+        return !Last_.empty() && Last_.contains(framework::UpperCase(name));
+    }
+    /// The lines of the entries that are there in the end.
+    std::vector<std::string> Added() const {
+        std::vector<std::string> lines;
+        for (const auto& [name, line] : Last_)
+            if (!line.empty())
+                lines.push_back(line);
+        return lines;
+    }
+
+private:
+    void Take(const std::string& line) {
+        // A line of an older client is an entry alone, and means that it is there.
+        const bool bare = line.size() < 2 || line[1] != ' ';
+        const bool adds = bare || line.starts_with('A');
+        if (!adds && !line.starts_with('R'))
+            return;
+        const std::string entry = bare ? line : line.substr(2);
+        const std::string_view name = ParseEntryLine(entry).Name;
+        if (!name.empty())
+            Last_[framework::UpperCase(name)] = adds ? entry : std::string();
+    }
+
+    std::map<std::string, std::string> Last_;  // an empty line for an entry that is removed
+};
+
+/// How many entries a folder does not have; some of them by their names.
+std::string MissingText(const std::string& dir, const std::vector<std::string>& names) {
+    constexpr std::size_t Named = 3;
+    std::string text = "Directory(" + dir + ") does not have " + std::to_string(names.size()) +
+                       " of its entries: ";
+    for (std::size_t at = 0; at < std::min(names.size(), Named); ++at)
+        text += (at > 0 ? ", " : "") + names[at];
+    return names.size() > Named ? text + ", ..." : text;
+}
+
 }  // namespace
 
 TEntryLine ParseEntryLine(std::string_view line) {
@@ -101,10 +163,24 @@ TEntryLine ParseEntryLine(std::string_view line) {
     return entry;
 }
 
+void ForEachEntry(const std::string& folder, bool withJournal,
+                  const std::function<void(const TEntryLine& entry)>& take) {
+    const std::string records = SlashSep(folder, AdminDirectoryName);
+    auto file = framework::TTextFile::Reset(SlashSep(records, "Entries"));
+    const TJournal journal(withJournal ? SlashSep(records, "Entries.Log") : std::string());
+    for (std::string line; file.ReadLine(line);) {
+        const TEntryLine entry = ParseEntryLine(line);
+        if (!entry.Name.empty() && !journal.Names(entry.Name))
+            take(entry);
+    }
+    for (const std::string& line : journal.Added())
+        take(ParseEntryLine(line));
+}
+
 TRootLine ParseRootLine(std::string_view line) {
     TRootLine root;
     if (!line.starts_with(':')) {
-        root.HasMethod = true;
+        root.HasMethod = root.IsLocal = true;
         root.Path = line;
         return root;
     }
@@ -114,6 +190,7 @@ TRootLine ParseRootLine(std::string_view line) {
     root.ConnectionType = ConnTypeFromStr(method);
     // Both go without a server, and the colon of a local path stands behind its drive.
     if (framework::SameText(method, "local") || framework::SameText(method, "fork")) {
+        root.IsLocal = true;
         root.Path = line;
         return root;
     }
@@ -152,18 +229,21 @@ std::string TCvsObject::Get_RepositoryFileName(const std::string& Name, bool IsD
 }
 
 void TCvsObject::ReadCVSInfo(TWorkDirTree& Tree, const std::string& Dir) {
-    const std::string path = SlashSep(SlashSep(Dir, AdminDirectoryName), "Entries");
-    auto file = framework::TTextFile::Reset(path);
     const TFolderIndex index(Tree, Dir);
     const TIME_ZONE_INFORMATION zone = PresentTimeZone();
     const std::string repositoryPath = Get_RepositoryPath(Dir);
-    for (std::string line; file.ReadLine(line);) {
-        const TEntryLine entry = ParseEntryLine(line);
-        if (entry.Name.empty())
-            continue;
+    std::vector<std::string> missing;
+    const auto complete = [&](const TEntryLine& entry) {
         TWorkDirItem* const item = index.Find(entry.Name);
-        if (!item)
-            throw framework::Exception("Error  reading " + path);
+        if (!item) {
+            if (!ReadAllEntries)
+                throw framework::Exception("Error  reading " +
+                                           SlashSep(SlashSep(Dir, AdminDirectoryName), "Entries"));
+            // One that the next commit takes out is not there on purpose.
+            if (!entry.Revision.starts_with('-'))
+                missing.emplace_back(entry.Name);
+            return;
+        }
         item->InRepository = true;
         item->Revision = entry.Revision;
         item->TimeStamp = entry.TimeStamp;
@@ -173,7 +253,10 @@ void TCvsObject::ReadCVSInfo(TWorkDirTree& Tree, const std::string& Dir) {
             item->TimeStamp.empty() ? 0 : InternetTimeToDateTime(item->TimeStamp);
         if (!entry.IsDirectory)
             item->Changed = CompareDateTime(item->FileDate, item->RepositoryDate, zone);
-    }
+    };
+    ForEachEntry(Dir, ReadAllEntries, complete);
+    if (!missing.empty())
+        throw framework::Exception(MissingText(Dir, missing));
 }
 
 void TCvsObject::ReadCVS_SystemFile(TWorkDirTree& Tree, const std::string& Dir) {
@@ -204,20 +287,31 @@ bool TCvsObject::GetIsVCSstored() {
 void TCvsObject::LoadVCSProjectInfo() {
     if (WorkingDirectory().empty())
         return;
-    std::string line;
-    if (FirstLine(WorkingDirectory(), "Root", line)) {
-        const TRootLine root = ParseRootLine(line);
+    std::optional<std::string> rootLine;
+    try {
+        rootLine = FirstLine(WorkingDirectory(), "Root");
+    } catch (const framework::EInOutError&) {
+        // Whoever goes on in spite of the error is not to work on the repository of the folder
+        // before.
+        Path.clear();
+        SetCVSROOT({});
+        throw;
+    }
+    if (const auto& line = rootLine) {
+        const TRootLine root = ParseRootLine(*line);
         if (root.HasMethod)
             ConnectionType = root.ConnectionType;
-        if (!root.User.empty())
+        // Of a remote root also what it does not name: it has no user of its own, not the one of
+        // the folder before.
+        if (!root.IsLocal) {
             UserName = root.User;
-        if (!root.Server.empty())
             Server = root.Server;
+        }
         Path = root.Path;
         SetCVSROOT(CompileCVSROOT(ConnectionType, Server, UserName, {}, {}, Path));
     }
-    if (FirstLine(WorkingDirectory(), "Repository", line))
-        Set_Modulename(line);
+    if (const auto line = FirstLine(WorkingDirectory(), "Repository"); line && !line->empty())
+        Set_Modulename(*line);
 }
 
 }  // namespace tandrel

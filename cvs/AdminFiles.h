@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -15,6 +16,7 @@ inline constexpr const char* IgnoreFileName = ".cvsignore";
 /// The parts of a working copy's root.
 struct TRootLine {
     bool HasMethod = false;  ///< ConnectionType is known.
+    bool IsLocal = false;    ///< All of it is a path: no user, no server.
     TConnectionType ConnectionType = cnLocal;
     std::string User;  ///< Empty when there is none.
     std::string Server;
@@ -34,5 +36,12 @@ struct TEntryLine {
 
 /// Takes an entry apart. Any text gives a result; a field that does not end in a slash is empty.
 TEntryLine ParseEntryLine(std::string_view line);
+
+/// Calls `take` with each entry of a folder's records that names something, as the client itself
+/// would find them: with what it has left in its journal. Raises EInOutError when they cannot be
+/// read.
+/// @param withJournal false for the Entries file alone.
+void ForEachEntry(const std::string& folder, bool withJournal,
+                  const std::function<void(const TEntryLine& entry)>& take);
 
 }  // namespace tandrel

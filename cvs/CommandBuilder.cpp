@@ -8,6 +8,7 @@
 #include "core/Cvs_datetext.h"
 #include "core/Cvs_utils.h"
 #include "framework/base/exceptions.h"
+#include "framework/base/names.h"
 #include "framework/base/text.h"
 
 namespace tandrel {
@@ -61,6 +62,33 @@ std::string PatternOf(std::string name) {
     return name;
 }
 
+bool IsControl(char ch) {
+    return static_cast<unsigned char>(ch) < ' ';
+}
+
+/// The value as it can be shown in a line.
+std::string Printable(std::string_view value) {
+    std::string text(value);
+    std::ranges::replace_if(text, IsControl, ' ');
+    return text;
+}
+
+/// Refuses what a command line does not carry to the client as it is: it ends at a zero, and the
+/// client's records and protocol have one line for each value.
+void RefuseControls(std::string_view value) {
+    if (std::ranges::any_of(value, IsControl))
+        throw framework::Exception("The name " + Printable(value) + " has control characters ");
+}
+
+/// Messages have lines and tabs.
+void RefuseControlsInMessage(std::string_view text) {
+    const auto refused = [](char ch) {
+        return IsControl(ch) && ch != '\t' && ch != '\n' && ch != '\r';
+    };
+    if (std::ranges::any_of(text, refused))
+        throw framework::Exception("The message has control characters ");
+}
+
 /// The text with line feeds alone at the ends of its lines. The repository keeps them so, and shows
 /// whatever else stands there to everybody.
 std::string WithLineFeeds(std::string_view text) {
@@ -103,13 +131,31 @@ void TCommandBuilder::AppendIf(bool condition, std::string_view option) {
 }
 
 std::string TCommandBuilder::Value(std::string_view value) const {
-    const bool strict = Context_.StrictQuoting && !value.empty();
-    return strict ? QuoteArgument(value, false) : std::string(value);
+    if (!Context_.StrictQuoting || value.empty())
+        return std::string(value);
+    RefuseControls(value);
+    return QuoteArgument(value, false);
+}
+
+std::string_view TCommandBuilder::Name(std::string_view name) const {
+    if (Context_.StrictQuoting && name.starts_with('-'))
+        throw framework::Exception("The name " + Printable(name) +
+                                   " begins with a dash, the client would take it for an option ");
+    return name;
+}
+
+std::string_view TCommandBuilder::Revision(std::string_view revision) const {
+    // The option would take what stands behind it, were it the end of options, for its revision.
+    if (Context_.StrictQuoting && revision.empty())
+        throw framework::Exception("The revision is not given ");
+    return Name(revision);
 }
 
 std::string TCommandBuilder::Quoted(std::string_view value) const {
-    const bool strict = Context_.StrictQuoting && !value.empty();
-    return strict ? QuoteArgument(value, true) : SetApostrophe(value);
+    if (!Context_.StrictQuoting || value.empty())
+        return SetApostrophe(value);
+    RefuseControls(value);
+    return QuoteArgument(value, true);
 }
 
 void TCommandBuilder::AppendValue(std::string_view value) {
@@ -141,11 +187,11 @@ void TCommandBuilder::RevisionSelection() {
             break;
         case stBranch:
             if (!Options_.StikyBranch.empty())
-                Append("-r " + Value(Options_.StikyBranch));
+                Append("-r " + Value(Revision(Options_.StikyBranch)));
             break;
         case stTag:
             if (!Options_.StikyTag.empty())
-                Append("-r " + Value(Options_.StikyTag));
+                Append("-r " + Value(Revision(Options_.StikyTag)));
             break;
         case stDate:
             if (Options_.StikyDate > 0)
@@ -182,7 +228,7 @@ void TCommandBuilder::Merge() {
 
 void TCommandBuilder::MergeOption(std::string_view revision, bool useDate,
                                   framework::TDateTime date) {
-    std::string option = "-j" + std::string(revision);
+    std::string option = "-j" + std::string(Revision(revision));
     if (useDate)
         option += ":" + CustomDateTimetoStr(date);
     AppendQuoted(option);
@@ -212,14 +258,14 @@ void TCommandBuilder::DiffRevision(std::string_view revision, bool useDate,
     if (useDate)
         Append("-D " + SetApostrophe(CustomDateTimetoStr2(date)));
     else
-        Append("-r " + Value(revision));
+        Append("-r " + Value(Revision(revision)));
 }
 
 std::string TCommandBuilder::RelativeName(std::string_view folder, std::string_view name) const {
     std::string relative = GetRelativePath(Context_.WorkingDirectory, folder, name);
     // The client would look for files that fit. None is called so, but the system lists letters
     // that the code page does not have as question marks.
-    if (Context_.StrictQuoting && relative.find_first_of("*?") != std::string::npos)
+    if (Context_.StrictQuoting && framework::IsPattern(relative))
         throw framework::Exception("File " + SlashSep(folder, name) +
                                    " has a name that the client cannot be given ");
     return relative;
@@ -263,11 +309,14 @@ void TCommandBuilder::AddFilesToCommad() {
 
 void TCommandBuilder::Message(std::string_view whenEmpty) {
     Append("-m");
-    if (Options_.CommitMessage.empty())
+    if (Options_.CommitMessage.empty()) {
         Append(whenEmpty);
-    else
-        AppendQuoted(Context_.StrictQuoting ? WithLineFeeds(Options_.CommitMessage)
-                                            : Options_.CommitMessage);
+    } else if (Context_.StrictQuoting) {
+        RefuseControlsInMessage(Options_.CommitMessage);
+        Append(QuoteArgument(WithLineFeeds(Options_.CommitMessage), true));
+    } else {
+        AppendQuoted(Options_.CommitMessage);
+    }
 }
 
 void TCommandBuilder::IgnoreOptions() {
@@ -284,12 +333,15 @@ void TCommandBuilder::IgnoreOptions() {
     }
 }
 
-std::string TCommandBuilder::WrapperOption(TKeywordMode mode) const {
-    const std::string option(TKeywModeNames[mode]);
-    if (!Context_.StrictQuoting || mode == Km_none)
-        return option;
+std::string TCommandBuilder::Wrapper(const TFileItem& item) const {
+    std::string option(TKeywModeNames[item.KeywordMode]);
+    if (!Context_.StrictQuoting)
+        return LConcat({"\"", item.Name, option, "\""});
+    RefuseControls(item.Name);
     // In a wrapper the client passes over a mode that is not in its own quotes.
-    return "-k '" + option.substr(2) + "'";
+    if (item.KeywordMode != Km_none)
+        option = "-k '" + option.substr(2) + "'";
+    return QuoteArgument(" " + LConcat({item.Name, option, ""}), true);
 }
 
 void TCommandBuilder::EditActionOption() {
@@ -325,7 +377,7 @@ void TCommandBuilder::TagOptions() {
         AppendIf(Context_.Operation == otRtag && Options_.TagClearRemoved, "-a");
         RevisionSelection();
     }
-    AppendQuoted(Options_.TagName);
+    AppendQuoted(Name(Options_.TagName));
 }
 
 // --- commands ---------------------------------------------------------------------------------
@@ -413,7 +465,7 @@ void TCommandBuilder::Build() {
             Subcommand();
             AppendIf(Options_.LocalOnly, "-l");
             DiffRevisions();
-            AppendValue(Context_.Modulename);
+            AppendValue(Name(Context_.Modulename));
             break;
         case otRtag:
             Rtag();
@@ -433,7 +485,7 @@ void TCommandBuilder::Build() {
             AppendIf(Options_.LocalOnly, "-l");
             AppendIf(Options_.ForceFlag, "-f");
             AppendIf(Options_.LogHeaderOnly, "-h");
-            AppendValue(Context_.Modulename);
+            AppendValue(Name(Context_.Modulename));
             break;
     }
 }
@@ -462,12 +514,12 @@ void TCommandBuilder::Import() {
         if (item.FileType != fi_ext)
             continue;
         Append("-W");
-        Append(LConcat({"\"", item.Name, WrapperOption(item.KeywordMode), "\""}));
+        Append(Wrapper(item));
     }
     AppendIf(Options_.ForceFlag, "-d");
-    AppendValue(Context_.Modulename);
-    AppendValue(Options_.VendorTag);
-    AppendValue(Options_.ReleaseTag);
+    AppendValue(Name(Context_.Modulename));
+    AppendValue(Name(Options_.VendorTag));
+    AppendValue(Name(Options_.ReleaseTag));
 }
 
 void TCommandBuilder::CheckOut() {
@@ -477,7 +529,7 @@ void TCommandBuilder::CheckOut() {
     RevisionSelection();
     Keyword();
     Merge();
-    AppendValue(Context_.Modulename);
+    AppendValue(Name(Context_.Modulename));
 }
 
 void TCommandBuilder::Update() {
@@ -496,7 +548,7 @@ void TCommandBuilder::Export() {
     AppendIf(Options_.LocalOnly, "-l");
     TargetDirOption();
     Keyword();
-    AppendValue(Context_.Modulename);
+    AppendValue(Name(Context_.Modulename));
 }
 
 void TCommandBuilder::Release() {
@@ -506,7 +558,7 @@ void TCommandBuilder::Release() {
         Append("-d");
         AppendIf(Options_.ReleaseForce, "-f");
     }
-    AppendValue(Context_.Modulename);
+    AppendValue(Name(Context_.Modulename));
 }
 
 void TCommandBuilder::Log() {
@@ -524,7 +576,7 @@ void TCommandBuilder::Rtag() {
         return;
     Subcommand();
     TagOptions();
-    AppendValue(Context_.Modulename);
+    AppendValue(Name(Context_.Modulename));
 }
 
 void TCommandBuilder::Tag() {

@@ -20,8 +20,9 @@ struct TCommandContext {
     const std::string& Modulename;
     const std::string& WorkingDirectory;
     const TFileItems& FileItems;
-    /// Quote every value so that the client reads it as one argument, whatever it holds. Otherwise
-    /// values stand as the plain rules put them, and messages keep their carriage returns.
+    /// Quote every value so that the client reads it as one argument, whatever it holds, and refuse
+    /// those that it would take for something else. Otherwise values stand as the plain rules put
+    /// them, and messages keep their carriage returns.
     bool StrictQuoting = false;
     /// The command of "add" names only folders that are not yet under version control; there is no
     /// command when there are none.
@@ -39,7 +40,8 @@ public:
         : Line_(commandLine), Options_(options), Context_(context) {}
 
     /// Appends the whole command. An operation that is none appends nothing. Raises
-    /// framework::Exception for a file outside the working directory; the text is then unfinished.
+    /// framework::Exception for a file outside the working directory, and for a value that strict
+    /// quoting refuses; the text is then unfinished.
     void Build();
     /// Appends the folders and files of "add": folders that are not yet under version control
     /// first, upper before lower ones.
@@ -52,6 +54,8 @@ private:
     void AppendQuoted(std::string_view value);
     std::string Value(std::string_view value) const;
     std::string Quoted(std::string_view value) const;
+    std::string_view Name(std::string_view name) const;
+    std::string_view Revision(std::string_view revision) const;
 
     void RepositoryOption();
     void Subcommand();
@@ -67,7 +71,7 @@ private:
     void Files();
     void Message(std::string_view whenEmpty);
     void IgnoreOptions();
-    std::string WrapperOption(TKeywordMode mode) const;
+    std::string Wrapper(const TFileItem& item) const;
     void EditActionOption();
     void TargetDirOption();
     void WorkingCopyOptions();

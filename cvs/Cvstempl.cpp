@@ -98,10 +98,18 @@ void TCvsObject::WithBuilder(Action action) {
     CommandLine = std::move(line);
 }
 
-bool TCvsObject::ParseCommand() {
+void TCvsObject::TellMissingLabel() {
     if (Operation == otTag && TagName.empty())
         MessageProc(" label name is not assigned  ");
+}
+
+void TCvsObject::BuildCommand() {
     WithBuilder([](TCommandBuilder& builder) { builder.Build(); });
+}
+
+bool TCvsObject::ParseCommand() {
+    TellMissingLabel();
+    BuildCommand();
     return !CommandLine.empty();
 }
 

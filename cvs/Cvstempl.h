@@ -58,7 +58,7 @@ public:
     bool Update() override;
     bool Commit(bool Interactive) override;
     /// Puts the selected files under version control, and the folders they are in; with a server
-    /// the folders in a command of their own.
+    /// and StrictQuoting the folders in a command of their own.
     bool Add() override;
     bool Remove() override;
     bool Import(bool Interactive) override;
@@ -128,7 +128,7 @@ public:
     /// EOSError when it cannot be moved.
     bool CreateCopyProject();
     /// Appends the full names of all files below the folder. Raises EInOutError.
-    static void CreateCopyList(const std::string& Dir, std::vector<std::string>& List);
+    static void CreateCopyList(const std::string& Dir, framework::TStringList& List);
     /// Deletes the client's records below the folder; true when nothing failed. Links are not
     /// followed.
     bool DeleteCVSDirs(const std::string& Dir);
@@ -177,10 +177,18 @@ public:
     TLogList LogListB;  ///< Dates of its revisions.
 
     /// Quote every value so that the client reads it as one argument, whatever it holds, and takes
-    /// names of files for names; one that can only be a pattern is refused. Lines of messages end
-    /// in line feeds. Without it, blanks in names and quotes in messages part arguments, carriage
-    /// returns stay in messages, and modes in import's wrappers are passed over.
+    /// names of files for names; one that can only be a pattern is refused, and so are names and
+    /// labels that begin with a dash and values with control characters. Folders with names that
+    /// are not in the code page are not imported, and not deleted by a release. Lines of messages
+    /// end in line feeds. Without it, blanks in names and quotes in messages part arguments,
+    /// any value can add options to the command, carriage returns stay in messages, and modes in
+    /// import's wrappers are passed over.
     bool StrictQuoting = false;
+
+    /// Reading a folder's records goes on behind entries that the folder does not have, with one
+    /// message for each folder (ReadCVSInfo raises it when all is read), and applies what the
+    /// client left in its journal. Without it, reading stops at the first such entry.
+    bool ReadAllEntries = false;
 
     bool ExportInsteadOfCheckout = false;  ///< Pulling leaves no records of the client.
     bool KeepProjectCopy = false;          ///< Placing leaves its backup where it is.
@@ -189,11 +197,21 @@ public:
     bool RemoveFromRepository = false;     ///< Taking records off also deletes the module.
 
 private:
+    /// A working directory and its backup name.
+    struct TMovedFolder {
+        std::string Folder, Backup;
+    };
     /// Tells what begins; called only when a command is about to run.
     using TStartMessage = std::function<void()>;
 
-    /// The common tail of all operations.
+    /// The common tail of all operations. What handlers raise leaves through it; only a command
+    /// that cannot be built is a message.
     bool Run(const TStartMessage& start = {});
+    /// Has the model show what the command that has run made of the working directory.
+    void UpdateModel();
+    void Fire(const TBeforeOperationEvent& event);
+    void TellMissingLabel();
+    void BuildCommand();
     bool RunFileOperation(const char* whenEmpty);
     bool AddNewFolders();
     void ShowResult(const std::string& caption, const std::string& text);
@@ -204,11 +222,26 @@ private:
     bool RunLog(bool headerOnly, TLogList& list,
                 bool (*parse)(std::string_view text, TLogList& list));
     bool CanBePlaced();
+    /// Whether a path can lead to everything below the folder, also when its name is longer by
+    /// `more`; tells when not.
+    bool CanAllBeNamed(const std::string& folder, std::size_t more);
+    /// Whether the files that the present operation's command looks for itself are those that their
+    /// names say.
+    bool CanClientName();
+    bool WriteIgnoreLists();
     bool Place();
-    bool CheckOutWorkingDirectory();
-    bool BringFilesBack();
+    bool CheckOutWorkingDirectory(const std::string& folder);
+    bool BringFilesBack(const TMovedFolder& moved);
     void ShowPlaceResult(int code);
+    /// Moves the working directory to its backup name; raises EOSError when it cannot be moved.
+    void MoveAside(const TMovedFolder& moved);
+    void TellCopyMade(const TMovedFolder& moved);
+    /// Deletes all of the client's folder that is its own; false, and told, when that failed.
     bool DeleteAdminDirectory(const std::string& Dir);
+    bool DeleteRecord(const std::string& Dir, const char* Name);
+    /// Tells of an error of the action, and answers whether there was none.
+    template <class Action>
+    bool Contained(Action action);
     /// The folder that the present operation's command runs in.
     std::string ExecuteDirectory();
     template <class Action>

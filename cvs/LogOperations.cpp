@@ -7,41 +7,53 @@
 #include "framework/base/system_time.h"
 
 namespace tandrel {
+
 bool TCvsObject::StatusFile(const std::string& FileName) {
+    if (Refused(otStatus))
+        return false;
     LocalOnly = true;
     StatusVerbose = true;
     return TCustomCvsObj::StatusFile(FileName);
 }
 
 bool TCvsObject::LogFile(const std::string& FileName) {
+    if (Refused(otLog))
+        return false;
     LocalOnly = true;
     return TCustomCvsObj::LogFile(FileName);
 }
 
 std::string TCvsObject::LogFileEx(const std::string& FileName) {
+    if (Refused(otLog))
+        return {};
     LogHeaderOnly = true;
     return TCustomCvsObj::LogFileEx(FileName);
 }
 
 std::string TCvsObject::DiffFileEx(const std::string& FileName) {
+    if (Refused(otDiff))
+        return {};
     DiffSpec.Kind = dctHead;
     return TCustomCvsObj::DiffFileEx(FileName);
 }
 
 bool TCvsObject::DiffFile(bool Interactive, const std::string& FileName) {
+    if (Refused(otDiff))
+        return false;
     const TFileItemsForCall cleared(FileItems);
     FileItems.AddFile(FileName, Km_none);
     LocalOnly = true;
     DiffSpec.Date1 = DiffSpec.Date2 = framework::Now();
     if (Interactive && !sh_Diff_Form(*this))
         return false;
-    if (OnDiff)
-        OnDiff(*this);
+    Fire(OnDiff);
     return TCustomCvsObj::DiffFile(Interactive, FileName);
 }
 
 bool TCvsObject::RunLog(bool headerOnly, TLogList& list,
                         bool (*parse)(std::string_view text, TLogList& list)) {
+    if (Refused(otLog))
+        return false;
     const TKept local(LocalOnly), header(LogHeaderOnly);
     const TKept operation(Operation);
     const TOutputCapture capture(*this);
@@ -59,6 +71,8 @@ bool TCvsObject::ParseLogInfo() {
 }
 
 std::string TCvsObject::Get_CVSProjectTag(TTagShowOption option, bool withFiles) {
+    if (LogListA.Empty() && Refused(otLog))
+        return {};
     const TFlagForCall noFiles(LogNoFiles, !withFiles);
     if (LogListA.Empty())
         ParseLogInfo();
@@ -68,6 +82,8 @@ std::string TCvsObject::Get_CVSProjectTag(TTagShowOption option, bool withFiles)
 }
 
 framework::TDateTime TCvsObject::Get_CVSFileRevDate() {
+    if (LogListB.Empty() && Refused(otLog))
+        return 0;
     if (LogListB.Empty())
         ParseLogInfoForRevDate();
     return Get_FileRevDate(*this);

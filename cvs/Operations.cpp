@@ -1,11 +1,11 @@
 // The operations on a repository: options in, one command, result out.
 
-#include "core/CvsExecute.h"
 #include "core/Cvs_utils.h"
 #include "cvs/Cvstempl.h"
 #include "cvs/Dialogs.h"
 #include "cvs/Kept.h"
 #include "framework/base/exceptions.h"
+#include "framework/base/files.h"
 #include "framework/base/system_time.h"
 
 namespace tandrel {
@@ -26,104 +26,159 @@ std::string TCvsObject::ExecuteDirectory() {
 }
 
 bool TCvsObject::Run(const TStartMessage& start) {
-    if (NoCVSROOTMessage())
+    // A dialog may have been open while somebody else began to run one.
+    if (Refused(Operation) || NoCVSROOTMessage())
         return false;
     CommandLine.clear();
-    try {
-        if (ParseCommand()) {
-            if (start)
-                start();
-            // Called from a handler of a run, this one will be refused.
-            const bool refused = ExecuteClass->Thread != nullptr;
-            Execute(ExecuteDirectory());
-            if (!refused && ChangesWorkingDirectory(Operation) && !WorkDirTree.Empty())
-                Load_WorkDirTree();
-        }
-    } catch (const framework::EAbort&) {
-        throw;
-    } catch (const framework::Exception& error) {
-        // Bad input, such as a file of another project.
-        MessageProc(error.what());
+    TellMissingLabel();
+    if (!CanClientName()) {
         ExitCode = 1;
         return false;
+    }
+    try {
+        BuildCommand();
+    } catch (const framework::Exception& error) {
+        // Bad input, such as a file of another project.
+        ExitCode = 1;
+        MessageProc(error.what());
+        return false;
+    }
+    if (!CommandLine.empty()) {
+        if (start) {
+            // Whoever is told may run something else meanwhile.
+            const TKept operation(Operation);
+            start();
+        }
+        Execute(ExecuteDirectory());
+        UpdateModel();
     }
     return ExitCode == 0;
 }
 
+void TCvsObject::UpdateModel() {
+    const bool changes = ChangesWorkingDirectory(Operation);
+    if (WorkDirTree.Empty() || !(changes || Operation == otRelease))
+        return;
+    if (!framework::DirectoryExists(WorkingDirectory())) {
+        // The command has said why.
+        WorkDirTree.Clear();
+        ModelCurrent = true;
+    } else if (changes) {
+        Load_WorkDirTree();
+    }
+}
+
+void TCvsObject::Fire(const TBeforeOperationEvent& event) {
+    // The host may run something else meanwhile; the operation stays what it is.
+    const TKept operation(Operation);
+    if (event)
+        event(*this);
+}
+
 void TCvsObject::ShowResult(const std::string& caption, const std::string& text) {
+    // What runs now has refused this operation.
+    if (IsRunning())
+        return;
     // Without a root nothing was begun, and the exit code is that of some earlier command.
-    if (!CVSROOT().empty())
-        Show_OkForm(caption, text, ExitCode);
+    Show_OkForm(caption, text, CVSROOT().empty() ? 1 : ExitCode.load());
 }
 
 // --- operations without messages of their own -------------------------------------------------
 
 bool TCvsObject::Status() {
+    if (Refused(otStatus))
+        return false;
     TCustomCvsObj::Status();
     return Run();
 }
 
 bool TCvsObject::Admin() {
+    if (Refused(otAdmin))
+        return false;
     TCustomCvsObj::Admin();
     return Run();
 }
 
 bool TCvsObject::Annotate() {
+    if (Refused(otAnnotate))
+        return false;
     TCustomCvsObj::Annotate();
     return Run();
 }
 
 bool TCvsObject::Diff() {
+    if (Refused(otDiff))
+        return false;
     TCustomCvsObj::Diff();
     return Run();
 }
 
 bool TCvsObject::Edit() {
+    if (Refused(otEdit))
+        return false;
     TCustomCvsObj::Edit();
     return Run();
 }
 
 bool TCvsObject::Editors() {
+    if (Refused(otEditors))
+        return false;
     TCustomCvsObj::Editors();
     return Run();
 }
 
 bool TCvsObject::History() {
+    if (Refused(otHistory))
+        return false;
     TCustomCvsObj::History();
     return Run();
 }
 
 bool TCvsObject::Log() {
+    if (Refused(otLog))
+        return false;
     TCustomCvsObj::Log();
     return Run();
 }
 
 bool TCvsObject::Rdiff() {
+    if (Refused(otRdiff))
+        return false;
     TCustomCvsObj::Rdiff();
     return Run();
 }
 
 bool TCvsObject::Unedit() {
+    if (Refused(otUnedit))
+        return false;
     TCustomCvsObj::Unedit();
     return Run();
 }
 
 bool TCvsObject::watch() {
+    if (Refused(otWatch))
+        return false;
     TCustomCvsObj::watch();
     return Run();
 }
 
 bool TCvsObject::Watchers() {
+    if (Refused(otWatchers))
+        return false;
     TCustomCvsObj::Watchers();
     return Run();
 }
 
 bool TCvsObject::Export_cmd(bool Interactive) {
+    if (Refused(otExport))
+        return false;
     TCustomCvsObj::Export_cmd(Interactive);
     return Run();
 }
 
 bool TCvsObject::RLog() {
+    if (Refused(otRlog))
+        return false;
     Operation = otRlog;
     return Run();
 }
@@ -131,6 +186,8 @@ bool TCvsObject::RLog() {
 // --- the working copy -------------------------------------------------------------------------
 
 bool TCvsObject::CheckOut(bool Interactive) {
+    if (Refused(otCheckOut))
+        return false;
     TCustomCvsObj::CheckOut(Interactive);
     const bool done = Run([this] {
         MessageProc("CheckOut project %S into directory(%s) from  repository %s ",
@@ -142,6 +199,8 @@ bool TCvsObject::CheckOut(bool Interactive) {
 }
 
 bool TCvsObject::Update() {
+    if (Refused(otUpdate))
+        return false;
     TCustomCvsObj::Update();
     const bool done = Run([this] {
         MessageProc("Update project %S directory(%s) from  repository %s ",
@@ -152,11 +211,12 @@ bool TCvsObject::Update() {
 }
 
 bool TCvsObject::Commit(bool Interactive) {
+    if (Refused(otCommit))
+        return false;
     TCustomCvsObj::Commit(Interactive);
     if (Interactive && !Commit_Prepare(*this))
         return false;
-    if (OnCommit)
-        OnCommit(*this);
+    Fire(OnCommit);
     const bool done = Run([this] {
         MessageProc("Commit  project from  directory(%s) into repository %s ",
                     {WorkingDirectory(), CVSROOT()});
@@ -167,6 +227,8 @@ bool TCvsObject::Commit(bool Interactive) {
 }
 
 bool TCvsObject::Import(bool Interactive) {
+    if (Refused(otImport))
+        return false;
     TCustomCvsObj::Import(Interactive);
     const bool done = Run([this] {
         MessageProc("Imorting directory(%s) into repository %s ", {WorkingDirectory(), CVSROOT()});
@@ -191,17 +253,19 @@ bool TCvsObject::AddNewFolders() {
 }
 
 bool TCvsObject::Add() {
+    if (Refused(otAdd))
+        return false;
     TCustomCvsObj::Add();
     // A server knows nothing of the files in a folder that the same command makes.
     const bool isServed = ConnectionType != cnLocal && ServerOnline() && !CVSROOT().empty();
-    // One that is called while a command runs is refused as a whole: the exit code is that one's.
-    const bool refused = ExecuteClass->Thread != nullptr;
-    if (isServed && !refused && !FileItems.Empty() && !AddNewFolders())
+    if (StrictQuoting && isServed && !FileItems.Empty() && !AddNewFolders())
         return false;
     return RunFileOperation("No files in FileList ");
 }
 
 bool TCvsObject::Remove() {
+    if (Refused(otRemove))
+        return false;
     TCustomCvsObj::Remove();
     return RunFileOperation("No files in  FileList ");
 }
@@ -214,8 +278,7 @@ bool TCvsObject::RunLabel(bool Interactive, TLabelDialog dialog, bool* flag,
         return false;
     if (flag)
         *flag = true;
-    if (event)
-        event(*this);
+    Fire(event);
     const bool done = Run();
     if (Interactive)
         ShowResult(what, what + " " + TagName);
@@ -223,22 +286,30 @@ bool TCvsObject::RunLabel(bool Interactive, TLabelDialog dialog, bool* flag,
 }
 
 bool TCvsObject::Create_Rtag(bool Interactive) {
+    if (Refused(otRtag))
+        return false;
     TCustomCvsObj::Create_Rtag(Interactive);
     return RunLabel(Interactive, sh_CrBranch_Form, &TagBranch, OnCreateBranch, "CVS create branch");
 }
 
 bool TCvsObject::Create_Tag(bool Interactive) {
+    if (Refused(otTag))
+        return false;
     TCustomCvsObj::Create_Tag(Interactive);
     return RunLabel(Interactive, sh_CrLabel_Form, nullptr, OnCreateLabel, "CVS create label");
 }
 
 bool TCvsObject::Del_Rtag(bool Interactive) {
+    if (Refused(otRtag))
+        return false;
     TCustomCvsObj::Del_Rtag(Interactive);
     return RunLabel(Interactive, sh_DelBranch_Form, &TagDelete, OnDeleteBranch,
                     "CVS delete branch");
 }
 
 bool TCvsObject::Del_Tag(bool Interactive) {
+    if (Refused(otTag))
+        return false;
     TCustomCvsObj::Del_Tag(Interactive);
     return RunLabel(Interactive, sh_DelLabel_Form, &TagDelete, OnDeleteLabel, "CVS delete label");
 }
@@ -246,18 +317,25 @@ bool TCvsObject::Del_Tag(bool Interactive) {
 // --- the repository ---------------------------------------------------------------------------
 
 bool TCvsObject::CreateLocalRepository() {
+    if (Refused(otCreateLRep))
+        return false;
     TCustomCvsObj::CreateLocalRepository();
     return Init_Prepare(*this) && CreateLocalRepositoryAccepted();
 }
 
 bool TCvsObject::CreateLocalRepositoryAccepted() {
+    if (Refused(otCreateLRep))
+        return false;
     TCustomCvsObj::CreateLocalRepository();
     const bool done = Run([this] { MessageProc("Creating new repository (%s)", {CVSROOT()}); });
-    ShowResult("CVS init", "CVS init " + CVSROOT());
+    if (!CVSROOT().empty())
+        ShowResult("CVS init", "CVS init " + CVSROOT());
     return done;
 }
 
 bool TCvsObject::StatusBrowser() {
+    if (Refused(otStatus))
+        return false;
     Load_WorkDirTree();
     if (IsVCSStoredFlag)
         LoadInfoOfFolder();
@@ -265,21 +343,28 @@ bool TCvsObject::StatusBrowser() {
 }
 
 bool TCvsObject::Preferences() {
-    return CVSProperty_Frm(*this);
+    return !Refused("preferences") && CVSProperty_Frm(*this);
 }
 
 bool TCvsObject::UpdateSpecial() {
+    if (Refused(otUpdate))
+        return false;
+    TCustomCvsObj::Update();
     MergeSpec.Date1 = MergeSpec.Date2 = framework::Now();
     return Update_Prepare(*this) && UpdateSpecialAccepted();
 }
 
 bool TCvsObject::UpdateSpecialAccepted() {
-    if (OnUpdate)
-        OnUpdate(*this);
+    if (Refused(otUpdate))
+        return false;
+    TCustomCvsObj::Update();
+    Fire(OnUpdate);
     return Update();
 }
 
 bool TCvsObject::Login(bool Interactive) {
+    if (Refused(otLogin))
+        return false;
     TCustomCvsObj::Login(Interactive);
     if (Interactive && !Login_Prepare(*this))
         return false;
@@ -287,8 +372,7 @@ bool TCvsObject::Login(bool Interactive) {
         MessageProc("Loging in is required for pserver  authentication only");
         return false;
     }
-    if (OnLogin)
-        OnLogin(*this);
+    Fire(OnLogin);
     bool done = false;
     {
         const TFlagForCall answers(AnswerPrompts);
@@ -300,6 +384,8 @@ bool TCvsObject::Login(bool Interactive) {
 }
 
 bool TCvsObject::Logout(bool Interactive) {
+    if (Refused(otLogout))
+        return false;
     TCustomCvsObj::Logout(Interactive);
     if (Interactive && !Logout_Prepare(*this))
         return false;
@@ -307,8 +393,7 @@ bool TCvsObject::Logout(bool Interactive) {
         MessageProc("Logout is required for pserver  authentication only");
         return false;
     }
-    if (OnLogout)
-        OnLogout(*this);
+    Fire(OnLogout);
     const bool done = Run();
     if (Interactive)
         ShowResult("CVS logout", "CVS logout " + CVSROOT());

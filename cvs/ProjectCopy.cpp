@@ -3,10 +3,13 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "core/Cvs_files.h"
 #include "core/Cvs_utils.h"
+#include "core/IgnoreList.h"
 #include "cvs/AdminFiles.h"
+#include "cvs/Contained.h"
 #include "cvs/Cvstempl.h"
 #include "cvs/Dialogs.h"
 #include "framework/base/exceptions.h"
@@ -14,7 +17,6 @@
 #include "framework/base/files.h"
 #include "framework/base/paths.h"
 #include "framework/base/text.h"
-#include "framework/base/text_file.h"
 
 namespace tandrel {
 namespace {
@@ -22,14 +24,11 @@ namespace {
 /// The client's records in the order in which they are deleted. The ones behind the first six are
 /// not in every working copy.
 constexpr const char* AdminFiles[] = {
-    "Entries", "Entries.Extra", "Entries.Old",    "Repository", "Entries.Extra.Old",
-    "Root",    "Entries.Log",   "Entries.Static", "Tag",        "Template",
-    "Notify",  "Baserev",
+    "Entries",      "Entries.Extra", "Entries.Old",    "Repository", "Entries.Extra.Old",
+    "Root",         "Entries.Log",   "Entries.Static", "Tag",        "Template",
+    "Notify",       "Baserev",       "Entries.Backup", "Notify.tmp", "Baserev.tmp",
+    "Checkin.prog", "Update.prog",
 };
-
-bool IsLink(const std::string& path) {
-    return (::GetFileAttributesA(path.c_str()) & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
-}
 
 bool IsOwnOrParent(const framework::TSearchRec& entry) {
     return entry.Name == "." || entry.Name == "..";
@@ -70,25 +69,34 @@ bool TCvsObject::CreateCopyProject() {
                     {folder});
         return false;
     }
-    const std::string backup = Get_NewName();
-    // A rename: all or nothing, and never on top of something.
-    if (!framework::FileFunctions().Move(folder.c_str(), backup.c_str(), 0)) {
-        const DWORD error = ::GetLastError();
-        MessageProc("Copy directory(%s) to  %s is failed ", {folder, backup});
-        throw framework::EOSError(error);
-    }
-    MessageProc("For directory(%s) created copy =  %s  ", {folder, backup});
+    const TMovedFolder moved{folder, Get_NewName()};
+    MoveAside(moved);
+    TellCopyMade(moved);
     return true;
 }
 
-void TCvsObject::CreateCopyList(const std::string& Dir, std::vector<std::string>& List) {
+void TCvsObject::TellCopyMade(const TMovedFolder& moved) {
+    MessageProc("For directory(%s) created copy =  %s  ", {moved.Folder, moved.Backup});
+}
+
+void TCvsObject::MoveAside(const TMovedFolder& moved) {
+    ModelCurrent = false;
+    // A rename: all or nothing, and never on top of something.
+    if (framework::FileFunctions().Move(moved.Folder.c_str(), moved.Backup.c_str(), 0))
+        return;
+    const DWORD error = ::GetLastError();
+    MessageProc("Copy directory(%s) to  %s is failed ", {moved.Folder, moved.Backup});
+    throw framework::EOSError(error);
+}
+
+void TCvsObject::CreateCopyList(const std::string& Dir, framework::TStringList& List) {
     framework::TFileSearch search(SlashSep(Dir, "*.*"), framework::faAnyFile);
     for (framework::TSearchRec entry; search.Next(entry);) {
         if (IsOwnOrParent(entry))
             continue;
         const std::string path = SlashSep(Dir, entry.Name);
         if (!entry.IsDirectory())
-            List.push_back(path);
+            List.Add(path);
         else if (!entry.IsLink())
             CreateCopyList(path, List);
     }
@@ -102,54 +110,64 @@ void TCvsObject::TryDeleteFile(const std::string& Dir, const std::string& Name) 
     MessageProc("File %s deleted ", {path});
 }
 
-bool TCvsObject::DeleteAdminDirectory(const std::string& Dir) {
-    for (const char* name : AdminFiles)
-        TryDeleteFile(Dir, name);
-    const std::string base = SlashSep(Dir, BaseDirectoryName);
-    if (framework::DirectoryExists(base) && !IsLink(base)) {
-        std::vector<std::string> texts;
-        CreateCopyList(base, texts);
-        for (const std::string& path : texts)
-            TryDeleteFile(base, framework::ExtractFileName(path));
-        RemoveFolder(base);
-    }
-    RemoveFolder(Dir);
+template <class Action>
+bool TCvsObject::Contained(Action action) {
+    const auto error = ErrorOf(action);
+    if (error)
+        MessageProc("I/O Error = %s ", {*error});
+    return !error;
+}
+
+bool TCvsObject::DeleteRecord(const std::string& Dir, const char* Name) {
+    const std::string path = SlashSep(Dir, Name);
+    if (!framework::FileExists(path))
+        return true;
+    if (!Contained([&] { framework::EraseFile(path); }))
+        return false;
+    MessageProc("File %s deleted ", {path});
     return true;
 }
 
+bool TCvsObject::DeleteAdminDirectory(const std::string& Dir) {
+    for (const char* name : AdminFiles)
+        if (!DeleteRecord(Dir, name))
+            return false;
+    const std::string base = SlashSep(Dir, BaseDirectoryName);
+    if (framework::DirectoryExists(base) && !framework::IsLink(base)) {
+        framework::TStringList texts;
+        if (!Contained([&] { CreateCopyList(base, texts); }))
+            return false;
+        for (const std::string& path : texts)
+            if (!DeleteRecord(base, framework::ExtractFileName(path).c_str()))
+                return false;
+        if (!Contained([&] { RemoveFolder(base); }))
+            return false;
+    }
+    return Contained([&] { RemoveFolder(Dir); });
+}
+
 bool TCvsObject::DeleteCVSDirs(const std::string& Dir) {
-    bool done = true;
-    const auto contained = [&](auto action) {
-        try {
-            done = action() && done;
-        } catch (const framework::Exception& error) {
-            MessageProc("I/O Error = %s ", {error.what()});
-            done = false;
-        }
-    };
+    ModelCurrent = false;
     std::vector<std::string> folders;
-    contained([&] {
+    bool done = Contained([&] {
         framework::TFileSearch search(SlashSep(Dir, "*.*"), framework::faAnyFile);
         for (framework::TSearchRec entry; search.Next(entry);)
             if (entry.IsDirectory() && !entry.IsLink() && !IsOwnOrParent(entry))
                 folders.push_back(entry.Name);
-        return true;
     });
     for (const std::string& name : folders) {
         const std::string path = SlashSep(Dir, name);
-        contained([&] {
-            return CVS_SystemDirectory(name) ? DeleteAdminDirectory(path) : DeleteCVSDirs(path);
-        });
+        done =
+            (CVS_SystemDirectory(name) ? DeleteAdminDirectory(path) : DeleteCVSDirs(path)) && done;
     }
     if (!KeepCvsIgnore)
-        contained([&] {
-            TryDeleteFile(Dir, IgnoreFileName);
-            return true;
-        });
+        done = DeleteRecord(Dir, IgnoreFileName) && done;
     return done;
 }
 
 bool TCvsObject::RemoveProjectFrom() {
+    if (Refused("clear project data"))
+        return false;
     TCustomCvsObj::RemoveProjectFrom();
     const bool done = DeleteCVSDirs(WorkingDirectory());
     if (RemoveFromRepository && ConnectionType == cnLocal) {
@@ -169,11 +187,17 @@ void TCvsObject::ExploreIgnore() {
     const std::string path = SlashSep(WorkingDirectory(), IgnoreFileName);
     std::vector<std::string> names;
     for (const TFileItem& item : FileItems)
-        if (item.Ignore)
+        if (item.Ignore && !CVS_SystemFile(item.Name))
             names.push_back(item.Name);
-    // The list ignores itself.
-    names.push_back(IgnoreFileName);
-    framework::ReplaceTextFile(path, names);
+    std::vector<std::string> kept;
+    if (KeepIgnorePatterns)
+        kept = OtherIgnoreLines(path, [&](const std::string& line) {
+            const std::string entry = SlashSep(WorkingDirectory(), line);
+            return std::ranges::find(names, line) != names.end() || framework::FileExists(entry) ||
+                   framework::DirectoryExists(entry);
+        });
+    ModelCurrent = false;
+    WriteIgnoreList(path, std::move(kept), names);
     ::WinExec(("notepad.exe " + path).c_str(), SW_SHOWNORMAL);
 }
 

@@ -11,6 +11,7 @@ namespace tandrel {
 using namespace framework;
 
 TBrowser_Form::TBrowser_Form(const std::string& caption) : TForm(caption, TFormBorder::Sizeable) {
+    const TLayoutUpdate filling(*this);
     constexpr int Border = 3, ButtonRoom = 37;
     PageControl1_ = &Make<TPageControl>("PageControl1", *this);
     TabSheet1_ = &Make<TTabSheet>("TabSheet1", *PageControl1_, "Status");
@@ -43,6 +44,8 @@ TBrowser_Form::~TBrowser_Form() {
 
 void TBrowser_Form::AddTabs(const TFrameDetFormClass& formClass, TCvsObject& cvs) {
     constexpr int HeightAround = 36, WidthAround = 6;
+    // Putting all to its place after each control would take several times as long.
+    const TLayoutUpdate filling(*this);
     TFrameDetForm& form = formClass();
     TTabSheet& sheet = Forms_.empty() ? *TabSheet1_ : *TabSheet2_;
     // The first sheet keeps its own caption, whatever stands on it.
@@ -62,9 +65,11 @@ void TBrowser_Form::AddTabs(const TFrameDetFormClass& formClass, TCvsObject& cvs
 bool Show_Browser(const std::string& caption, const std::vector<TFrameDetFormClass>& formClasses,
                   TCvsObject& cvs) {
     TBrowser_Form browser(caption);
-    for (const TFrameDetFormClass& formClass : formClasses)
-        browser.AddTabs(formClass, cvs);
-    browser.PutInOrder();
+    {
+        const TLayoutUpdate filling(browser);
+        for (const TFrameDetFormClass& formClass : formClasses)
+            browser.AddTabs(formClass, cvs);
+    }
     return browser.ShowModal() == mrOk;
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -17,12 +16,8 @@ public:
 
     /// Makes a form, loads it and shows it on its page; the window grows to its size.
     void AddTabs(const TFrameDetFormClass& formClass, TCvsObject& cvs);
-    /// All forms are there: puts everything to its place.
-    void PutInOrder() { Filling_.reset(); }
 
 private:
-    // Putting it to its place after each control and each form would take several times as long.
-    std::optional<framework::TLayoutUpdate> Filling_{*this};
     std::vector<TFrameDetForm*> Forms_;  // the application's; freed with the window
     framework::TPageControl* PageControl1_;
     framework::TTabSheet* TabSheet1_;

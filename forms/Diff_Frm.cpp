@@ -56,6 +56,8 @@ void TDiff_Form::LoadFormData() {
 }
 
 void TDiff_Form::UpdateState() {
+    // An update that was asked for otherwise makes the one that waits needless.
+    Timer1_->SetEnabled(false);
     const int kind = ComboBox1_->ItemIndex();
     const bool first = kind == dctRevision || kind == dctTwoRevision;
     const bool second = kind == dctTwoRevision;

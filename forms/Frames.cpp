@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "core/Resources.h"
+#include "cvs/Cvstempl.h"
 #include "framework/base/format.h"
 #include "framework/ui/images.h"
 
@@ -36,10 +37,10 @@ TFrame_Frm::TFrame_Frm(const std::string& title) : TForm(title), Title_(title) {
     image.SetAlign(TAlign::Client);
 
     BitBtn3_ = &Make<TButton>("BitBtn3", buttons, "< Back");
-    BitBtn3_->OnClick = [this](TObject*) { BitBtn3Click(); };
+    BitBtn3_->OnClick = [this](TObject* sender) { BitBtn3Click(sender); };
     BitBtn3_->SetEnabled(false);
     BitBtn4_ = &Make<TButton>("BitBtn4", buttons, "Next >");
-    BitBtn4_->OnClick = [this](TObject*) { BitBtn4Click(); };
+    BitBtn4_->OnClick = [this](TObject* sender) { BitBtn4Click(sender); };
     BitBtn1_ = &Make<TButton>("BitBtn1", buttons, "Finish", TButtonRole::Default);
     BitBtn1_->ModalResult = mrOk;
     auto& cancel = Make<TButton>("BitBtn2", buttons, "Cancel", TButtonRole::Cancel);
@@ -74,7 +75,9 @@ void TFrame_Frm::AddFrame(const TFrameDetFormClass& formClass, TCvsObject& cvs) 
     frame.GetSize(height, width);
     frame.HostIn(*Panel3_);
     frame.OwnerFrame = this;
-    frame.OnStatusChange = [this](TFrameDetForm&, bool) { FrameStatusChange(); };
+    frame.OnStatusChange = [this](TFrameDetForm& sender, bool ok) {
+        FrameStatusChange(sender, ok);
+    };
     frame.CvsObject = &cvs;
     frame.LoadFormData();
     frame.SetAlign(TAlign::Client);
@@ -103,7 +106,7 @@ void TFrame_Frm::GoTo(std::size_t index) {
         frame.SetFocus();
 }
 
-void TFrame_Frm::BitBtn4Click() {
+void TFrame_Frm::BitBtn4Click(TObject*) {
     if (!IsLast()) {
         Frames_[Index_]->OnNextForm();
         GoTo(Index_ + 1);
@@ -111,13 +114,13 @@ void TFrame_Frm::BitBtn4Click() {
     SetBtnEnablen();
 }
 
-void TFrame_Frm::BitBtn3Click() {
+void TFrame_Frm::BitBtn3Click(TObject*) {
     if (Index_ >= 1)
         GoTo(Index_ - 1);
     SetBtnEnablen();
 }
 
-void TFrame_Frm::FrameStatusChange() {
+void TFrame_Frm::FrameStatusChange(TFrameDetForm&, bool) {
     SetBtnEnablen();
 }
 
@@ -145,6 +148,11 @@ void TFrame_Frm::SaveFrameFalues() {
 
 bool Show_Frames(const std::string& title, const std::vector<TFrameDetFormClass>& formClasses,
                  TCvsObject& cvs) {
+    // The one that is open must not be freed while somebody is in it.
+    if (Frame_Frm) {
+        cvs.MessageProc("%s failed,reason another wizard is already open ", {title});
+        return false;
+    }
     // Whatever happens: a wizard that is left by an exception is gone, too.
     struct TFreed {
         ~TFreed() { Frame_Frm.reset(); }

@@ -30,12 +30,18 @@ public:
     /// Saves every step, from the first to the last.
     void SaveFrameFalues();
 
-private:
-    void BitBtn3Click();
-    void BitBtn4Click();
-    void FrameStatusChange();
+    /// "< Back": shows the step before, if there is one.
+    void BitBtn3Click(framework::TObject* Sender = nullptr);
+    /// "Next >": tells the step that is being left and shows the next one, if there is one.
+    void BitBtn4Click(framework::TObject* Sender = nullptr);
+    /// What a step's OnStatusChange calls. @param Ok is not looked at: the step shown counts.
+    void FrameStatusChange(TFrameDetForm& Sender, bool Ok);
+    /// Whether the input of the step shown is complete; false without a step.
     bool CheckValidate();
+    /// Brings the buttons and the caption up to date.
     void SetBtnEnablen();
+
+private:
     void GoTo(std::size_t index);
     bool IsLast() const { return Index_ + 1 >= Frames_.size(); }
 
@@ -48,7 +54,8 @@ private:
     framework::TButton* BitBtn4_;
 };
 
-/// Runs a wizard. @return true when it was finished: then all steps are saved.
+/// Runs a wizard. @return true when it was finished: then all steps are saved. While one is open
+/// another one is refused, with a message of the object.
 bool Show_Frames(const std::string& title, const std::vector<TFrameDetFormClass>& formClasses,
                  TCvsObject& cvs);
 

@@ -12,10 +12,13 @@ public:
     void LoadFormData() override;
     void SaveFormData() override;
 
+    /// Looks whether there can be a new repository at the path.
+    void CheckIsEmptyDir();
+    /// Shows the root, and tells the object the connection type.
+    void SetCVSRoot();
+
 private:
     void ConnectTypeChange();
-    void CheckIsEmptyDir();
-    void SetCVSRoot();
     std::string ComposedRoot() const;
 
     TField<framework::TComboBox> ComboBox1_;

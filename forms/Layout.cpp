@@ -112,11 +112,8 @@ TOkCancel AddOkCancel(TFormRows& rows) {
 
 TTimer& MakeDelay(TForm& form, const std::string& name, unsigned interval,
                   std::function<void()> action) {
-    auto& timer = form.Make<TTimer>(name, interval);
-    timer.OnTimer = [&form, &timer, act = std::move(action)](TObject*) {
-        // Timers go on while the form waits for a command or another dialog.
-        if (!::IsWindowEnabled(::GetAncestor(form.Handle(), GA_ROOT)))
-            return timer.Restart();
+    auto& timer = form.Make<TFormTimer>(name, form, interval);
+    timer.OnTimer = [&timer, act = std::move(action)](TObject*) {
         timer.SetEnabled(false);
         act();
     };

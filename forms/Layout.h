@@ -124,7 +124,7 @@ private:
 framework::TOkCancel AddOkCancel(TFormRows& rows);
 
 /// Makes a timer that stops itself and then acts: Restart puts the action off until the user rests.
-/// It also waits for the form when its window is disabled.
+/// While the form cannot be used it waits, without a tick, and then counts from the start.
 framework::TTimer& MakeDelay(framework::TForm& form, const std::string& name, unsigned interval,
                              std::function<void()> action);
 

@@ -45,6 +45,7 @@ void TMerge_Form::LoadFormData() {
 }
 
 void TMerge_Form::Evaluate() {
+    Timer1_->SetEnabled(false);
     const int type = ComboBox1_->ItemIndex();
     const bool first = type == mtThisRev || type == mtPlusRevTag;
     const bool second = type == mtPlusRevTag;

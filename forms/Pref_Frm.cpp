@@ -135,19 +135,22 @@ void TPreferences_Form::CheckCVSDir(const std::string& path) {
     const bool noRoot = !PropertyMode_ && ConnectionType() == cnLocal && !path.empty() &&
                         !DirectoryExists(SlashSep(path, "CVSROOT"));
     CheckEmptyLabel_->SetText(noRoot ? "no CVSROOT found" : "");
-    const bool noName = !PropertyMode_ && AsksForProject_ && Edit5_->Text().empty();
+    const bool noName = AsksForProject_ && Edit5_->Text().empty();
     SetValid(!noRoot && !noName);
 }
 
 void TPreferences_Form::SaveModulename() {
+    if (!AsksForProject_)
+        return;
     // The setter moves the object to another folder. A name that the user left alone must not take
     // it away from the one that it is to work in.
     const std::string name = Edit5_->Text();
+    // "Ok" may be quicker than the delay that disables it.
+    if (AsksForProject_ && name.empty())
+        return;
     // One who goes back to the name that was loaded has not left it alone.
     NameChanged_ = NameChanged_ || name != LoadedName_;
-    if (name == CvsObject->Modulename())
-        return;
-    if (NameChanged_ || !DirectoryExists(CvsObject->WorkingDirectory()))
+    if ((NameChanged_ || SavesShownName_) && name != CvsObject->Modulename())
         CvsObject->Set_Modulename(name);
 }
 

@@ -15,11 +15,16 @@ public:
     void LoadFormData() override;
     /// The same for a dialog of its own, which keeps its buttons.
     void LoadFormData2();
-    /// The form edits a project's properties: nothing has to be there yet.
+    /// The form edits a project's properties: the repository need not be there yet.
     void SetPropertyMode() { PropertyMode_ = true; }
+    /// The project does not exist yet: its name is the one shown, whether the user changes it or
+    /// not. Otherwise only a name that the user has changed is taken.
+    void SetSavesShownName() { SavesShownName_ = true; }
     void SaveFormData() override;
     /// The settings reach the object as soon as the user goes on.
     void OnNextForm() override;
+    /// Looks whether the input can do: in a wizard, whether a local repository is there.
+    void CheckCVSDir(const std::string& path);
 
 protected:
     /// Leaves only what makes the connection.
@@ -33,12 +38,12 @@ private:
     void Timer1Timer();
     void Timer2Timer();
     void ShowRoot();
-    void CheckCVSDir(const std::string& path);
     void SaveModulename();
     TConnectionType ConnectionType() const;
 
     bool PropertyMode_ = false;
     bool AsksForProject_ = true;
+    bool SavesShownName_ = false;
     std::string LoadedName_;
     bool NameChanged_ = false;
     TField<framework::TComboBox> ComboBox1_;

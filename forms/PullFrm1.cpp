@@ -42,9 +42,13 @@ void TChechOut_Frm1::SaveFormData() {
 }
 
 bool PullProject_Prepare(TCvsObject& CvsObject) {
+    const auto preferences = []() -> TFrameDetForm& {
+        auto& form = Application().CreateForm<TPreferences_Form>();
+        form.SetSavesShownName();
+        return form;
+    };
     return Show_Frames("Pull project from CVS",
-                       {NewForm<TChechOut_Frm1>, NewForm<TPreferences_Form>, NewForm<TStiky_Frm>},
-                       CvsObject);
+                       {NewForm<TChechOut_Frm1>, preferences, NewForm<TStiky_Frm>}, CvsObject);
 }
 
 }  // namespace tandrel

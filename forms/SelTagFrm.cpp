@@ -20,6 +20,13 @@ std::unique_ptr<TSelect_TagFrm> Select_TagFrm;
 class TSelection {
 public:
     explicit TSelection(TCvsObject& cvs) { Select_TagFrm = std::make_unique<TSelect_TagFrm>(cvs); }
+    /// Whether one can be opened; tells when not.
+    static bool IsFree(TCvsObject& cvs) {
+        if (Select_TagFrm)
+            cvs.MessageProc("%s failed,reason the selection is already open ",
+                            {Select_TagFrm->Text()});
+        return !Select_TagFrm;
+    }
     ~TSelection() { Select_TagFrm.reset(); }
     TSelection(const TSelection&) = delete;
     TSelection& operator=(const TSelection&) = delete;
@@ -116,6 +123,8 @@ void TSelect_TagFrm::FillDates() {
 }
 
 void Get_ProjectTag(TCvsObject& CvsObject, TTagShowOption Option, std::string& Name) {
+    if (!TSelection::IsFree(CvsObject))
+        return;
     const TSelection selection(CvsObject);
     selection->LoadTag(Option);
     if (const TListRow* row = selection.Choose())
@@ -123,6 +132,8 @@ void Get_ProjectTag(TCvsObject& CvsObject, TTagShowOption Option, std::string& N
 }
 
 TDateTime Get_FileRevDate(TCvsObject& CvsObject) {
+    if (!TSelection::IsFree(CvsObject))
+        return 0;
     const TSelection selection(CvsObject);
     selection->LoadRevData();
     const TListRow* row = selection.Choose();

@@ -135,15 +135,15 @@ void TStatusBrowser_Form::BindEvents() {
     TreeView1_->OnNodeColor = [](TTreeViewNode& node) { return NodeColour(ItemOf(node.Data())); };
     ListView1_->OnRowColor = RowColour;
     ListView1_->OnSelectItem = [this](TObject*) { Timer2_->Restart(); };
-    ListView1_->OnDblClick = [this](TObject*) { ListView1DblClick(); };
-    PageControl1_->OnChange = [this](TObject*) { PageControl1Change(); };
+    ListView1_->OnDblClick = [this](TObject* sender) { ListView1DblClick(sender); };
+    PageControl1_->OnChange = [this](TObject* sender) { PageControl1Change(sender); };
     PageControl1_->OnChanging = [this](bool& allow) {
         allow = std::any_of(Pages_.begin(), Pages_.end(),
                             [](const TPage& page) { return page.Sheet->Enabled(); });
     };
-    RefreschF51_->OnClick = [this](TObject*) { RefreschF51Click(); };
+    RefreschF51_->OnClick = [this](TObject* sender) { RefreschF51Click(sender); };
     for (TPage& page : Pages_)
-        page.Item->OnClick = [this, &page](TObject*) { StatusItemClick(*page.Item); };
+        page.Item->OnClick = [this](TObject* sender) { StatusItemClick(sender); };
     OnKeyPreview = [this](WPARAM key) { return KeyPressed(key); };
     Pages_[StatusPage].Edit->OnKeyUp = [this](WPARAM key) {
         if (key == VK_F5)
@@ -240,8 +240,10 @@ TWorkDirItem* TStatusBrowser_Form::SelectedInTree() const {
 
 void TStatusBrowser_Form::Timer1Timer() {
     TWorkDirItem* const item = SelectedInTree();
-    if (!item)
-        return LoadRootLw();
+    if (!item) {
+        LoadRootLw();
+        return DisablePages();
+    }
     item->OnSelect(ListView1_->Rows());
     if (item->IsDirectory)
         return;
@@ -249,7 +251,7 @@ void TStatusBrowser_Form::Timer1Timer() {
     Timer2_->Restart();
 }
 
-void TStatusBrowser_Form::ListView1DblClick() {
+void TStatusBrowser_Form::ListView1DblClick(TObject*) {
     TWorkDirItem* const item = SelectedInList();
     if (!item)
         return;
@@ -264,7 +266,7 @@ void TStatusBrowser_Form::ListView1DblClick() {
 
 // --- the pages --------------------------------------------------------------------------------
 
-void TStatusBrowser_Form::Timer2Timer() {
+void TStatusBrowser_Form::Timer2Timer(TObject*) {
     TPage& diff = Pages_[DiffPage];
     Pages_[StatusPage].Sheet->SetEnabled(false);
     Pages_[LogPage].Sheet->SetEnabled(false);
@@ -279,14 +281,25 @@ void TStatusBrowser_Form::Timer2Timer() {
         page.Sheet->SetEnabled(stored && page.Item->Checked());
     }
     const bool hasDiff = item->InRepository && item->Changed && diff.Item->Checked();
-    if (!hasDiff && PageControl1_->ActivePageIndex() == DiffPage)
-        PageControl1_->SetActivePageIndex(LogPage);
-    diff.Sheet->SetEnabled(hasDiff);
-    diff.Sheet->SetTabVisible(hasDiff);
+    EnableDiff(hasDiff);
     LoadFileData(*item);
     if (hasDiff)
         HighlightDiffText();
     ::InvalidateRect(PageControl1_->Handle(), nullptr, FALSE);
+}
+
+void TStatusBrowser_Form::EnableDiff(bool enabled) {
+    if (!enabled && PageControl1_->ActivePageIndex() == DiffPage)
+        PageControl1_->SetActivePageIndex(LogPage);
+    Pages_[DiffPage].Sheet->SetEnabled(enabled);
+    Pages_[DiffPage].Sheet->SetTabVisible(enabled);
+}
+
+void TStatusBrowser_Form::DisablePages() {
+    Timer2_->SetEnabled(false);
+    Pages_[StatusPage].Sheet->SetEnabled(false);
+    Pages_[LogPage].Sheet->SetEnabled(false);
+    EnableDiff(false);
 }
 
 void TStatusBrowser_Form::LoadFileData(TWorkDirItem& item) {
@@ -304,7 +317,7 @@ void TStatusBrowser_Form::HighlightDiffText() {
     edit.ColorRanges(ranges);
 }
 
-void TStatusBrowser_Form::PageControl1Change() {
+void TStatusBrowser_Form::PageControl1Change(TObject*) {
     TWorkDirItem* const item = SelectedInList();
     const int index = PageControl1_->ActivePageIndex();
     if (!item || index < 0)
@@ -317,7 +330,7 @@ void TStatusBrowser_Form::PageControl1Change() {
         HighlightDiffText();
 }
 
-void TStatusBrowser_Form::RefreschF51Click() {
+void TStatusBrowser_Form::RefreschF51Click(TObject*) {
     struct TForced {
         explicit TForced(bool& flag) : Flag(flag) { Flag = true; }
         ~TForced() { Flag = false; }
@@ -327,7 +340,8 @@ void TStatusBrowser_Form::RefreschF51Click() {
     Timer2Timer();
 }
 
-void TStatusBrowser_Form::StatusItemClick(TMenuItem& clicked) {
+void TStatusBrowser_Form::StatusItemClick(TObject* Sender) {
+    auto& clicked = dynamic_cast<TMenuItem&>(*Sender);
     clicked.SetChecked(!clicked.Checked());
     for (TPage& page : Pages_)
         page.Sheet->SetEnabled(page.Item->Checked());

@@ -24,6 +24,25 @@ public:
     bool StatusOk() override;
     void LoadFormData() override;
 
+    /// Fills the tree's first level from the object's model.
+    void LoadRootNodes();
+    /// Fills the list from the model's first level.
+    void LoadRootLw();
+    /// Brings the pages up to date with what is selected.
+    void Timer2Timer(framework::TObject* Sender = nullptr);
+    /// Loads the pages that are wanted.
+    void LoadFileData(TWorkDirItem& item);
+    /// Colours the comparison.
+    void HighlightDiffText();
+    /// Loads the page that is shown, if nothing stands on it.
+    void PageControl1Change(framework::TObject* Sender = nullptr);
+    /// Opens what the selected row stands for.
+    void ListView1DblClick(framework::TObject* Sender = nullptr);
+    /// Asks the client anew for all pages that are wanted.
+    void RefreschF51Click(framework::TObject* Sender = nullptr);
+    /// Turns the wish for a page. @param Sender its entry of the menu.
+    void StatusItemClick(framework::TObject* Sender);
+
 private:
     /// One of the three pages under the list.
     struct TPage {
@@ -39,18 +58,12 @@ private:
     void AddPages(framework::TControl& parent);
     void BindEvents();
 
-    void LoadRootNodes();
-    void LoadRootLw();
     bool TreeView1Expanding(framework::TTreeViewNode& node);
     void NodeDeleted(framework::TTreeViewNode& node);
     void Timer1Timer();
-    void Timer2Timer();
-    void LoadFileData(TWorkDirItem& item);
-    void HighlightDiffText();
-    void PageControl1Change();
-    void ListView1DblClick();
-    void RefreschF51Click();
-    void StatusItemClick(framework::TMenuItem& clicked);
+    void EnableDiff(bool enabled);
+    /// Nothing is selected that the pages could tell of.
+    void DisablePages();
     bool KeyPressed(WPARAM key);
     TWorkDirItem* SelectedInList() const;
     TWorkDirItem* SelectedInTree() const;

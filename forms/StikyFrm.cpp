@@ -45,6 +45,7 @@ void TStiky_Frm::LoadFormData() {
 }
 
 void TStiky_Frm::Evaluate() {
+    Timer1_->SetEnabled(false);
     const int type = ComboBox1_->ItemIndex();
     const auto apply = [](const TField<TEdit>& field, TButton& scan, bool applies) {
         field.Label->SetEnabled(applies);

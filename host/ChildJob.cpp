@@ -1,7 +1,5 @@
 #include "host/ChildJob.h"
 
-#include "framework/base/exceptions.h"
-
 namespace host {
 
 bool TChildJob::EndWithUs(bool end) {
@@ -11,17 +9,16 @@ bool TChildJob::EndWithUs(bool end) {
                                      sizeof limits) != FALSE;
 }
 
-TChildJob::TChildJob() : Job_(::CreateJobObjectW(nullptr, nullptr)) {
-    if (!Job_)
-        framework::RaiseLastOSError();
+TChildJob::TChildJob(TAssign assign) : Job_(::CreateJobObjectW(nullptr, nullptr)) {
     // The process itself: what it starts then belongs to the job from the first moment. When the
     // process is killed, the only handle goes with it, and with the handle everything in the job.
-    if (!EndWithUs(true) || !::AssignProcessToJobObject(Job_.Get(), ::GetCurrentProcess()))
-        framework::RaiseLastOSError();
+    if (Job_ && (!EndWithUs(true) || !assign(Job_.Get(), ::GetCurrentProcess())))
+        Job_.Reset();
 }
 
 TChildJob::~TChildJob() {
-    EndWithUs(false);
+    if (Job_)
+        EndWithUs(false);
 }
 
 }  // namespace host

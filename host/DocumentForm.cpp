@@ -55,6 +55,7 @@ void TDocumentForm::AddControls() {
 
 void TDocumentForm::Load(const std::string& bytes) {
     Loading_ = true;
+    OnDisk_ = bytes;
     UnixLines_ = bytes.find('\n') != std::string::npos && bytes.find("\r\n") == std::string::npos;
     Memo1_->SetText(bytes);
     Loading_ = false;
@@ -82,11 +83,28 @@ bool TDocumentForm::Save() {
             return false;
         Path_ = path;
         Title_ = ExtractFileName(path);
+    } else if (FileExists(Path_) && ReadFileBytes(Path_) != OnDisk_ &&
+               !DialogFunctions().AskRisk(
+                   Title_, Path_ +
+                               "\r\nhas changed on disk since it was opened here. Write this text "
+                               "over it?")) {
+        return false;
     }
-    WriteFileBytes(Path_, Bytes());
+    OnDisk_ = Bytes();
+    WriteFileBytes(Path_, OnDisk_);
     Modified_ = false;
     ShowCaption();
     return true;
+}
+
+void TDocumentForm::MovedTo(const std::string& path) {
+    Path_ = path;
+    Title_ = ExtractFileName(path);
+    ShowCaption();
+}
+
+void TDocumentForm::SaveCopy(const std::string& path) const {
+    WriteFileBytes(path, Bytes());
 }
 
 void TDocumentForm::Reload() {

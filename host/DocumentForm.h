@@ -20,9 +20,13 @@ public:
     /// Empty for a text that has no file yet.
     const std::string& Path() const { return Path_; }
     bool Modified() const { return Modified_; }
-    /// Writes the text; asks for a file when there is none. False when the user gave up. Raises
-    /// framework::EInOutError.
+    /// Writes the text; asks for a file when there is none, and before it writes over what somebody
+    /// else has written meanwhile. False when the user gave up. Raises framework::EInOutError.
     bool Save();
+    /// The file is another one from now on, with the same text.
+    void MovedTo(const std::string& path);
+    /// Writes the text to another file; the form stays as it is. Raises framework::EInOutError.
+    void SaveCopy(const std::string& path) const;
     /// Shows the file as it is now, unless the user has changed the text.
     void Reload();
     /// Asks whether changes are to be saved, and hides the form: its owner frees it. It stays when
@@ -40,6 +44,7 @@ private:
 
     std::string Path_;
     std::string Title_;
+    std::string OnDisk_;      // the file as it was read or written last
     bool UnixLines_ = false;  // lines end in LF alone
     bool Modified_ = false;
     bool Loading_ = false;

@@ -25,6 +25,8 @@ public:
 
     void Save(std::vector<TInput>& inputs) const {
         for (std::size_t i = 0; i < inputs.size(); ++i) {
+            if (inputs[i].Kind == TInput::Note)
+                continue;
             const auto* box = dynamic_cast<TCheckBox*>(Controls_[i]);
             const auto* list = dynamic_cast<TComboBox*>(Controls_[i]);
             inputs[i].Value = box    ? (box->Checked() ? "1" : "")
@@ -39,6 +41,8 @@ private:
 
     void AddInput(const TInput& input) {
         const std::string name = "Input" + std::to_string(Controls_.size() + 1);
+        if (input.Kind == TInput::Note)
+            return AddNote(name, input.Value);
         if (input.Kind != TInput::Flag) {
             auto& label = Make<TLabel>("", *this, input.Label);
             label.SetBounds(Scale(Margin), Scale(Top_ + 3), label.Width(), label.Height());
@@ -55,12 +59,21 @@ private:
                 list.SetItemIndex(static_cast<int>(at - input.Items.begin()));
                 return Place(list, Margin + LabelWidth, Width - 2 * Margin - LabelWidth);
             }
+            case TInput::Note:
+                return;
             case TInput::Text: {
                 auto& edit = Make<TEdit>(name, *this);
                 edit.SetText(input.Value);
                 return Place(edit, Margin + LabelWidth, Width - 2 * Margin - LabelWidth);
             }
         }
+    }
+
+    void AddNote(const std::string& name, const std::string& text) {
+        auto& label = Make<TLabel>(name, *this, text, Scale(Width - 2 * Margin));
+        label.SetBounds(Scale(Margin), Scale(Top_), label.Width(), label.Height());
+        Controls_.push_back(&label);
+        Top_ += ::MulDiv(label.Height(), 96, Scale(96)) + TDialogSizes::Gap;
     }
 
     void Place(TControl& control, int left, int width) {

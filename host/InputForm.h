@@ -9,10 +9,10 @@ namespace host {
 
 /// One thing that an input form asks for.
 struct TInput {
-    enum TKind { Text, Flag, Choice };
+    enum TKind { Text, Flag, Choice, Note };
     TKind Kind = Text;
     std::string Label;
-    std::string Value;               ///< The text; "1" for a flag that is set.
+    std::string Value;               ///< The text, which a note only shows; "1" for a set flag.
     std::vector<std::string> Items;  ///< Of a choice, whose value is one of them.
 };
 

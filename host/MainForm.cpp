@@ -15,6 +15,7 @@
 #include "framework/ui/image_list.h"
 #include "framework/ui/labels.h"
 #include "host/InputForm.h"
+#include "host/Programs.h"
 
 namespace host {
 
@@ -26,10 +27,13 @@ namespace {
 constexpr const char* Title = "Tandrel";
 
 TWorkDirItem* ItemOf(TObject* data) {
-    return static_cast<TWorkDirItem*>(data);
+    return dynamic_cast<TWorkDirItem*>(data);
 }
 
-std::optional<COLORREF> ColourOf(const TWorkDirItem& item) {
+std::optional<COLORREF> ColourOf(TObject* data) {
+    if (dynamic_cast<const TMissingFile*>(data))
+        return RGB(160, 96, 0);
+    const TWorkDirItem& item = *ItemOf(data);
     if (!item.Included)
         return RGB(128, 128, 128);
     if (!item.InRepository)
@@ -40,25 +44,26 @@ std::optional<COLORREF> ColourOf(const TWorkDirItem& item) {
 }  // namespace
 
 TMainForm::TMainForm(TSettings& settings, const TPackageRegistry& packages)
-    : TForm(Title, TFormBorder::Main), Settings_(settings), Packages_(packages) {
+    : TForm(Title, TFormBorder::Main),
+      Settings_(settings),
+      Packages_(packages),
+      WholeOutput_(settings.DataFolder("Output")),
+      Recovery_(settings.DataFolder("Recovered")) {
     Application().SetMainWindow(Handle());
-    // None in a program that has no icon.
-    const HMODULE program = ::GetModuleHandleW(nullptr);
-    for (const auto& [kind, size] : {std::pair{ICON_BIG, SM_CXICON}, {ICON_SMALL, SM_CXSMICON}})
-        ::SendMessageW(Handle(), WM_SETICON, static_cast<WPARAM>(kind),
-                       reinterpret_cast<LPARAM>(::LoadImageW(program, MAKEINTRESOURCEW(1),
-                                                             IMAGE_ICON, ::GetSystemMetrics(size),
-                                                             ::GetSystemMetrics(size), LR_SHARED)));
     AddControls();
     BindTools();
     BuildMenu();
     ShowProject();
+    Tell(Recovery_.Notice());
 }
 
 TMainForm::~TMainForm() {
     for (TDocumentForm* document : Documents_)
         document->Free();
-    // The menu must go before the window, the projects before what they tell to.
+    DeletePreviews();
+    // What shows the model goes before it, the menu before the window, the projects before what
+    // they tell to.
+    ClearViews();
     Projects_.clear();
     FreeComponents();
 }
@@ -84,6 +89,7 @@ void TMainForm::AddControls() {
     Make<TSplitter>("Splitter1", *this, files, TAlign::Top, 80);
     Output_ = &Make<TRichEdit>("Output", *this);
     Output_->SetReadOnly(true);
+    Pane_.emplace(*Output_);
     Output_->SetAlign(TAlign::Client);
 
     Tree_ = &Make<TTreeView>("Tree", files);
@@ -106,7 +112,7 @@ void TMainForm::AddControls() {
         if (item && item->TreeNode == &node)
             item->TreeNode = nullptr;
     };
-    List_->OnRowColor = [](const TListRow& row) { return ColourOf(*ItemOf(row.Data)); };
+    List_->OnRowColor = [](const TListRow& row) { return ColourOf(row.Data); };
     List_->OnSelectItem = [this](TObject*) { EnableMenu(); };
     List_->OnDblClick = [this](TObject*) { OpenSelection(); };
 }
@@ -120,24 +126,45 @@ void TMainForm::OpenProject(const std::string& folder) {
         Settings_.Forget(path);
         return ShowRecent();
     }
+    bool isNew = false;
     auto at = std::find_if(Projects_.begin(), Projects_.end(),
                            [&](const auto& open) { return SameText(open->Folder(), path); });
     if (at == Projects_.end()) {
         Projects_.push_back(std::make_unique<TProject>(*this, Settings_, path));
         at = Projects_.end() - 1;
-        if ((*at)->HasPending())
-            Tell("Commands of " + path +
-                 " wait for the server: they run when it is next set "
-                 "off-line and on-line again.\r\n");
+        isNew = true;
     }
     Settings_.Remember(path);
     TurnTo(static_cast<std::size_t>(at - Projects_.begin()));
+    if (isNew)
+        TellWhatWaits(*Current_);
+}
+
+void TMainForm::TellWhatWaits(TProject& project) {
+    const std::vector<TKeptCommand> waiting = project.Waiting();
+    if (!project.Online())
+        Tell("The server counts as off-line. Additions and removals are kept for later.\r\n");
+    if (waiting.empty())
+        return;
+    constexpr std::size_t MostShown = 10;
+    std::string commands;
+    for (std::size_t i = 0; i < std::min(waiting.size(), MostShown); ++i)
+        commands += "    " + waiting[i].Description() + "\r\n";
+    if (waiting.size() > MostShown)
+        commands += "    and " + std::to_string(waiting.size() - MostShown) + " more\r\n";
+    Tell("For the server of " + project.Folder() + " there wait:\r\n" + commands);
+    if (!AskYesNo("For the server there wait:\r\n" + commands +
+                  (project.Online() ? "Run them now?" : "Go on-line and run them now?")))
+        return;
+    if (project.Online())
+        RunWaiting();
+    else
+        ToggleOnline();
 }
 
 void TMainForm::TurnTo(std::size_t index) {
     // The files shown are those of the project before: they go first.
-    List_->Rows().Clear();
-    Tree_->Clear();
+    ClearViews();
     Current_ = index < Projects_.size() ? Projects_[index].get() : nullptr;
     ShowProject();
 }
@@ -146,8 +173,7 @@ void TMainForm::CloseProject() {
     if (!Current_ || Current_->Running() || !SaveDocuments())
         return;
     Current_->Save();
-    List_->Rows().Clear();
-    Tree_->Clear();
+    ClearViews();
     std::erase_if(Projects_, [&](const auto& open) { return open.get() == Current_; });
     TurnTo(0);
 }
@@ -168,7 +194,20 @@ void TMainForm::ShowProject() {
     ShowFiles();
 }
 
+void TMainForm::ClearList() {
+    List_->Rows().Clear();
+    Missing_.clear();
+}
+
+void TMainForm::ClearViews() {
+    // Clearing the tree moves its selection, which would fill the list again.
+    Showing_ = false;
+    ClearList();
+    Tree_->Clear();
+}
+
 void TMainForm::ShowFiles() {
+    Showing_ = true;
     if (Current_) {
         const TTreeUpdate update(*Tree_);
         Tree_->Clear();
@@ -200,33 +239,49 @@ bool TMainForm::Expand(TTreeViewNode& node) {
     return allow;
 }
 
+void TMainForm::AddRows(const std::string& folder, TWorkDirTree& items) {
+    for (TWorkDirItem& entry : items)
+        AddLwItems(List_->Rows(), entry);
+    Missing_ = FindMissingFiles(folder, items);
+    for (const auto& file : Missing_)
+        AddMissingRow(List_->Rows(), *file);
+}
+
 void TMainForm::ShowList() {
     TTreeViewNode* const node = Tree_->Selected();
     TWorkDirItem* const item = node ? ItemOf(node->Data()) : nullptr;
     {
         const TListUpdate update(List_->Rows());
-        List_->Rows().Clear();
-        if (item)
-            item->OnSelect(List_->Rows());
+        ClearList();
+        if (!Showing_)
+            return;
+        if (item && !item->IsDirectory)
+            AddLwItems(List_->Rows(), *item);
+        else if (item)
+            AddRows(SlashSep(item->Directory, item->Name), *item->Children);
         else if (Current_)
-            for (TWorkDirItem& entry : Current_->Cvs().WorkDirTree)
-                AddLwItems(List_->Rows(), entry);
+            AddRows(Current_->Folder(), Current_->Cvs().WorkDirTree);
     }
     EnableMenu();
 }
 
-TWorkDirItem* TMainForm::SelectedItem() const {
-    if (const TListRow* row = List_->Selected())
-        return ItemOf(row->Data);
+std::optional<TMainForm::TSelected> TMainForm::Selected() const {
+    const TListRow* const row = List_->Selected();
+    if (row)
+        if (const auto* file = dynamic_cast<const TMissingFile*>(row->Data))
+            return TSelected{SlashSep(file->Directory, file->Name), false};
     const TTreeViewNode* const node = Tree_->Selected();
-    return node ? ItemOf(node->Data()) : nullptr;
+    const TWorkDirItem* const item = row    ? ItemOf(row->Data)
+                                     : node ? ItemOf(node->Data())
+                                            : nullptr;
+    if (!item)
+        return {};
+    return TSelected{SlashSep(item->Directory, item->Name), item->IsDirectory};
 }
 
 std::vector<std::string> TMainForm::Selection() const {
-    const TWorkDirItem* const item = SelectedItem();
-    if (!item)
-        return {};
-    return {SlashSep(item->Directory, item->Name)};
+    const auto selected = Selected();
+    return selected ? std::vector{selected->Path} : std::vector<std::string>{};
 }
 
 // --- documents --------------------------------------------------------------------------------
@@ -272,6 +327,8 @@ void TMainForm::ReloadDocuments() {
 }
 
 bool TMainForm::SaveDocuments() {
+    if (Busy_ && std::exchange(AskedToSave_, true))
+        return true;
     ForgetClosedDocuments();
     for (TDocumentForm* document : Documents_)
         if (document->Modified() && AskYesNo("Save the changes to " + document->Text() + "?") &&
@@ -283,7 +340,30 @@ bool TMainForm::SaveDocuments() {
 // --- what projects ask ------------------------------------------------------------------------
 
 void TMainForm::Tell(const std::string& text) {
-    Output_->Append(text);
+    WholeOutput_.Add(text);
+    Pane_->Add(text);
+    if (!Busy_)
+        Pane_->Flush();
+}
+
+bool TMainForm::AskRisk(const std::string& question) {
+    return DialogFunctions().AskRisk(Title, question);
+}
+
+std::string TMainForm::AskForClient() {
+    std::vector<std::string> looked;
+    std::string client = FindClient(Settings_, &looked);
+    if (!client.empty())
+        return client;
+    std::string where;
+    for (const std::string& folder : looked)
+        where += (where.empty() ? "" : "; ") + folder;
+    Tell("There is no CVS client: cvs.exe was looked for in " + where + "\r\n");
+    if (!AskYesNo("There is no CVS client (cvs.exe) in the folders of the PATH. Choose one?") ||
+        !DialogFunctions().OpenFile("CVS client|cvs*.exe|Programs|*.exe", client))
+        return {};
+    Settings_.SetClient(client);
+    return client;
 }
 
 bool TMainForm::AskYesNo(const std::string& question) {
@@ -315,6 +395,24 @@ void TMainForm::CloseQuery() {
     for (const auto& project : Projects_)
         project->Save();
     Application().Terminate();
+}
+
+bool TMainForm::QueryEndSession() {
+    const bool unsaved = std::any_of(Documents_.begin(), Documents_.end(),
+                                     [](const auto* document) { return document->Modified(); });
+    ::ShutdownBlockReasonDestroy(Handle());
+    if (!Busy_ && !unsaved)
+        return true;
+    // The user sees the reason, and can go back or go on without us.
+    ::ShutdownBlockReasonCreate(
+        Handle(), Busy_ ? L"A command is running." : L"There are documents that are not saved.");
+    return false;
+}
+
+void TMainForm::EndSession() {
+    for (const auto& project : Projects_)
+        project->Save();
+    Recovery_.Write(Documents_);
 }
 
 void TMainForm::CloseIfPending() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -13,7 +14,11 @@
 #include "framework/ui/splitter.h"
 #include "framework/ui/tree_view.h"
 #include "host/DocumentForm.h"
+#include "host/KeptOutput.h"
+#include "host/MissingFiles.h"
+#include "host/OutputPane.h"
 #include "host/Project.h"
+#include "host/Recovery.h"
 #include "host/Settings.h"
 #include "tools/Tools_obj.h"
 
@@ -32,6 +37,8 @@ public:
     TProject* Project() const { return Current_; }
     /// Runs an operation of the project at hand, and shows what has become of the files.
     void Operate(const std::function<bool(tandrel::TCvsObject&)>& operation, bool onSelection);
+    /// Does something else with the project at hand, likewise.
+    void Busily(const std::function<void(TProject& project)>& action);
     /// The list entry and tree node chosen, as full paths; the project itself counts as nothing.
     std::vector<std::string> Selection() const;
 
@@ -40,11 +47,16 @@ public:
     bool SaveDocuments() override;
     bool AskForTags(std::string& vendor, std::string& release) override;
     bool AskYesNo(const std::string& question) override;
+    bool AskRisk(const std::string& question) override;
+    std::string AskForClient() override;
+    void ShowTold() override { Pane_->Flush(); }
 
 private:
     // --- the window (MainForm.cpp)
     void AddControls();
     void CloseQuery() override;
+    bool QueryEndSession() override;
+    void EndSession() override;
     /// Closes the window when the user wanted to while something was running.
     void CloseIfPending();
     void TurnTo(std::size_t index);
@@ -53,7 +65,18 @@ private:
     void ShowFiles();
     void ShowList();
     bool Expand(framework::TTreeViewNode& node);
-    tandrel::TWorkDirItem* SelectedItem() const;
+    /// Offers to run what waits for the server, or tells that it waits.
+    void TellWhatWaits(TProject& project);
+    /// Empties the views: they show items of the model, which is about to be built anew.
+    void ClearViews();
+    void ClearList();
+    void AddRows(const std::string& folder, tandrel::TWorkDirTree& items);
+    /// What is chosen: a file or folder of the model, or a missing file.
+    struct TSelected {
+        std::string Path;
+        bool IsDirectory = false;
+    };
+    std::optional<TSelected> Selected() const;
     void OpenDocument(const std::string& path);
     TDocumentForm* FindDocument(const std::string& path) const;
     void ForgetClosedDocuments();
@@ -68,7 +91,12 @@ private:
     void ShowRecent();
     bool CanRun(const TMenuCommand& command) const;
     void Run(const TMenuCommand& command);
+    void RunWaiting();
     void Import();
+    void CheckOut();
+    void Export();
+    void CompareModule();
+    void AskForPreferences();
     void AskForFolder();
     void AskForFile();
     void Refresh();
@@ -80,13 +108,18 @@ private:
     void IgnoreSelection();
     void OpenSelection();
     void ShowAbout();
+    void ShowWholeOutput();
+    void TakeOut();
 
     // --- the tools (ToolMenu.cpp)
     void BindTools();
     void ShowTools();
     void RunTool(int index);
+    void RunTool(tandrel::TCommands& tools, int index);
     void ConfigureTools();
     void PublishMacros();
+    bool MayRunTool(const tandrel::TCommand& tool);
+    void DeletePreviews();
 
     TSettings& Settings_;
     const framework::TPackageRegistry& Packages_;
@@ -96,6 +129,8 @@ private:
     tandrel::TToolsClass Tools_;
     bool ClosePending_ = false;
     bool Busy_ = false;
+    bool AskedToSave_ = false;  // for the command at hand
+    bool Showing_ = true;       // the model is there for the views to show
 
     /// Something runs as long as it lives.
     struct TBusy {
@@ -113,7 +148,12 @@ private:
     framework::TComboBox* ProjectList_;
     framework::TTreeView* Tree_;
     framework::TListView* List_;
+    TMissingFiles Missing_;  // what rows of the list show
     framework::TRichEdit* Output_;
+    std::optional<TOutputPane> Pane_;  // what Output_ shows
+    TKeptOutput WholeOutput_;
+    TRecovery Recovery_;
+    std::vector<std::string> Previews_;  // files of tools, to be deleted
 };
 
 }  // namespace host

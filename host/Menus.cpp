@@ -13,6 +13,8 @@
 #include "framework/ui/dialogs.h"
 #include "host/InputForm.h"
 #include "host/MainForm.h"
+#include "host/PasswordMask.h"
+#include "host/Programs.h"
 
 namespace host {
 
@@ -58,26 +60,6 @@ std::string FullName(const std::string& typed, const std::string& folder) {
     return typed.empty() || isFull ? typed : SlashSep(folder, typed);
 }
 
-/// Makes another folder the working directory while it lives.
-class TElsewhere {
-public:
-    TElsewhere(TCvsObject& cvs, const std::string& folder)
-        : Cvs_(cvs), Root_(cvs.ProjectRoot()), Module_(cvs.Modulename()) {
-        Cvs_.Set_Modulename("");
-        Cvs_.Set_ProjectRoot(folder);
-    }
-    ~TElsewhere() {
-        Cvs_.Set_ProjectRoot(Root_);
-        Cvs_.Set_Modulename(Module_);
-    }
-    TElsewhere(const TElsewhere&) = delete;
-    TElsewhere& operator=(const TElsewhere&) = delete;
-
-private:
-    TCvsObject& Cvs_;
-    const std::string Root_, Module_;
-};
-
 /// Adds what an ignore list holds, which would be lost when it is written anew; without its own
 /// name and `except`, which come anyway.
 void AddIgnored(TFileItems& items, const std::string& list, const std::string& except) {
@@ -86,7 +68,7 @@ void AddIgnored(TFileItems& items, const std::string& list, const std::string& e
     auto file = TTextFile::Reset(list);
     for (std::string line; file.ReadLine(line);) {
         const std::string name = Trim(line);
-        if (!name.empty() && name != IgnoreFileName && name != except)
+        if (!name.empty() && !SameText(name, IgnoreFileName) && name != except)
             items.AddExt(name, true, Km_none);
     }
 }
@@ -111,6 +93,7 @@ const std::vector<TMainForm::TMenuCommand>& TMainForm::Commands() {
         {"&File", "Open &file...", Nothing, none, &F::AskForFile},
         {"&File", "&Edit file", NeedsSelection, {'E', true}, &F::OpenSelection},
         {"&File", "&Refresh", NeedsProject, {VK_F5}, &F::Refresh},
+        {"&File", "Show &whole output", Nothing, none, &F::ShowWholeOutput},
         {"&File", "-"},
         {"&File", "E&xit", Nothing, none, [](F& form) { form.CloseQuery(); }},
 
@@ -118,12 +101,9 @@ const std::vector<TMainForm::TMenuCommand>& TMainForm::Commands() {
         {"&Repository", "&Place project...", NeedsUnstored, none, project(&C::PlaceProject)},
         {"&Repository", "P&ull project...", NeedsProject, none, project(&C::PullProject)},
         {"&Repository", "&Import...", NeedsProject, none, &F::Import},
-        {"&Repository", "Check &out", NeedsProject, none,
-         project([](C& cvs) { return cvs.CheckOut(true); })},
-        {"&Repository", "&Export", NeedsProject, none,
-         project([](C& cvs) { return cvs.Export_cmd(true); })},
-        {"&Repository", "&Take out of version control", NeedsStored, none,
-         project(&C::RemoveProjectFrom)},
+        {"&Repository", "Check &out", NeedsProject, none, &F::CheckOut},
+        {"&Repository", "&Export...", NeedsProject, none, &F::Export},
+        {"&Repository", "&Take out of version control", NeedsStored, none, &F::TakeOut},
         {"&Repository", "-"},
         {"&Repository", "&Log in...", NeedsServer, none,
          project([](C& cvs) { return cvs.Login(true); })},
@@ -132,7 +112,7 @@ const std::vector<TMainForm::TMenuCommand>& TMainForm::Commands() {
         {"&Repository", "&Server is on-line", NeedsProject, none, &F::ToggleOnline},
         {"&Repository", "-"},
         {"&Repository", "Optio&ns...", NeedsProject, none, &F::AskForOptions},
-        {"&Repository", "P&references...", NeedsProject, none, project(&C::Preferences)},
+        {"&Repository", "P&references...", NeedsProject, none, &F::AskForPreferences},
 
         {"&Working copy",
          "&Status browser...",
@@ -158,19 +138,14 @@ const std::vector<TMainForm::TMenuCommand>& TMainForm::Commands() {
         {"&Working copy", "Lo&g", NeedsStored, none, project(&C::Log)},
         {"&Working copy", "Log of the &module", NeedsStored, none, project(&C::RLog)},
         {"&Working copy", "C&hanges", NeedsStored, none, project(&C::Diff)},
-        {"&Working copy", "Changes of the m&odule", NeedsStored, none, project([](C& cvs) {
-             cvs.StikyType = stHead;
-             return cvs.Rdiff();
-         })},
+        {"&Working copy", "Changes of the m&odule...", NeedsStored, none, &F::CompareModule},
         {"&Working copy", "Histor&y", NeedsStored, none, project(&C::History)},
 
         {"&Selection", "&Add", NeedsStoredSelection, none, file(&C::Add)},
         {"&Selection", "&Remove", NeedsStoredFile, none, file(&C::Remove)},
         {"&Selection", "Remove and &delete", NeedsStoredFile, none, file([](C& cvs) {
              cvs.DeleteLocalFiles = true;
-             const bool done = cvs.Remove();
-             cvs.DeleteLocalFiles = false;
-             return done;
+             return cvs.Remove();
          })},
         {"&Selection", "&Move...", NeedsStoredFile, none, &F::AskForNewName},
         {"&Selection", "&Ignore", NeedsSelection, none, &F::IgnoreSelection},
@@ -237,10 +212,10 @@ bool TMainForm::CanRun(const TMenuCommand& command) const {
         return false;
     if (Has(needs, NeedsServer) && Current_->Cvs().ConnectionType != cnPServer)
         return false;
-    const TWorkDirItem* const item = SelectedItem();
-    if (Has(needs, NeedsStoredFile) && (!item || item->IsDirectory))
+    const auto selected = Selected();
+    if (Has(needs, NeedsStoredFile) && (!selected || selected->IsDirectory))
         return false;
-    return !Has(needs, NeedsSelection) || item;
+    return !Has(needs, NeedsSelection) || selected;
 }
 
 void TMainForm::EnableMenu() {
@@ -259,28 +234,45 @@ void TMainForm::Run(const TMenuCommand& command) {
     EnableMenu();
 }
 
-void TMainForm::Operate(const std::function<bool(TCvsObject&)>& operation, bool onSelection) {
-    if (Busy_ || !Current_)
+void TMainForm::Busily(const std::function<void(TProject& project)>& action) {
+    AskedToSave_ = false;
+    // The client reads and writes what the editors show.
+    if (Busy_ || !Current_ || !SaveDocuments())
         return;
+    AskedToSave_ = true;
     TProject& project = *Current_;
-    const std::vector<std::string> selection =
-        onSelection ? Selection() : std::vector<std::string>{};
-    // The rows show items of the model, which the operation may build anew.
-    List_->Rows().Clear();
-    Tree_->Clear();
+    ClearViews();
+    WholeOutput_.Begin();
     {
         const TBusy busy(Busy_);
-        project.Operate(operation, selection);
+        try {
+            action(project);
+        } catch (const Exception& error) {
+            // The views have to come back whatever happens.
+            Tell(MaskPasswords(error.what()) + "\r\n");
+        }
     }
+    Pane_->Flush();
+    WholeOutput_.End();
     project.Save();
     ReloadDocuments();
     ShowFiles();
     CloseIfPending();
 }
 
+void TMainForm::Operate(const std::function<bool(TCvsObject&)>& operation, bool onSelection) {
+    const std::vector<std::string> selection =
+        onSelection ? Selection() : std::vector<std::string>{};
+    Busily([&](TProject& project) { project.Operate(operation, selection); });
+}
+
+void TMainForm::RunWaiting() {
+    Busily([](TProject& project) { project.RunWaiting(); });
+}
+
 void TMainForm::Import() {
     std::string vendor = "VENDOR", release = "START";
-    if (!SaveDocuments() || !AskForTags(vendor, release))
+    if (!AskForTags(vendor, release))
         return;
     Operate(
         [&](TCvsObject& cvs) {
@@ -289,6 +281,82 @@ void TMainForm::Import() {
             return cvs.Import(true);
         },
         false);
+}
+
+void TMainForm::CheckOut() {
+    const std::string folder = Current_->Folder();
+    Operate(
+        [&](TCvsObject& cvs) {
+            // One that was checked out under another name stays there, and its neighbour of the
+            // module's name is left alone.
+            const std::string module = cvs.Modulename(), name = ExtractFileName(folder);
+            if (cvs.IsVCSStoredFlag && !cvs.UseTargetDir && !SameText(module, name)) {
+                cvs.UseTargetDir = true;
+                cvs.TargetDir = name;
+                cvs.Set_ProjectRoot(ExtractFileDir(folder));
+                cvs.Set_Modulename(module);
+            }
+            return cvs.CheckOut(true);
+        },
+        false);
+}
+
+void TMainForm::Export() {
+    // The client exports a revision that is named, never just what there is.
+    std::vector<TInput> inputs = {{TInput::Text, "Label or branch", "HEAD", {}}};
+    if (!AskFor("Export", inputs) || inputs[0].Value.empty())
+        return;
+    Operate(
+        [&](TCvsObject& cvs) {
+            cvs.StikyType = stTag;
+            cvs.StikyTag = inputs[0].Value;
+            return cvs.Export_cmd(true);
+        },
+        false);
+}
+
+void TMainForm::CompareModule() {
+    std::vector<TInput> inputs = {{TInput::Text, "From label or branch", "", {}},
+                                  {TInput::Text, "To label or branch", "HEAD", {}}};
+    if (!AskFor("Changes of the module", inputs))
+        return;
+    if (inputs[0].Value.empty())
+        return Tell("There is nothing to compare with: name a label or branch.\r\n");
+    Operate(
+        [&](TCvsObject& cvs) {
+            cvs.DiffSpec.Kind = inputs[1].Value.empty() ? dctRevision : dctTwoRevision;
+            cvs.DiffSpec.Rev1 = inputs[0].Value;
+            cvs.DiffSpec.Rev2 = inputs[1].Value;
+            return cvs.Rdiff();
+        },
+        false);
+}
+
+void TMainForm::AskForPreferences() {
+    if (!Current_->Stored())
+        return Operate(
+            [this](TCvsObject& cvs) {
+                const std::string name = cvs.Modulename();
+                const bool done = cvs.Preferences();
+                if (cvs.Modulename() != name)
+                    Tell("A project is called like its folder, " + name +
+                         ". To place it under another name, rename the folder.\r\n");
+                return done;
+            },
+            false);
+    // The records of a working copy say where it belongs; to offer that here would change nothing.
+    TCvsObject& cvs = Current_->Cvs();
+    std::vector<TInput> inputs = {
+        {TInput::Note, "", "The records of this working copy say where it belongs:", {}},
+        {TInput::Note, "", "    repository  " + MaskPasswords(cvs.CVSROOT()), {}},
+        {TInput::Note, "", "    project  " + cvs.Modulename(), {}},
+        {TInput::Text, "Patterns to ignore", cvs.CVSIGNORE(), {}},
+        {TInput::Flag, "Leave out empty folders", cvs.PruneEmptyDirs ? "1" : "", {}}};
+    if (!AskFor("Preferences", inputs))
+        return;
+    cvs.Set_CVSIGNORE(inputs[3].Value);
+    cvs.PruneEmptyDirs = inputs[4].Value == "1";
+    Current_->Save();
 }
 
 void TMainForm::AskForFolder() {
@@ -304,8 +372,7 @@ void TMainForm::AskForFile() {
 }
 
 void TMainForm::Refresh() {
-    List_->Rows().Clear();
-    Tree_->Clear();
+    ClearViews();
     Current_->Reload();
     ShowFiles();
 }
@@ -339,7 +406,11 @@ void TMainForm::AskForNewName() {
     if (!AskFor("Move " + ExtractFileName(from), inputs))
         return;
     const std::string to = FullName(inputs[0].Value, ExtractFileDir(from));
-    Operate([&](TCvsObject& cvs) { return cvs.MoveFile(from, to, true); }, false);
+    Busily([&](TProject& project) { project.Move(from, to); });
+    // Saving must not bring the old one back.
+    if (TDocumentForm* const document = FindDocument(from);
+        document && FileExists(to) && !FileExists(from))
+        document->MovedTo(to);
 }
 
 void TMainForm::IgnoreSelection() {
@@ -348,8 +419,10 @@ void TMainForm::IgnoreSelection() {
         return;
     Operate(
         [path = selection.front()](TCvsObject& cvs) {
-            // A list is about the names in its own folder.
-            const TElsewhere elsewhere(cvs, ExtractFileDir(path));
+            // A list is about the names in its own folder. The project returns to its own
+            // afterwards.
+            cvs.Set_Modulename("");
+            cvs.Set_ProjectRoot(ExtractFileDir(path));
             AddIgnored(cvs.FileItems, SlashSep(cvs.WorkingDirectory(), IgnoreFileName),
                        ExtractFileName(path));
             cvs.FileItems.AddIgnore(path);
@@ -360,21 +433,12 @@ void TMainForm::IgnoreSelection() {
 }
 
 void TMainForm::ToggleOnline() {
-    TProject& project = *Current_;
-    List_->Rows().Clear();
-    Tree_->Clear();
-    try {
-        const TBusy busy(Busy_);
-        project.SetOnline(!project.Online());
-    } catch (const Exception& error) {
-        Tell(std::string(error.what()) + "\r\n");
-    }
-    ShowFiles();
-    CloseIfPending();
+    Busily([](TProject& project) { project.SetOnline(!project.Online()); });
 }
 
 void TMainForm::AskForOptions() {
-    TProject::TOptions& options = Current_->Options;
+    TOperationState& options = Current_->Options;
+    TCvsObject& cvs = Current_->Cvs();
     std::vector<std::string> modes(TKeywModeDescr.begin(), TKeywModeDescr.end());
     std::vector<TInput> inputs = {
         {TInput::Choice, "Keywords in files", modes[options.KeywordMode], modes},
@@ -388,7 +452,8 @@ void TMainForm::AskForOptions() {
          "Taking out deletes the module from the repository",
          options.RemoveFromRepository ? "1" : "",
          {}},
-        {TInput::Flag, "Taking out keeps the ignore lists", options.KeepCvsIgnore ? "1" : "", {}}};
+        {TInput::Flag, "Taking out keeps the ignore lists", options.KeepCvsIgnore ? "1" : "", {}},
+        {TInput::Text, "Remote shell (for ssh)", cvs.CVS_RSH(), {}}};
     if (!AskFor("Options", inputs))
         return;
     const auto mode = std::find(modes.begin(), modes.end(), inputs[0].Value) - modes.begin();
@@ -398,13 +463,44 @@ void TMainForm::AskForOptions() {
     options.LocalOnly = inputs[3].Value == "1";
     options.RemoveFromRepository = inputs[4].Value == "1";
     options.KeepCvsIgnore = inputs[5].Value == "1";
+    cvs.Set_CVS_RSH(inputs[6].Value);
+    Current_->Save();
+}
+
+void TMainForm::TakeOut() {
+    TCvsObject& cvs = Current_->Cvs();
+    bool& alsoThere = Current_->Options.RemoveFromRepository;
+    if (alsoThere && cvs.ConnectionType == cnLocal) {
+        // The records say which folder that is, and they may come from anybody.
+        const std::string folder = ModuleFolder(cvs.CVSROOT(), cvs.Modulename());
+        if (folder.empty())
+            Tell("Nothing is deleted from the repository: " +
+                 SlashSep(cvs.CVSROOT(), cvs.Modulename()) +
+                 " is not the folder of a project with nothing else in it.\r\n");
+        else if (!AskRisk("The folder\r\n" + folder +
+                          "\r\nin the repository will be deleted, with the history of all its "
+                          "files. Delete it?"))
+            return;
+        alsoThere = !folder.empty();
+    }
+    if (AskRisk("The client's records will be deleted from\r\n" + Current_->Folder() +
+                "\r\nIt will be an ordinary folder then. Go on?"))
+        Operate(&TCvsObject::RemoveProjectFrom, false);
+    // For this time only.
+    alsoThere = false;
+}
+
+void TMainForm::ShowWholeOutput() {
+    if (FileExists(WholeOutput_.Path()))
+        ::WinExec((PreviewViewer() + WholeOutput_.Path()).c_str(), SW_SHOWNORMAL);
 }
 
 void TMainForm::ShowAbout() {
     std::string text;
     for (const TPackageInfo& package : Packages_.Packages())
         text += package.Name + " " + package.Version + "\r\n";
-    Tell(text);
+    const std::string client = FindClient(Settings_);
+    Tell(text + "CVS client " + (client.empty() ? "not found" : client) + "\r\n");
 }
 
 }  // namespace host

@@ -1,13 +1,16 @@
 #include "host/OfflineLog.h"
 
+#include "core/Cvs_utils.h"
 #include "framework/base/exceptions.h"
 #include "framework/base/files.h"
 #include "framework/base/handle.h"
+#include "framework/base/paths.h"
 #include "framework/base/text_file.h"
 
 namespace host {
 
 using namespace framework;
+using tandrel::SlashSep;
 
 namespace {
 
@@ -37,49 +40,81 @@ private:
 
 }  // namespace
 
-TOfflineLog::TOfflineLog(const std::string& directory)
-    : Log_(directory + "\\vcsCommand.log"), Pending_(directory + "\\vcsCommand.pending") {}
+TOfflineLog::TOfflineLog(const std::string& directory, const std::string& waiting)
+    : Folder_(directory), Log_(SlashSep(directory, "vcsCommand.log")), Waiting_(waiting) {}
 
-void TOfflineLog::Begin() const {
+std::string TOfflineLog::Begin() const {
+    std::string aside;
+    if (FileExists(Log_)) {
+        int number = 0;
+        do
+            aside = Log_ + "." + std::to_string(++number);
+        while (FileExists(aside));
+        if (!::MoveFileExA(Log_.c_str(), aside.c_str(), 0))
+            throw EInOutError(::GetLastError(), Log_);
+    }
+    ReplaceTextFile(Log_, {});
+    return aside;
+}
+
+void TOfflineLog::Continue() const {
     if (!FileExists(Log_))
         ReplaceTextFile(Log_, {});
 }
 
-void TOfflineLog::Take() const {
-    // In one step where it can be: a host that is killed between two would run a command twice.
-    if (::MoveFileExA(Log_.c_str(), Pending_.c_str(), 0))
-        return;
-    const std::vector<std::string> fresh = ReadLines(Log_);
-    if (!fresh.empty()) {
-        std::vector<std::string> lines = ReadLines(Pending_);
-        lines.insert(lines.end(), fresh.begin(), fresh.end());
-        ReplaceTextFile(Pending_, lines);
-    }
+std::vector<std::string> TOfflineLog::Take() const {
+    // A host that is killed between the two steps finds commands twice. The client refuses the
+    // second time; the other way round they would be lost.
+    ForceDirectories(ExtractFileDir(Waiting_));
+    const TTurn turn(Waiting_ + ".lock");
+    if (!turn.Taken())
+        return {};
+    std::vector<std::string> refused;
+    for (std::string& line : ReadLines(Log_))
+        if (!ParseKeptCommand(line, Folder_))
+            refused.push_back(std::move(line));
+    Write(Waiting(true));
     if (FileExists(Log_))
         EraseFile(Log_);
+    return refused;
 }
 
-bool TOfflineLog::HasPending() const {
-    return FileExists(Pending_);
+void TOfflineLog::Write(const std::vector<TKeptCommand>& commands) const {
+    std::vector<std::string> lines;
+    for (const TKeptCommand& kept : commands)
+        lines.push_back(KeptLine(kept, Folder_));
+    if (!lines.empty())
+        ReplaceTextFile(Waiting_, lines);
+    else if (FileExists(Waiting_))
+        EraseFile(Waiting_);
+}
+
+std::vector<TKeptCommand> TOfflineLog::Waiting(bool isOffLine) const {
+    std::vector<std::string> lines = ReadLines(Waiting_);
+    if (isOffLine) {
+        const std::vector<std::string> fresh = ReadLines(Log_);
+        lines.insert(lines.end(), fresh.begin(), fresh.end());
+    }
+    std::vector<TKeptCommand> waiting;
+    for (const std::string& line : lines)
+        if (auto kept = ParseKeptCommand(line, Folder_))
+            waiting.push_back(std::move(*kept));
+    return WithoutTakenBack(std::move(waiting));
 }
 
 bool TOfflineLog::Run(const std::function<bool(const TKeptCommand&)>& run) const {
-    const TTurn turn(Pending_ + ".lock");
+    if (!FileExists(Waiting_))
+        return true;
+    const TTurn turn(Waiting_ + ".lock");
     if (!turn.Taken())
         return false;
-    std::vector<std::string> lines = ReadLines(Pending_);
-    while (!lines.empty()) {
-        const std::string& line = lines.front();
-        // The folder stands behind the last semicolon: a file's name may hold others.
-        const std::size_t at = line.rfind(';');
-        const bool done = at == std::string::npos || run({line.substr(0, at), line.substr(at + 1)});
-        if (!done)
+    for (std::vector<TKeptCommand> commands = Waiting(false); !commands.empty();) {
+        if (!run(commands.front()))
             return false;
-        lines.erase(lines.begin());
-        ReplaceTextFile(Pending_, lines);
+        commands.erase(commands.begin());
+        Write(commands);
     }
-    if (FileExists(Pending_))
-        EraseFile(Pending_);
+    Write({});
     return true;
 }
 

@@ -4,37 +4,42 @@
 #include <string>
 #include <vector>
 
-namespace host {
+#include "host/KeptCommand.h"
 
-/// A command that was given while the server was off-line.
-struct TKeptCommand {
-    std::string Command;    ///< The client's arguments.
-    std::string Directory;  ///< Where it is to run.
-};
+namespace host {
 
 /// The commands of one project that wait for the server. The package keeps them in vcsCommand.log
 /// in the working directory and forgets them when the server is back; for a server elsewhere they
 /// have to be run then. So that none is lost or run twice, they move to a file of the host's first,
-/// and each leaves it as soon as it has been run.
+/// outside of the working copy, and each leaves it as soon as it has been run.
 class TOfflineLog {
 public:
-    /// @param directory the working directory.
-    explicit TOfflineLog(const std::string& directory);
+    /// @param directory the working directory. @param waiting the host's file.
+    TOfflineLog(const std::string& directory, const std::string& waiting);
 
-    /// Makes the package's log, so that there is one to append to. Raises EInOutError.
-    void Begin() const;
-    /// Takes the package's log over and leaves it none. Raises EInOutError.
-    void Take() const;
-    /// Whether commands wait in the host's file.
-    bool HasPending() const;
+    /// Makes the package's log, so that there is one to append to. A log that the project brought
+    /// along is put aside; @return its new name, or an empty text. Raises EInOutError.
+    std::string Begin() const;
+    /// Makes the package's log if it has gone since Begin. Raises EInOutError.
+    void Continue() const;
+    /// Takes the package's log over and leaves it none. Only for one that Begin has made. Nothing
+    /// is taken while another host runs what waits. @return the lines that no command of this
+    /// project can be made of, which are dropped. Raises EInOutError.
+    std::vector<std::string> Take() const;
+    /// What waits: in the package's log, while the server is off-line, and in the host's file.
+    /// @param isOffLine the package's log is one that Begin has made.
+    std::vector<TKeptCommand> Waiting(bool isOffLine) const;
     /// Runs the waiting commands in their order. One that fails stays, and so do those behind it.
     /// @param run true when the command has succeeded. @return true when none is left. False, and
     /// nothing is run, also when another host is at it.
     bool Run(const std::function<bool(const TKeptCommand&)>& run) const;
 
 private:
+    void Write(const std::vector<TKeptCommand>& commands) const;
+
+    std::string Folder_;
     std::string Log_;
-    std::string Pending_;
+    std::string Waiting_;
 };
 
 }  // namespace host

@@ -1,7 +1,17 @@
 #include "host/Settings.h"
 
-#include <algorithm>
+#include <windows.h>
+// After the system's types.
+#include <shlobj.h>
 
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <cstdio>
+
+#include "core/Cvs_utils.h"
+#include "framework/base/exceptions.h"
+#include "framework/base/paths.h"
 #include "framework/base/registry.h"
 #include "framework/base/text.h"
 
@@ -35,8 +45,37 @@ std::string TSettings::Read(const std::string& key, const std::string& name,
 
 void TSettings::Write(const std::string& key, const std::string& name, const std::string& value) {
     TRegistry registry(HostRegistryKey);
-    if (registry.OpenKey(key, true))
-        registry.WriteString(name, value);
+    if (!registry.OpenKey(key, true))
+        throw ERegistryError("The registry key " + key + " cannot be opened for writing");
+    registry.WriteString(name, value);
+}
+
+void TSettings::Delete(const std::string& key, const std::string& name) {
+    RegistryKey opened;
+    if (::RegOpenKeyExA(HostRegistryKey, key.c_str(), 0, KEY_SET_VALUE, opened.Receive()) ==
+        ERROR_SUCCESS)
+        ::RegDeleteValueA(opened.Get(), name.c_str());
+}
+
+std::string TSettings::UserDataFolder() {
+    std::array<char, MAX_PATH> folder{};
+    // Without one there is still the folder for temporary files.
+    if (FAILED(::SHGetFolderPathA(nullptr, CSIDL_APPDATA | CSIDL_FLAG_CREATE, nullptr,
+                                  SHGFP_TYPE_CURRENT, folder.data())))
+        ::GetTempPathA(MAX_PATH, folder.data());
+    return tandrel::SlashSep(folder.data(), "Tandrel");
+}
+
+std::string TSettings::ProjectFile(const std::string& kind, const std::string& folder) const {
+    // A path is too long for a name, and holds what a name must not.
+    std::uint64_t hash = 14695981039346656037u;
+    for (const char c : UpperCase(folder))
+        hash = (hash ^ static_cast<unsigned char>(c)) * 1099511628211u;
+    std::array<char, 17> digits{};
+    std::snprintf(digits.data(), digits.size(), "%08lx%08lx",
+                  static_cast<unsigned long>(hash >> 32),
+                  static_cast<unsigned long>(hash & 0xFFFFFFFFu));
+    return Data_ + "\\" + kind + "\\" + ExtractFileName(folder) + " " + digits.data() + ".txt";
 }
 
 std::vector<std::string> TSettings::RecentProjects() const {

@@ -1,9 +1,15 @@
 // The user's tools: their menu, the values of their macros, what becomes of their output.
 
+#include <algorithm>
+#include <optional>
+
+#include "framework/base/files.h"
 #include "framework/base/paths.h"
 #include "framework/base/registry.h"
+#include "framework/base/text.h"
 #include "framework/ui/application.h"
 #include "host/MainForm.h"
+#include "host/Programs.h"
 
 namespace host {
 
@@ -22,11 +28,131 @@ constexpr struct {
               {"Folder of the project", "ProjectDir"},
               {"Module", "Module"}};
 
+/// The program that a tool's command starts, with its folder where that can be found. The user may
+/// have put it into quotes, or arguments behind it.
+std::string ProgramOf(const std::string& command) {
+    std::string word = Trim(command);
+    if (FileExists(word))
+        return word;
+    if (word.starts_with('"'))
+        word = word.substr(1, word.find('"', 1) - 1);
+    else
+        word = word.substr(0, word.find(' '));
+    if (word.find_first_of("\\/:") == std::string::npos)
+        if (const std::string found = FindProgram(word); !found.empty())
+            return found;
+    return word;
+}
+
+/// Whether the command interpreter may run the tool: it acts upon letters in arguments. Of what is
+/// not found nobody knows who runs it.
+bool IsInterpreted(const std::string& command) {
+    const std::string program = ProgramOf(command);
+    std::string name = ExtractFileName(program);
+    // The system passes over dots and blanks behind a name.
+    name.resize(name.find_last_not_of(". ") + 1);
+    for (const char* ending : {".bat", ".cmd"})
+        if (name.size() > 4 && SameText(name.substr(name.size() - 4), ending))
+            return true;
+    return SameText(name, "cmd.exe") || SameText(name, "command.com") || !FileExists(program);
+}
+
+/// The folder that a tool is to run in. The host's own current folder is nobody's: the project's
+/// stands for it.
+std::string FolderFor(const TCommand& tool, const std::string& project) {
+    const std::string& given = tool.FInitDir;
+    const auto names = [&](const char* macro) {
+        return given.find('$') != std::string::npos && given.find(macro) != std::string::npos;
+    };
+    // Any other "$" is a letter of a name.
+    std::string folder = given;
+    if (given.empty() || names("ProjectDir") || names("CurDir"))
+        folder = project;
+    else if (names("FileDir"))
+        folder = ExtractFileDir(ProgramOf(tool.FCommand));
+    return folder.empty() ? ExtractFileDir(ProgramOf(tool.FCommand)) : folder;
+}
+
+/// Makes of a tool's command, for a run, the beginning of a command line that no other program can
+/// answer to: with its folder, and in quotes where it has blanks.
+class TExactCommand {
+public:
+    TExactCommand(TCommand& tool, const std::string& project)
+        : Tool_(tool),
+          Command_(tool.FCommand),
+          InitDir_(tool.FInitDir),
+          ProjectDir_(tool.FProjectDir) {
+        // This one is taken as it is; in any other text a "$" would be the beginning of a macro.
+        Tool_.FProjectDir = FolderFor(tool, project);
+        Tool_.FInitDir = "$(ProjectDir)";
+        const std::string word = Trim(Command_);
+        const bool isBare = word.find_first_of(" \\/:\"") == std::string::npos;
+        const std::string path = isBare ? ProgramOf(word) : word;
+        if (FileExists(path))
+            Tool_.FCommand = AsCommand(path);
+    }
+    ~TExactCommand() {
+        Tool_.FCommand = Command_;
+        Tool_.FInitDir = InitDir_;
+        Tool_.FProjectDir = ProjectDir_;
+    }
+    TExactCommand(const TExactCommand&) = delete;
+    TExactCommand& operator=(const TExactCommand&) = delete;
+
+private:
+    TCommand& Tool_;
+    const std::string Command_, InitDir_, ProjectDir_;
+};
+
+/// Keeps copies of what is not saved while it lives.
+class TRecoverable {
+public:
+    TRecoverable(TRecovery& recovery, const std::vector<TDocumentForm*>& documents)
+        : Recovery_(recovery) {
+        Recovery_.Write(documents);
+    }
+    ~TRecoverable() { Recovery_.Forget(); }
+    TRecoverable(const TRecoverable&) = delete;
+    TRecoverable& operator=(const TRecoverable&) = delete;
+
+private:
+    TRecovery& Recovery_;
+};
+
 }  // namespace
+
+bool TMainForm::MayRunTool(const TCommand& tool) {
+    constexpr const char* ForInterpreter = "&|<>^%!\"`;=,()";
+    const bool interpreted = IsInterpreted(tool.FCommand);
+    for (const TArgument& argument : Tools_.Arguments) {
+        // Whatever letter follows the "$".
+        if (tool.FArguments.find('$') == std::string::npos ||
+            tool.FArguments.find(argument.FName + ")") == std::string::npos)
+            continue;
+        const std::string& value = argument.FValue;
+        const bool isOdd =
+            value.find('"') != std::string::npos ||
+            std::any_of(value.begin(), value.end(),
+                        [](char c) { return static_cast<unsigned char>(c) < ' '; }) ||
+            (interpreted && value.find_first_of(ForInterpreter) != std::string::npos);
+        if (isOdd &&
+            !AskRisk("The tool " + tool.FName + " is to get\r\n" + value + "\r\nfor $(" +
+                     argument.FName + "). Letters in it may be taken for commands. Run it?"))
+            return false;
+    }
+    return true;
+}
+
+void TMainForm::DeletePreviews() {
+    // One that is still open stays.
+    for (const std::string& file : Previews_)
+        ::DeleteFileA(file.c_str());
+}
 
 void TMainForm::BindTools() {
     Tools_.RootKey = HostRegistryKey;
     Tools_.Keyname = Settings_.ToolsKey();
+    Tools_.FViewer = PreviewViewer();
     Tools_.FDocTypes.Add("Text");
     for (const auto& macro : Macros)
         Tools_.Arguments.AddArg(macro.Caption, macro.Name, "");
@@ -89,16 +215,37 @@ void TMainForm::PublishMacros() {
     }
 }
 
+void TMainForm::RunTool(TCommands& tools, int index) {
+    if (index < 0 || index >= tools.Count() || !MayRunTool(tools.GetItem(index)))
+        return;
+    TCommand& tool = tools.GetItem(index);
+    const TExactCommand exact(tool, Current_ ? Current_->Folder() : "");
+    // Whoever closes the console that such a tool gets ends the host with it.
+    std::optional<TRecoverable> recoverable;
+    if (!tool.FCloseOnExit) {
+        for (const auto& project : Projects_)
+            project->Save();
+        recoverable.emplace(Recovery_, Documents_);
+    }
+    Tools_.ExecuteMenu(index);
+    const std::string& preview = Tools_.FTempFile;
+    if (tool.FPreviewExternal && preview.starts_with(Tools_.FViewer))
+        Previews_.push_back(preview.substr(Tools_.FViewer.size()));
+}
+
 void TMainForm::RunTool(int index) {
     if (Busy_ || !SaveDocuments())
         return;
     PublishMacros();
+    WholeOutput_.Begin();
     try {
         const TBusy busy(Busy_);
-        Tools_.ExecuteMenu(index);
+        RunTool(Tools_.Commands, index);
     } catch (...) {
         Application().HandleException();
     }
+    Pane_->Flush();
+    WholeOutput_.End();
     ReloadDocuments();
     CloseIfPending();
 }

@@ -9,15 +9,17 @@
 
 #include <memory>
 
+#include "core/Cvs_utils.h"
 #include "framework/base/text.h"
 #include "framework/ui/application.h"
 #include "host/ChildJob.h"
 #include "host/MainForm.h"
+#include "host/Programs.h"
 #include "package/Package.h"
 
 namespace {
 
-std::vector<std::string> Arguments() {
+std::vector<std::string> Arguments(const std::string& folder) {
     std::vector<std::string> arguments;
     int count = 0;
     const std::unique_ptr<LPWSTR, decltype(&::LocalFree)> all(
@@ -28,10 +30,16 @@ std::vector<std::string> Arguments() {
     std::erase_if(arguments, [](const std::string& argument) {
         return framework::SameText(argument, "-DEBUG");
     });
+    // They are meant from the folder that the program was started in.
+    for (std::string& argument : arguments)
+        if (!argument.starts_with('\\') && argument.find(':') == std::string::npos)
+            argument = tandrel::SlashSep(folder, argument);
     return arguments;
 }
 
 int Run() {
+    host::TProcessState::Inherited();
+    const std::string folder = host::LeaveCurrentDirectory();
     const host::TChildJob children;
     framework::TPackageRegistry packages;
     if (!TandrelRegister(packages, framework::InterfaceVersion)) {
@@ -42,7 +50,7 @@ int Run() {
     host::TSettings settings;
     {
         host::TMainForm form(settings, packages);
-        std::vector<std::string> folders = Arguments();
+        std::vector<std::string> folders = Arguments(folder);
         if (folders.empty())
             if (const auto recent = settings.RecentProjects(); !recent.empty())
                 folders.push_back(recent.front());
@@ -58,6 +66,10 @@ int Run() {
 }  // namespace
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, LPWSTR, int) {
+    // Boxes of the system's about drives without disks would stand in the way of what asks for
+    // them; windows that wait for a tool must not become ghosts that a click kills.
+    ::SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
+    ::DisableProcessWindowsGhosting();
     // The icons of files come from the shell, which wants this.
     const bool com = SUCCEEDED(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED));
     int code = 1;

@@ -4,7 +4,9 @@
 
 #include "framework/base/exceptions.h"
 #include "framework/base/files.h"
+#include "framework/base/handle.h"
 #include "framework/base/paths.h"
+#include "framework/base/text.h"
 
 namespace support {
 
@@ -17,22 +19,36 @@ std::string ReadBytes(const std::string& path) {
     return framework::ReadFileBytes(path);
 }
 
-void DeleteFolder(const std::string& path) {
-    framework::TFileSearch search(path + "\\*.*", framework::faAnyFile);
-    for (framework::TSearchRec entry; search.Next(entry);) {
-        if (entry.Name == "." || entry.Name == "..")
+namespace {
+
+/// Also with names that the code page does not have.
+void DeleteWide(const std::wstring& path) {
+    WIN32_FIND_DATAW entry{};
+    framework::FindHandle search(::FindFirstFileW((path + L"\\*").c_str(), &entry));
+    for (bool more = static_cast<bool>(search); more;
+         more = ::FindNextFileW(search.Get(), &entry) != FALSE) {
+        const std::wstring_view found = entry.cFileName;
+        if (found == L"." || found == L"..")
             continue;
-        const std::string name = path + "\\" + entry.Name;
-        if (entry.IsDirectory() && !entry.IsLink()) {
-            DeleteFolder(name);
+        const std::wstring name = path + L"\\" + entry.cFileName;
+        const DWORD kind =
+            entry.dwFileAttributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT);
+        if (kind == FILE_ATTRIBUTE_DIRECTORY) {
+            DeleteWide(name);
         } else {
-            ::SetFileAttributesA(name.c_str(), FILE_ATTRIBUTE_NORMAL);
-            if (!::DeleteFileA(name.c_str()))
-                ::RemoveDirectoryA(name.c_str());
+            ::SetFileAttributesW(name.c_str(), FILE_ATTRIBUTE_NORMAL);
+            if (!::DeleteFileW(name.c_str()))
+                ::RemoveDirectoryW(name.c_str());
         }
     }
-    search = framework::TFileSearch("", 0);  // an open search would keep the folder
-    ::RemoveDirectoryA(path.c_str());
+    search.Reset();  // an open search would keep the folder
+    ::RemoveDirectoryW(path.c_str());
+}
+
+}  // namespace
+
+void DeleteFolder(const std::string& path) {
+    DeleteWide(framework::ToWide(path));
 }
 
 TTempFolder::TTempFolder(const std::string& name, const std::string& parent) {

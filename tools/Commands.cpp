@@ -4,6 +4,7 @@
 
 #include "framework/base/exceptions.h"
 #include "framework/base/files.h"
+#include "framework/base/names.h"
 #include "framework/base/paths.h"
 #include "tools/Macros.h"
 #include "tools/Tools_obj.h"
@@ -15,6 +16,8 @@ namespace {
 constexpr int PathEntries = 114;
 
 bool IsEntry(const std::string& path) {
+    if (framework::IsPattern(path))
+        return false;
     try {
         framework::TSearchRec entry;
         return framework::TFileSearch(path, PathEntries).Next(entry);

@@ -5,6 +5,7 @@
 
 #include "framework/base/child_pipes.h"
 #include "framework/base/exceptions.h"
+#include "framework/base/file_functions.h"
 #include "tools/Exec_threads.h"
 
 namespace tandrel::Exec_obj {
@@ -96,11 +97,11 @@ void TProgressThread::ExecuteCmd_FromMSDN() {
 
 void TProgressThread::ReadToEnd(HANDLE pipe, void (TProgressThread::*handOver)(std::string_view)) {
     std::array<char, 1023> buffer;
-    for (DWORD read = 0;
-         ::ReadFile(pipe, buffer.data(), static_cast<DWORD>(buffer.size()), &read, nullptr) &&
-         read > 0;
+    for (DWORD read = 0; framework::FileFunctions().Read(
+             pipe, buffer.data(), static_cast<DWORD>(buffer.size()), &read, nullptr);
          read = 0)
-        (this->*handOver)({buffer.data(), read});
+        if (read > 0)
+            (this->*handOver)({buffer.data(), read});
 }
 
 }  // namespace tandrel::Exec_obj

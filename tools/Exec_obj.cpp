@@ -28,7 +28,7 @@ private:
 };
 
 TExecuteClass::TExecuteClass() : Timer(StopDelay) {
-    Timer.OnTimer = [this](TObject*) { StopTimer(); };
+    Timer.OnTimer = [this](TObject* sender) { StopTimer(sender); };
 }
 
 TExecuteClass::~TExecuteClass() = default;
@@ -51,7 +51,7 @@ void TExecuteClass::Execute(const std::string& dir, const std::string& cmdLine) 
     Timer.SetEnabled(false);
     Thread = std::make_unique<TProgressThread>(false, *this);
     const TThreadForRun freed(*this);
-    Thread->OnTerminate = [this](TObject*) { OnTerminate(); };
+    Thread->OnTerminate = [this](TObject* sender) { OnTerminate(sender); };
     WaitForThread();
 }
 
@@ -71,7 +71,7 @@ void TExecuteClass::FreeAndNilThread() {
     Thread.reset();
 }
 
-void TExecuteClass::OnTerminate() {
+void TExecuteClass::OnTerminate(TObject*) {
     try {
         Timer.SetEnabled(false);
         Timer.SetEnabled(true);
@@ -84,7 +84,7 @@ void TExecuteClass::OnTerminate() {
     }
 }
 
-void TExecuteClass::StopTimer() {
+void TExecuteClass::StopTimer(TObject*) {
     Timer.SetEnabled(false);
     if (OnStopTimer)
         OnStopTimer(this);
@@ -121,9 +121,12 @@ void TExecuteClass::OutPutErrorMessage(const std::string& text) {
 void TExecuteClass::ProcessConfirm(const std::string& confText, std::string& wbuffer) {
     if (!OnConfirm)
         return;
-    bool flag = FConfirmFlag;
+    const bool before = FConfirmFlag;
+    bool flag = before;
     OnConfirm(confText, wbuffer, flag);
-    FConfirmFlag = flag;
+    // The handler may also have changed the member itself.
+    if (flag != before)
+        FConfirmFlag = flag;
 }
 
 }  // namespace tandrel

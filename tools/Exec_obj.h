@@ -58,11 +58,18 @@ public:
     void ProcessConfirm(const std::string& confText, std::string& wbuffer);
     /// Waits for the worker, frees it and forgets it.
     void FreeAndNilThread();
+    /// A run in a console, of what FCmdLine, FDir and FEnvironment say: what Execute does without
+    /// FThreaded. Raises framework::Exception as Execute does.
+    void ExecuteCommand();
+    /// The worker's last act: starts Timer, marks the run as ended and calls OnFinish.
+    void OnTerminate(framework::TObject* Sender);
+    /// What Timer calls: stops it and calls OnStopTimer.
+    void StopTimer(framework::TObject* Sender);
 
     framework::TObject* FData = nullptr;  ///< The caller's; it is not looked at.
-    /// Takes every byte that the child writes, if there is one. Given by the caller, who may take
-    /// it back whenever no run goes on.
-    std::unique_ptr<framework::TMemoryStream> FStream;
+    /// Takes every byte that the child writes, at its end, if there is one. The caller's, who frees
+    /// it, and not before the run has ended.
+    framework::TMemoryStream* FStream = nullptr;
     std::string FDir;      ///< As given to the last Execute.
     std::string FCmdLine;  ///< As given to the last Execute.
     /// The child's environment: texts NAME=VALUE, a zero behind each; empty for this process's own.
@@ -91,11 +98,8 @@ public:
 private:
     class TThreadForRun;
 
-    void ExecuteCommand();
     void RunInConsole(HANDLE input, HANDLE output);
     void WaitForThread();
-    void OnTerminate();
-    void StopTimer();
     std::string EventText(const std::string& text) const;
 };
 

@@ -2,11 +2,14 @@
 
 #include "tools/Exec_threads.h"
 
+#include <algorithm>
 #include <array>
+#include <optional>
 #include <utility>
 
 #include "framework/base/child_pipes.h"
 #include "framework/base/exceptions.h"
+#include "framework/base/file_functions.h"
 #include "framework/threads/synchronize.h"
 #include "tools/Exec_obj.h"
 
@@ -25,8 +28,10 @@ framework::KernelHandle Keep(framework::KernelHandle& end) {
 
 /// Main thread.
 void KeepBytes(TExecuteClass& runner, std::string_view bytes) {
-    if (runner.FStream)
-        runner.FStream->Write(bytes);
+    if (!runner.FStream)
+        return;
+    runner.FStream->SetPosition(runner.FStream->Size());
+    runner.FStream->Write(bytes);
 }
 
 }  // namespace
@@ -35,6 +40,7 @@ struct TProgressThread::TChild {
     framework::KernelHandle Process;
     framework::KernelHandle Output, Errors;  // what the child writes
     framework::TAnswerPipe Answers;          // what the child reads
+    std::optional<bool> Killed;              // whether that went well, when it was tried
 };
 
 TProgressThread::TProgressThread(bool createSuspended, TExecuteClass& executeClass)
@@ -61,7 +67,7 @@ void TProgressThread::ExecuteCmd() {
         ReadChild(child);
     ExecuteClass.FConfirmFlag = false;
     if (Redirect_)
-        AwaitEnd(child.Process);
+        AwaitEnd(child);
     TakeExitCode(child.Process.Get());
 }
 
@@ -100,25 +106,43 @@ TProgressThread::TChild TProgressThread::StartChild() {
         startup.hStdOutput = output.Write.Get();
         startup.hStdError = errors.Write.Get();
         startup.hStdInput = input.Read.Get();
-        ::SetHandleInformation(input.Write.Get(), HANDLE_FLAG_INHERIT, 0);
+        child.Answers = framework::TAnswerPipe(Keep(input.Write));
     }
-    if (!CreateChild(startup, flags, child.Process))
-        Fail("Could not create process ");
-    if (Redirect_) {
-        framework::KernelHandle unread = Keep(input.Read);
-        child.Answers = framework::TAnswerPipe(std::move(input.Write), std::move(unread));
+    if (!CreateChild(startup, flags, child.Process)) {
+        const DWORD reason = ::GetLastError();
+        TellError("Could not create process ");
+        TellError(framework::SysErrorMessage(reason) + "\r\n");
+        throw framework::Exception("Could not create process ");
     }
     return child;
 }
 
 void TProgressThread::ReadChild(TChild& child) {
     // Its end is waited for when the block is left.
-    const TErrorReadThread errors(std::move(child.Errors), ExecuteClass);
+    TErrorReadThread errors(std::move(child.Errors), ExecuteClass);
     ReadOutput(child);
     // Before that wait: a child that is no longer read or answered must find that out, and not wait
     // itself for somebody to read on or to answer.
     child.Output.Reset();
     child.Answers = {};
+    AwaitQuiet(child, errors);
+}
+
+void TProgressThread::AwaitQuiet(TChild& child, TErrorReadThread& errors) {
+    const ULONGLONG start = ::GetTickCount64();
+    const HANDLE ends[] = {child.Process.Get(), errors.Handle()};
+    for (;;) {
+        const ULONGLONG quiet = std::min(errors.QuietTime(), ::GetTickCount64() - start);
+        if (quiet >= GraceTime)
+            break;
+        const auto left = GraceTime - static_cast<DWORD>(quiet);
+        if (::WaitForMultipleObjects(2, ends, FALSE, left) != WAIT_TIMEOUT)
+            return;
+    }
+    Kill(child);
+    // What it wrote is read to its end, but others may hold the pipe.
+    if (::WaitForSingleObject(errors.Handle(), GraceTime) != WAIT_OBJECT_0)
+        errors.Stop();
 }
 
 void TProgressThread::ReadOutput(TChild& child) {
@@ -127,8 +151,12 @@ void TProgressThread::ReadOutput(TChild& child) {
         for (DWORD read = 0;; read = 0) {
             child.Answers.EndWhenTaken(child.Output.Get(), child.Process.Get(),
                                        [] { return false; });
-            if (!::ReadFile(child.Output.Get(), buffer.data(), ChunkSize, &read, nullptr))
+            if (!framework::FileFunctions().Read(child.Output.Get(), buffer.data(), ChunkSize,
+                                                 &read, nullptr))
                 return;
+            // A write of nothing is read, too, and is not the end.
+            if (read == 0)
+                continue;
             const std::string_view chunk(buffer.data(), read);
             if (!ExecuteClass.FConfirmFlag) {
                 HandOverOutput(chunk);
@@ -164,15 +192,22 @@ void TProgressThread::HandOverErrors(std::string_view chunk) {
     });
 }
 
-void TProgressThread::AwaitEnd(framework::KernelHandle& process) {
-    if (::WaitForSingleObject(process.Get(), GraceTime) == WAIT_OBJECT_0)
-        return;
-    const bool terminated = ::TerminateProcess(process.Get(), 1) != FALSE;
-    process.Reset();
-    if (!terminated)
+void TProgressThread::Kill(TChild& child) {
+    child.Killed = ::TerminateProcess(child.Process.Get(), 1) != FALSE;
+}
+
+void TProgressThread::AwaitEnd(TChild& child) {
+    if (!child.Killed) {
+        if (::WaitForSingleObject(child.Process.Get(), GraceTime) == WAIT_OBJECT_0)
+            return;
+        Kill(child);
+    }
+    child.Process.Reset();
+    if (!*child.Killed)
         throw framework::Exception("Process terminated with failure");
     ::Sleep(TimeAfterKill);
-    Fail("Process TIMEOUT occured, process terminated");
+    TellError("Process TIMEOUT occured, process terminated");
+    throw framework::Exception(ErrMsg);
 }
 
 void TProgressThread::TakeExitCode(HANDLE process) {
@@ -182,10 +217,9 @@ void TProgressThread::TakeExitCode(HANDLE process) {
     ExecuteClass.FExitCode = static_cast<std::int32_t>(exitCode);
 }
 
-void TProgressThread::Fail(const char* message) {
+void TProgressThread::TellError(const std::string& message) {
     ErrMsg = message;
     framework::Synchronize([this] { AErrorMessageProc(); });
-    throw framework::Exception(ErrMsg);
 }
 
 void TProgressThread::AMessageProc() {
@@ -222,10 +256,27 @@ void TErrorReadThread::Execute() {
     Read_.Reset();
 }
 
+ULONGLONG TErrorReadThread::QuietTime() const {
+    const ULONGLONG since = QuietSince_;
+    return since == HandingOver ? 0 : ::GetTickCount64() - since;
+}
+
+void TErrorReadThread::Stop() {
+    constexpr DWORD Interval = 10;  // ms
+    Terminate();
+    // It may be just before its next read.
+    do
+        ::CancelSynchronousIo(Handle());
+    while (::WaitForSingleObject(Handle(), Interval) == WAIT_TIMEOUT);
+}
+
 void TErrorReadThread::ReadErrors() {
     std::array<char, ChunkSize> buffer;
     for (DWORD read = 0;
-         ::ReadFile(Read_.Get(), buffer.data(), ChunkSize, &read, nullptr) && read > 0; read = 0) {
+         !Terminated() && ::ReadFile(Read_.Get(), buffer.data(), ChunkSize, &read, nullptr) &&
+         read > 0;
+         read = 0, QuietSince_ = ::GetTickCount64()) {
+        QuietSince_ = HandingOver;
         ErrMsg.assign(buffer.data(), read);
         framework::Synchronize([this] {
             KeepBytes(ExecuteClass_, ErrMsg);

@@ -24,6 +24,9 @@ void TToolsClass::GetMenuList(framework::TStringList* list) {
 void TToolsClass::ShowDialog() {
     if (!RootKey || Keyname.empty())
         throw framework::Exception(" \"RootKey\" and \"Keyname\" not initialize");
+    // The tools that an open editor shows must not be taken from under it.
+    if (Form)
+        return;
     LoadFromRegistry();
     if (!Sh_UserToolsForm(*this))
         return;

@@ -32,8 +32,8 @@ public:
     /// Appends the captions of the tools, in the order of ExecuteMenu's index; loads the tools
     /// first if there are none. @param list nothing happens without one.
     void GetMenuList(framework::TStringList* list);
-    /// Loads the tools and lets the user edit them; saves them when that is confirmed. Raises
-    /// framework::Exception without RootKey and Keyname.
+    /// Loads the tools and lets the user edit them; saves them when that is confirmed. Nothing
+    /// happens while that goes on already. Raises framework::Exception without RootKey and Keyname.
     void ShowDialog();
     /// Runs a tool and returns when that has ended. An index outside the list does nothing. Raises
     /// framework::Exception when there is no tool at all and, of tools that run in a console, when
@@ -52,7 +52,7 @@ public:
     void OutPutMessage(TObject* Sender, const std::string& Text);
     void OutPutErrorMessage(TObject* Sender, const std::string& Text);
     /// Hands the kept output to the host, and writes it to a file when the tool is to be previewed;
-    /// then it is gone. Raises framework::EInOutError when it cannot be written.
+    /// then it is freed. Raises framework::EInOutError when it cannot be written.
     void FinishExecute(TObject* Sender);
 
     TCommand* FCurrent = nullptr;    ///< The tool being run, or the last one if it still exists.

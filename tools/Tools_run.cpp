@@ -1,6 +1,7 @@
 // What happens when a tool is run.
 
 #include <functional>
+#include <iterator>
 #include <utility>
 
 #include "framework/base/exceptions.h"
@@ -17,9 +18,11 @@ namespace {
 constexpr char TempFilePrefix[] = "TXT";
 
 std::string CurrentDirectory() {
-    char folder[1024];
-    const DWORD length = ::GetCurrentDirectoryA(sizeof folder, folder);
-    return length < sizeof folder ? framework::Trim({folder, length}) : std::string();
+    wchar_t folder[1024];
+    const DWORD length = ::GetCurrentDirectoryW(std::size(folder), folder);
+    // Without look-alikes: the tool is to run in this folder, or not at all.
+    return length < std::size(folder) ? framework::Trim(framework::FromWide({folder, length}))
+                                      : std::string();
 }
 
 }  // namespace
@@ -76,7 +79,12 @@ void TToolsClass::Run(TExecuteClass& runner, const std::string& commandLine) {
     runner.OnFinish = std::bind_front(&TToolsClass::FinishExecute, this);
     runner.OnStart = std::bind_front(&TToolsClass::StartExecute, this);
     if (FCurrent->FCaptureNewDoc || FCurrent->FPreviewExternal)
-        runner.FStream = std::make_unique<framework::TMemoryStream>();
+        runner.FStream = new framework::TMemoryStream;
+    // FinishExecute frees it, unless an error comes before that.
+    struct TFreed {
+        TExecuteClass& Runner;
+        ~TFreed() { delete Runner.FStream; }
+    } const freed{runner};
     runner.FOemConvert = true;
     runner.FData = FCurrent;
     runner.FThreaded = FCurrent->FCloseOnExit;
@@ -110,7 +118,7 @@ void TToolsClass::Relay(const TOnExecuteMenuEvent& event, const std::string& tex
 
 void TToolsClass::FinishExecute(TObject* Sender) {
     auto& runner = dynamic_cast<TExecuteClass&>(*Sender);
-    const std::unique_ptr<framework::TMemoryStream> stream = std::move(runner.FStream);
+    const std::unique_ptr<framework::TMemoryStream> stream(std::exchange(runner.FStream, nullptr));
     const int index = Commands.IndexOf(runner.FData);
     if (index < 0)
         return;

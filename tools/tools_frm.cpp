@@ -208,6 +208,9 @@ void TUserToolsForm::DeleteClick() {
 
 void TUserToolsForm::MoveClick(int by) {
     EndCaption();
+    // The one that was just selected is meant.
+    if (Timer1_->Enabled())
+        SelectionTimer();
     if (!Current_)
         return;
     const int index = Tools_.Commands.IndexOf(Current_);

@@ -63,9 +63,9 @@ void TUserToolsForm::BuildControls() {
     BuildOptions();
     BuildDirectoryMenu();
     PopupMenu2_ = &Make<TPopupMenu>("PopupMenu2");
-    Timer1_ = &Make<TTimer>("Timer1", 250u);
+    Timer1_ = &Make<TFormTimer>("Timer1", *this, 250u);
     Timer1_->OnTimer = [this](TObject*) { SelectionTimer(); };
-    Timer2_ = &Make<TTimer>("Timer2", 100u);
+    Timer2_ = &Make<TFormTimer>("Timer2", *this, 100u);
     Timer2_->OnTimer = [this](TObject*) { OptionTimer(); };
     OnKeyPreview = [this](WPARAM key) { return ListKey(key); };
 }

@@ -85,10 +85,18 @@ void TTour::WorkOffLine() {
     }
     Select("first.txt");
     Choose("Selection/Remove and delete");
+    // A move, into a folder that the server does not know yet.
+    ForceDirectories(folder + "\\new folder");
+    Select(name(0));
+    Play_.ExpectForm("Move " + name(0), [](TForm& form) {
+        Type(form, "Input1", "new folder\\moved.txt");
+        Press(form, "BitBtn1");
+    });
+    Choose("Selection/Move...");
     Expect(support::ReadBytes(folder + "\\CVS\\Entries").find("file") == std::string::npos,
            "nothing has run yet");
     Choose("Repository/Server is on-line");
-    Expect(!FileExists(folder + "\\vcsCommand.log") && !FileExists(folder + "\\vcsCommand.pending"),
+    Expect(!FileExists(folder + "\\vcsCommand.log") && Form_->Project()->Waiting().empty(),
            "nothing waits any more");
     Commit();
     // What the server has now, pulled by another.
@@ -103,8 +111,10 @@ void TTour::WorkOffLine() {
     });
     ExpectSuccess("CVS Pull Project ");
     Choose("Repository/Pull project...");
-    for (int i = 0; i < Files; ++i)
+    for (int i = 1; i < Files; ++i)
         Expect(FileExists(copy + "\\remote\\" + name(i)), name(i) + " is on the server");
+    Expect(FileExists(copy + "\\remote\\new folder\\moved.txt"), "so is what was moved");
+    Expect(!FileExists(copy + "\\remote\\" + name(0)), "it is not where it was");
     Expect(!FileExists(copy + "\\remote\\first.txt"), "first.txt is not");
 }
 

@@ -1,6 +1,7 @@
 #include "tour/Tour.h"
 
 #include "framework/ui/application.h"
+#include "framework/ui/dialogs.h"
 #include "package/Package.h"
 #include "support/Drive.h"
 #include "support/Process.h"
@@ -18,6 +19,12 @@ TTour::TTour(const std::string& out) : Play_(out) {
           {"lib\\list.o", "an object file"},
           {"build.log", "built\r\n"}})
         support::WriteBytes(Project_ + "\\" + name, text);
+    // Questions of the host's; they stand in the transcript.
+    DialogFunctions().AskYesNo = DialogFunctions().AskRisk = [this](const std::string&,
+                                                                    const std::string& text) {
+        Play_.Tell("asked: " + text + "\r\nanswered: Yes\r\n");
+        return true;
+    };
     Application().OnException = [](const std::exception& error) {
         throw std::runtime_error(std::string("the host says: ") + error.what());
     };

@@ -1,8 +1,11 @@
 #include "framework/base/files.h"
 
 #include "framework/base/exceptions.h"
+#include "framework/base/file_functions.h"
+#include "framework/base/names.h"
 #include "framework/base/paths.h"
 #include "framework/base/system_time.h"
+#include "framework/base/text.h"
 
 namespace framework {
 
@@ -39,6 +42,36 @@ bool FileExists(const std::string& path) {
 bool DirectoryExists(const std::string& path) {
     const DWORD attributes = ::GetFileAttributesA(path.c_str());
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+namespace {
+
+/// Whether the entry stands for something that is somewhere else. The system keeps other entries,
+/// too, in a way of its own (in a cloud, compressed); they are where they seem to be. What does not
+/// tell its kind may be anything.
+bool IsLinkEntry(const WIN32_FIND_DATAW& entry) {
+    if ((entry.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0)
+        return false;
+    const DWORD tag = entry.dwReserved0;
+    return tag == 0 || IsReparseTagNameSurrogate(tag);
+}
+
+}  // namespace
+
+bool IsLink(const std::string& path) {
+    // A name that ends in a separator is that of what lies behind the link.
+    const std::size_t last = path.find_last_not_of("\\/");
+    if (last == std::string::npos || IsPattern(path))
+        return false;
+    WIN32_FIND_DATAW entry{};
+    const FindHandle search(
+        FileFunctions().FindFirst(ToWide(path.substr(0, last + 1)).c_str(), &entry));
+    if (search)
+        return IsLinkEntry(entry);
+    // The folder above may be closed to listing.
+    entry = {};
+    entry.dwFileAttributes = ::GetFileAttributesA(path.c_str());
+    return entry.dwFileAttributes != INVALID_FILE_ATTRIBUTES && IsLinkEntry(entry);
 }
 
 void EraseFile(const std::string& path) {
@@ -93,7 +126,11 @@ void ForceDirectories(const std::string& path) {
 
 TFileSearch::TFileSearch(const std::string& mask, int attributes)
     : Mask_(mask), Attributes_(attributes) {
-    Search_.Reset(::FindFirstFileA(mask.c_str(), &Found_));
+    // A listing may have named it so. The system takes the folder for one that is not there, and
+    // its entries would seem to be none.
+    if (IsUnusable(ExtractFilePath(mask)))
+        throw EInOutError(ERROR_INVALID_NAME, mask);
+    Search_.Reset(FileFunctions().FindFirst(ToWide(mask).c_str(), &Found_));
     Pending_ = static_cast<bool>(Search_);
     if (!Pending_)
         CheckEnd(::GetLastError());
@@ -105,7 +142,7 @@ bool TFileSearch::Next(TSearchRec& entry) {
         const bool listed = (static_cast<int>(Found_.dwFileAttributes) & refused) == 0;
         if (listed)
             Take(entry);
-        Pending_ = ::FindNextFileA(Search_.Get(), &Found_) != FALSE;
+        Pending_ = FileFunctions().FindNext(Search_.Get(), &Found_) != FALSE;
         if (!Pending_)
             CheckEnd(::GetLastError());
         if (listed)
@@ -115,10 +152,11 @@ bool TFileSearch::Next(TSearchRec& entry) {
 }
 
 void TFileSearch::Take(TSearchRec& entry) const {
-    entry.Name = Found_.cFileName;
+    entry.Name = NameFromWide(Found_.cFileName);
     entry.Attr = static_cast<int>(Found_.dwFileAttributes);
     entry.Size = static_cast<std::int64_t>(
         (static_cast<std::uint64_t>(Found_.nFileSizeHigh) << 32) | Found_.nFileSizeLow);
+    entry.Link = IsLinkEntry(Found_);
     entry.LastWriteTime = FileTimeToDateTime(Found_.ftLastWriteTime);
 }
 

@@ -15,6 +15,9 @@ namespace framework {
 
 FRAMEWORK_API bool FileExists(const std::string& path);       ///< True for a file, not a folder.
 FRAMEWORK_API bool DirectoryExists(const std::string& path);  ///< True for a folder.
+/// True for a link or junction. False for what is not there, and for entries that a service keeps
+/// for the user, such as the files of a cloud: they are ordinary.
+FRAMEWORK_API bool IsLink(const std::string& path);
 /// Deletes a file; raises EInOutError when it cannot.
 FRAMEWORK_API void EraseFile(const std::string& path);
 /// Makes a folder and the folders above it; raises EInOutError when one cannot be made.
@@ -37,13 +40,14 @@ inline constexpr int faAnyFile = 0x3F;
 
 /// One entry of a folder.
 struct TSearchRec {
-    std::string Name;
-    int Attr = 0;  ///< The attributes above and, from bit 6 on, the system's further ones.
+    std::string Name;  ///< With "?" for what this process cannot name, see NameFromWide.
+    int Attr = 0;      ///< The attributes above and, from bit 6 on, the system's further ones.
     std::int64_t Size = 0;
     TDateTime LastWriteTime = 0;  ///< UTC.
+    bool Link = false;            ///< See IsLink.
     bool IsDirectory() const { return (Attr & faDirectory) != 0; }
     /// A link or junction: what lies behind it is somewhere else.
-    bool IsLink() const { return (Attr & FILE_ATTRIBUTE_REPARSE_POINT) != 0; }
+    bool IsLink() const { return Link; }
 };
 
 /// Lists the entries of a folder that match a mask, "." and ".." included.
@@ -51,7 +55,8 @@ class FRAMEWORK_API TFileSearch {
 public:
     /// @param mask a folder joined with a pattern, such as C:\A\*.*; a folder that is not there
     /// has no entries. @param attributes the attributes to list besides ordinary files.
-    /// Raises EInOutError, as Next does, when the folder is there but cannot be listed.
+    /// Raises EInOutError, as Next does, when the folder is there but cannot be listed, and for one
+    /// whose path is unusable (IsUnusable).
     TFileSearch(const std::string& mask, int attributes);
     /// Fetches the next entry; false when there is none left.
     bool Next(TSearchRec& entry);
@@ -63,7 +68,7 @@ private:
 
     std::string Mask_;
     FindHandle Search_;
-    WIN32_FIND_DATAA Found_{};
+    WIN32_FIND_DATAW Found_{};
     bool Pending_ = false;
     int Attributes_;
 };

@@ -5,16 +5,27 @@
 #include "framework/base/exceptions.h"
 #include "framework/base/file_functions.h"
 #include "framework/base/handle.h"
+#include "framework/base/names.h"
+#include "framework/base/text.h"
 
 namespace framework {
 
 std::string NewTempFile(const std::string& prefix) {
-    char folder[MAX_PATH + 1], path[MAX_PATH];
-    const DWORD length = ::GetTempPathA(sizeof folder, folder);
-    if (length == 0 || length >= sizeof folder ||
-        !::GetTempFileNameA(folder, prefix.c_str(), 0, path))
+    wchar_t folder[MAX_PATH + 1], path[MAX_PATH];
+    const DWORD length = ::GetTempPathW(MAX_PATH + 1, folder);
+    if (length == 0 || length > MAX_PATH ||
+        !::GetTempFileNameW(folder, ToWide(prefix).c_str(), 0, path))
         throw EInOutError(::GetLastError(), prefix);
-    return path;
+    std::string name = FromWide(path);
+    if (!IsUnusable(name))
+        return name;
+    // The folder has the user's name, which need not be in the code page. Its short name is.
+    const DWORD size = ::GetShortPathNameW(path, path, MAX_PATH);
+    if (size > 0 && size < MAX_PATH)
+        name = FromWide({path, size});
+    if (IsUnusable(name))
+        throw EInOutError(ERROR_INVALID_NAME, name);
+    return name;
 }
 
 void SaveToFile(const std::string& path, std::string_view bytes) {

@@ -56,7 +56,7 @@ TTextFile::~TTextFile() {
     FlushQuietly();
 }
 
-bool TTextFile::ReadLine(std::string& line) {
+bool TTextFile::ReadLine(std::string& line, std::size_t limit) {
     if (Writing_)
         throw EInOutError(ERROR_ACCESS_DENIED, Path_);
     line.clear();
@@ -67,6 +67,8 @@ bool TTextFile::ReadLine(std::string& line) {
         found = true;
         const std::size_t end = Buffer_.find('\n', Position_);
         line.append(Buffer_, Position_, end - Position_);
+        if (line.size() > limit)
+            throw EInOutError(ERROR_INVALID_DATA, Path_);
         if (end != std::string::npos) {
             Position_ = end + 1;
             if (line.ends_with('\r'))

@@ -15,6 +15,9 @@ namespace framework {
 /// Others may read and append while it is open.
 class FRAMEWORK_API TTextFile {
 public:
+    /// In bytes. No path, and no command that can be run, is nearly as long.
+    static constexpr std::size_t LongestLine = std::size_t{1024} * 1024;
+
     /// Opens an existing file for reading.
     static TTextFile Reset(const std::string& path);
     /// Creates the file, or empties it, for writing.
@@ -28,8 +31,9 @@ public:
     ~TTextFile();
 
     /// Reads the next line without its end (CR LF or LF; the last line may lack it); false at the
-    /// end of the file.
-    bool ReadLine(std::string& line);
+    /// end of the file. A longer line than the limit raises, and nothing behind it is read: whoever
+    /// made the file does not decide how much memory it takes.
+    bool ReadLine(std::string& line, std::size_t limit = LongestLine);
     /// Appends a line and CR LF.
     void WriteLine(std::string_view line);
     /// Writes what is buffered and closes the file. Call it after writing: the destructor cannot

@@ -19,10 +19,13 @@ struct HandOver {
 // The window lives as long as its thread; the system destroys it with the process.
 std::atomic<HWND> HandOverWindow{nullptr};
 std::atomic<DWORD> MainThreadId{0};
+// Main thread.
+unsigned HandOversServed = 0;
 
 LRESULT CALLBACK HandOverProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message != WM_HANDOVER)
         return ::DefWindowProcW(window, message, wParam, lParam);
+    ++HandOversServed;
     auto& handOver = *reinterpret_cast<HandOver*>(lParam);
     try {
         handOver.Action();
@@ -78,15 +81,25 @@ void Synchronize(const std::function<void()>& action) {
 }
 
 TWaitEnd WaitOnceServingHandOvers(HANDLE object, DWORD milliseconds) {
-    switch (WaitAndServe(object, milliseconds)) {
-        case WAIT_OBJECT_0:
-            return TWaitEnd::Signalled;
-        case WAIT_OBJECT_0 + 1:
+    const unsigned before = HandOversServed;
+    const ULONGLONG start = ::GetTickCount64();
+    for (DWORD left = milliseconds;;) {
+        switch (WaitAndServe(object, left)) {
+            case WAIT_OBJECT_0:
+                return TWaitEnd::Signalled;
+            case WAIT_OBJECT_0 + 1:
+                break;
+            case WAIT_TIMEOUT:
+                return TWaitEnd::TimedOut;
+            default:
+                RaiseLastOSError();
+        }
+        if (HandOversServed != before)
             return TWaitEnd::Served;
-        case WAIT_TIMEOUT:
-            return TWaitEnd::TimedOut;
-        default:
-            RaiseLastOSError();
+        // Somebody else's message is not what is waited for.
+        const ULONGLONG passed = ::GetTickCount64() - start;
+        if (milliseconds != INFINITE)
+            left = passed < milliseconds ? milliseconds - static_cast<DWORD>(passed) : 0;
     }
 }
 

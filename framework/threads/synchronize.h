@@ -27,8 +27,9 @@ FRAMEWORK_API void WaitServingHandOvers(HANDLE object);
 /// How a single wait ended.
 enum class TWaitEnd { Signalled, Served, TimedOut };
 
-/// Main thread: waits once, at most so many milliseconds, until the object is signalled or there is
-/// a hand-over or sent message, which is served. Raises EOSError when it cannot wait.
+/// Main thread: waits once, at most so many milliseconds, until the object is signalled or a
+/// hand-over has been served. Messages that others send are served meanwhile. Raises EOSError when
+/// it cannot wait.
 FRAMEWORK_API TWaitEnd WaitOnceServingHandOvers(HANDLE object, DWORD milliseconds);
 
 }  // namespace framework

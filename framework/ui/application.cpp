@@ -4,6 +4,7 @@
 #include "framework/base/text.h"
 #include "framework/threads/synchronize.h"
 #include "framework/ui/form.h"
+#include "framework/ui/keyboard.h"
 
 namespace framework {
 
@@ -11,6 +12,25 @@ TApplication& Application() {
     static TApplication& application = *new TApplication;
     return application;
 }
+
+namespace {
+
+/// Lets the system handle the keys of dialogs.
+bool IsDialogKey(HWND form, MSG& message) {
+    if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST)
+        return ::IsDialogMessageW(form, &message) != FALSE;
+    // Away from what cannot be left by keys. A form that is disabled takes no focus, and no keys.
+    if (!CanWalkFrom(::GetFocus(), form)) {
+        ::SetFocus(form);
+        if (!CanWalkFrom(::GetFocus(), form))
+            return true;
+    }
+    const HWND focus = ::GetFocus();
+    const TNoContainer plain(focus == form ? nullptr : focus);
+    return ::IsDialogMessageW(form, &message) != FALSE;
+}
+
+}  // namespace
 
 bool TApplication::ProcessMessage(MSG& message) {
     if (!::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
@@ -28,7 +48,7 @@ bool TApplication::ProcessMessage(MSG& message) {
             HandleException();
             return true;
         }
-        if (::IsDialogMessageW(top, &message))
+        if (IsDialogKey(top, message))
             return true;
     }
     ::TranslateMessage(&message);

@@ -11,7 +11,9 @@
 #include "framework/base/text.h"
 #include "framework/threads/synchronize.h"
 #include "framework/ui/application.h"
+#include "framework/ui/contrast.h"
 #include "framework/ui/form.h"
+#include "framework/ui/keyboard.h"
 #include "framework/ui/menus.h"
 
 namespace framework {
@@ -204,7 +206,7 @@ void TControl::OpenPopupMenu(LPARAM mouse) {
 LRESULT TControl::Colour(TControl& child, UINT message, WPARAM wParam, LPARAM lParam) {
     const LRESULT usual = ::CallWindowProcW(SystemProc_, Handle_, message, wParam, lParam);
     const HDC dc = reinterpret_cast<HDC>(wParam);
-    if (child.FontColor_)
+    if (child.FontColor_ && !HighContrast()())
         ::SetTextColor(dc, *child.FontColor_);
     if (!child.Color_)
         return usual;
@@ -258,13 +260,22 @@ void TControl::SetText(const std::string& text) {
 void TControl::SetEnabled(bool enabled) {
     // The system would leave nobody the focus, and no key would be heard. Forwards there may be a
     // button that a key pressed blindly must not meet.
-    if (!enabled && Parent_ && Focused())
-        if (const HWND before = ::GetNextDlgTabItem(::GetAncestor(Handle_, GA_ROOT), Handle_, TRUE))
-            ::SetFocus(before);
+    if (!enabled)
+        GiveFocusAway();
     ::EnableWindow(Handle_, enabled);
 }
 
+void TControl::GiveFocusAway() {
+    const HWND focus = ::GetFocus();
+    if (!Parent_ || !focus || (focus != Handle_ && !::IsChild(Handle_, focus)))
+        return;
+    if (const HWND before = StopBefore(focus, Handle_))
+        ::SetFocus(before);
+}
+
 void TControl::SetVisible(bool visible) {
+    if (!visible)
+        GiveFocusAway();
     ::ShowWindow(Handle_, visible ? SW_SHOWNA : SW_HIDE);
 }
 

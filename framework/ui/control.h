@@ -68,7 +68,7 @@ public:
     /// The colour behind the text as an index of the system's colours (COLOR_WINDOW,
     /// COLOR_BTNFACE...), or none for the control's usual one. Edits and labels follow it.
     std::optional<int> Color() const { return Color_; }
-    void SetColor(std::optional<int> systemColor);
+    virtual void SetColor(std::optional<int> systemColor);
     /// The colour of the text, or none for the usual one. Edits and labels follow it.
     void SetFontColor(std::optional<COLORREF> color);
     /// Writes the control's text in bold letters of the form's font.
@@ -133,6 +133,8 @@ private:
     void AlignAll();
     void FollowAnchors();
     void OpenPopupMenu(LPARAM mouse);
+    /// The keyboard must not stay where no key is heard.
+    void GiveFocusAway();
 
     HWND Handle_ = nullptr;
     WNDPROC SystemProc_ = nullptr;

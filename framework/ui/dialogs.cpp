@@ -81,7 +81,9 @@ bool SelectDirectory(const std::string& title, std::string& directory) {
     info.ulFlags = BIF_RETURNONLYFSDIRS | BIF_NEWDIALOGSTYLE;
     info.lpfn = FolderEvent;
     info.lParam = reinterpret_cast<LPARAM>(&start);
-    const TTaskWindowsDisabled others;
+    // The owner is the dialog's to disable: it is enabled again before the dialog goes, and so
+    // comes to the front.
+    const TTaskWindowsDisabled others(info.hwndOwner);
     const PIDLIST_ABSOLUTE chosen = browse(&info);
     if (!chosen)
         return false;
@@ -110,7 +112,7 @@ bool ChooseFile(const char* function, DWORD flags, const std::string& filter, st
     dialog.lpstrFile = name.data();
     dialog.nMaxFile = LongestPath;
     dialog.Flags = flags | OFN_EXPLORER | OFN_HIDEREADONLY | OFN_NOCHANGEDIR | OFN_PATHMUSTEXIST;
-    const TTaskWindowsDisabled others;
+    const TTaskWindowsDisabled others(dialog.hwndOwner);
     if (!choose(&dialog))
         return false;
     file = FromWide(name.c_str());
@@ -125,17 +127,25 @@ bool SaveFile(const std::string& filter, std::string& file) {
     return ChooseFile("GetSaveFileNameW", OFN_OVERWRITEPROMPT, filter, file);
 }
 
-bool AskYesNo(const std::string& caption, const std::string& text) {
+bool Ask(const std::string& caption, const std::string& text, UINT looks) {
     const HWND owner = Owner();
-    const TTaskWindowsDisabled others;
-    return ::MessageBoxW(owner, ToWide(text).c_str(), ToWide(caption).c_str(),
-                         MB_YESNO | MB_ICONQUESTION) == IDYES;
+    const TTaskWindowsDisabled others(owner);
+    return ::MessageBoxW(owner, ToWide(text).c_str(), ToWide(caption).c_str(), MB_YESNO | looks) ==
+           IDYES;
+}
+
+bool AskYesNo(const std::string& caption, const std::string& text) {
+    return Ask(caption, text, MB_ICONQUESTION);
+}
+
+bool AskRisk(const std::string& caption, const std::string& text) {
+    return Ask(caption, text, MB_ICONWARNING | MB_DEFBUTTON2);
 }
 
 }  // namespace
 
 TDialogFunctions& DialogFunctions() {
-    static TDialogFunctions functions{SelectDirectory, OpenFile, SaveFile, AskYesNo};
+    static TDialogFunctions functions{SelectDirectory, OpenFile, SaveFile, AskYesNo, AskRisk};
     return functions;
 }
 

@@ -25,6 +25,9 @@ struct TDialogFunctions {
 
     /// A question that is answered with Yes or No.
     std::function<bool(const std::string& caption, const std::string& text)> AskYesNo;
+
+    /// As AskYesNo, with a warning's picture and No as what Enter chooses: for what could harm.
+    std::function<bool(const std::string& caption, const std::string& text)> AskRisk;
 };
 
 /// The functions that the process uses, to be called or replaced.

@@ -5,6 +5,8 @@
 #include "framework/base/exceptions.h"
 #include "framework/ui/application.h"
 #include "framework/ui/buttons.h"
+#include "framework/ui/form_watcher.h"
+#include "framework/ui/keyboard.h"
 #include "framework/ui/menus.h"
 #include "framework/ui/task_windows.h"
 
@@ -19,6 +21,8 @@ void RegisterFormClass() {
     WNDCLASSW windowClass{};
     windowClass.lpfnWndProc = ::DefWindowProcW;
     windowClass.hInstance = ::GetModuleHandleW(nullptr);
+    // The program's, for all its windows; none in a program that has no icon.
+    windowClass.hIcon = ::LoadIconW(windowClass.hInstance, MAKEINTRESOURCEW(1));
     windowClass.hCursor = ::LoadCursorW(nullptr, ArrowCursor);
     windowClass.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
     windowClass.lpszClassName = FormClass;
@@ -206,9 +210,17 @@ void TForm::CloseQuery() {
         SetVisible(false);
 }
 
+void TForm::RememberFocus(HWND focus) {
+    // While the form is disabled nothing of it has the focus; what had it before is meant.
+    if (focus && ::IsChild(Handle(), focus))
+        LastFocus_ = focus;
+}
+
 void TForm::RestoreFocus() {
-    if (!LastFocus_ || !::IsChild(Handle(), LastFocus_) || !::IsWindowEnabled(LastFocus_) ||
-        !::IsWindowVisible(LastFocus_))
+    // What stands on a disabled window would still hear the keys.
+    if (!Enabled())
+        return;
+    if (!LastFocus_ || !::IsChild(Handle(), LastFocus_) || !CanWalkFrom(LastFocus_, Handle()))
         LastFocus_ = ::GetNextDlgTabItem(Handle(), nullptr, FALSE);
     if (LastFocus_)
         ::SetFocus(LastFocus_);
@@ -223,6 +235,12 @@ LRESULT TForm::WndProc(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_CLOSE:
             CloseQuery();
             return 0;
+        case WM_QUERYENDSESSION:
+            return QueryEndSession() ? TRUE : FALSE;
+        case WM_ENDSESSION:
+            if (wParam)
+                EndSession();
+            return 0;
         case WM_SHOWWINDOW:
             if (wParam)
                 Shown();
@@ -235,7 +253,10 @@ LRESULT TForm::WndProc(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         case WM_ACTIVATE:
             if (LOWORD(wParam) == WA_INACTIVE)
-                LastFocus_ = ::GetFocus();
+                RememberFocus(::GetFocus());
+            break;
+        case WM_ENABLE:
+            TFormWatcher::Tell(*this);
             break;
         case WM_SETFOCUS:
             RestoreFocus();

@@ -69,6 +69,10 @@ public:
 
     /// Makes Enter press that button from now on; none for no button.
     void SetDefaultButton(TButton* button);
+    /// The control that gets the focus when the form is active the next time and can be used: one
+    /// that stands on the form, anything else changes nothing. Whoever takes the focus from a form
+    /// tells here who had it.
+    void RememberFocus(HWND focus);
     /// Sees the keys pressed in the form and in forms hosted by it before the control that has the
     /// focus does, the hosted form first; true when it used the key up.
     std::function<bool(WPARAM key)> OnKeyPreview;
@@ -80,6 +84,11 @@ protected:
     virtual void Shown() {}
     /// The user wants to close the form. A modal form ends, another one is hidden.
     virtual void CloseQuery();
+    /// The user logs off or shuts the machine down: whether that suits. No place for dialogs.
+    virtual bool QueryEndSession() { return true; }
+    /// It happens now, whatever was answered: what is to be kept has to be kept before this
+    /// returns.
+    virtual void EndSession() {}
 
 private:
     friend class TApplication;

@@ -40,7 +40,7 @@ void TImage::DrawItem(const DRAWITEMSTRUCT& item) {
     ::DeleteDC(source);
 }
 
-TAnimate::TAnimate(TControl& parent) : TControl(&parent) {
+TAnimate::TAnimate(TControl& parent) : TControl(&parent), TFormWatcher(parent) {
     const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_ANIMATE_CLASS};
     ::InitCommonControlsEx(&classes);
     CreateHandle(ANIMATE_CLASSW, WS_CHILD | WS_VISIBLE | ACS_CENTER | ACS_TRANSPARENT, 0,
@@ -48,13 +48,25 @@ TAnimate::TAnimate(TControl& parent) : TControl(&parent) {
 }
 
 bool TAnimate::LoadResource(HINSTANCE module, int id) {
+    Playing_ = false;
     return ::SendMessageW(Handle(), ACM_OPENW, reinterpret_cast<WPARAM>(module),
                           reinterpret_cast<LPARAM>(MAKEINTRESOURCEW(id))) != 0;
 }
 
 void TAnimate::Play() {
+    Playing_ = true;
+    FormEnabledChanged();
+}
+
+void TAnimate::FormEnabledChanged() {
+    if (!Playing_)
+        return;
     constexpr WPARAM Endlessly = static_cast<WPARAM>(-1);
-    ::SendMessageW(Handle(), ACM_PLAY, Endlessly, MAKELPARAM(0, -1));
+    // Its frames come with the ticks of a timer.
+    if (FormEnabled())
+        ::SendMessageW(Handle(), ACM_PLAY, Endlessly, MAKELPARAM(0, -1));
+    else
+        ::SendMessageW(Handle(), ACM_STOP, 0, 0);
 }
 
 }  // namespace framework

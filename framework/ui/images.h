@@ -7,6 +7,7 @@
 #include "framework/api.h"
 #include "framework/base/handle.h"
 #include "framework/ui/control.h"
+#include "framework/ui/form_watcher.h"
 
 namespace framework {
 
@@ -25,8 +26,8 @@ private:
     GdiObject Bitmap_;
 };
 
-/// A silent clip, centred in the control.
-class FRAMEWORK_API TAnimate : public TControl {
+/// A silent clip, centred in the control. It rests while its form cannot be used.
+class FRAMEWORK_API TAnimate : public TControl, private TFormWatcher {
 public:
     explicit TAnimate(TControl& parent);
     /// Opens a clip from the module's AVI resources; the clip rests on its first frame. False, and
@@ -34,6 +35,11 @@ public:
     bool LoadResource(HINSTANCE module, int id);
     /// Plays all frames again and again.
     void Play();
+
+private:
+    void FormEnabledChanged() override;
+
+    bool Playing_ = false;
 };
 
 }  // namespace framework

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "framework/base/text.h"
+#include "framework/ui/contrast.h"
 #include "framework/ui/form.h"
 
 namespace framework {
@@ -170,7 +171,7 @@ LRESULT TListView::CustomDraw(NMLVCUSTOMDRAW& draw) const {
     if (!OnRowColor)
         return CDRF_DODEFAULT;
     if (draw.nmcd.dwDrawStage == CDDS_PREPAINT)
-        return CDRF_NOTIFYITEMDRAW;
+        return HighContrast()() ? CDRF_DODEFAULT : CDRF_NOTIFYITEMDRAW;
     const TListRow* const row = RowAt(static_cast<int>(draw.nmcd.dwItemSpec));
     if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT || !row)
         return CDRF_DODEFAULT;

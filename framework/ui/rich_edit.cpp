@@ -8,7 +8,9 @@
 #include <optional>
 
 #include "framework/base/exceptions.h"
+#include "framework/base/import.h"
 #include "framework/base/text.h"
+#include "framework/ui/contrast.h"
 
 namespace framework {
 namespace {
@@ -55,7 +57,7 @@ DWORD CALLBACK ReadPiece(DWORD_PTR cookie, BYTE* buffer, LONG size, LONG* done) 
 
 // Stays loaded: a window class is not to go while there may be windows of it.
 const wchar_t* RichEditClass() {
-    static const HMODULE library = ::LoadLibraryW(L"msftedit.dll");
+    static const HMODULE library = LoadSystemLibrary(L"msftedit.dll");
     if (!library)
         RaiseLastOSError();
     return MSFTEDIT_CLASS;
@@ -78,6 +80,17 @@ void TTextControl::CreateControl() {
         ::SendMessageW(Handle(), EM_SETUNDOLIMIT, 0, 0);
     ::SendMessageW(Handle(), EM_EXLIMITTEXT, 0, 0x7FFFFFFE);
     ::SendMessageW(Handle(), EM_SETEVENTMASK, 0, ENM_CHANGE);
+    TellColor();
+}
+
+void TTextControl::TellColor() {
+    ::SendMessageW(Handle(), EM_SETBKGNDCOLOR, !Color(),
+                   static_cast<LPARAM>(::GetSysColor(Color().value_or(COLOR_WINDOW))));
+}
+
+void TTextControl::SetColor(std::optional<int> systemColor) {
+    TControl::SetColor(systemColor);
+    TellColor();
 }
 
 void TTextControl::RenewControl() {
@@ -220,19 +233,41 @@ private:
     std::string Body_;
 };
 
+/// Of each byte its colour. What shows as one character has one: that of its first byte.
+std::vector<std::optional<COLORREF>> Paint(const std::string& text,
+                                           const std::vector<TColoredRange>& ranges) {
+    std::vector<std::optional<COLORREF>> painted(text.size());
+    for (const TColoredRange& range : ranges) {
+        const std::size_t start = std::min(range.Start, text.size());
+        const std::size_t length = std::min(range.Length, text.size() - start);
+        std::fill_n(painted.begin() + static_cast<std::ptrdiff_t>(start), length, range.Color);
+    }
+    for (std::size_t i = 0; i + 1 < text.size(); ++i) {
+        const bool lineEnd = text[i] == '\r' && text[i + 1] == '\n';
+        if (!lineEnd && !::IsDBCSLeadByte(static_cast<BYTE>(text[i])))
+            continue;
+        painted[i + 1] = painted[i];
+        ++i;
+    }
+    return painted;
+}
+
 }  // namespace
 
 void TRichEdit::ColorRanges(const std::vector<TColoredRange>& ranges) {
+    if (HighContrast()())
+        return;
     // To select a part and to colour it takes the longer, the more stands before it.
     TColoredText colored;
     const std::string text = Text();
-    std::size_t done = 0;
-    for (const TColoredRange& range : ranges) {
-        colored.Add(text.substr(done, range.Start - done), std::nullopt);
-        colored.Add(text.substr(range.Start, range.Length), range.Color);
-        done = range.Start + range.Length;
+    const std::vector<std::optional<COLORREF>> painted = Paint(text, ranges);
+    for (std::size_t start = 0; start < text.size();) {
+        std::size_t end = start + 1;
+        while (end < text.size() && painted[end] == painted[start])
+            ++end;
+        colored.Add(text.substr(start, end - start), painted[start]);
+        start = end;
     }
-    colored.Add(text.substr(done), std::nullopt);
     const std::string bytes = colored.Get();
     CHARFORMAT2W font{};
     font.cbSize = sizeof font;

@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -22,6 +23,8 @@ public:
     /// Adds text at the end and brings that into view. A CR LF may come in two pieces.
     void Append(const std::string& text);
 
+    /// The control asks nobody for its colours: it is told.
+    void SetColor(std::optional<int> systemColor) override;
     bool ReadOnly() const;
     void SetReadOnly(bool readOnly);
 
@@ -41,6 +44,7 @@ protected:
 private:
     void CreateControl();
     void RenewControl();
+    void TellColor();
 
     bool AfterReturn_ = false;  // what was appended last ended so
     TKind Kind_;
@@ -56,7 +60,7 @@ public:
 /// A part of a text that has a colour of its own.
 struct TColoredRange {
     std::size_t Start;   ///< In bytes of the text, a line's end counting two.
-    std::size_t Length;  ///< In bytes, not to end within a line's end.
+    std::size_t Length;  ///< In bytes.
     COLORREF Color;
 };
 
@@ -69,7 +73,8 @@ public:
     TTextView& View() { return View_; }
 
     /// Colours parts of the text, and gives the rest its usual colour. Afterwards the text is seen
-    /// from its beginning. @param ranges from the first to the last, none within another.
+    /// from its beginning. @param ranges in any order; where they overlap the last one counts, and
+    /// what of them lies beyond the end is left out.
     void ColorRanges(const std::vector<TColoredRange>& ranges);
 
 private:

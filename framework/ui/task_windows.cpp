@@ -1,5 +1,7 @@
 #include "framework/ui/task_windows.h"
 
+#include "framework/ui/form.h"
+
 namespace framework {
 namespace {
 
@@ -33,9 +35,13 @@ void EnableTaskWindows(const TTaskWindowList& windows) {
 
 TTaskWindowsDisabled::TTaskWindowsDisabled(HWND exempt)
     : Active_(::GetActiveWindow()), Focus_(::GetFocus()), Windows_(DisableTaskWindows(exempt)) {
+    if (!Focus_ || (exempt && ::IsChild(exempt, Focus_)))
+        return;
+    // The user may come back to the form long after the end of the bracket.
+    if (auto* form = dynamic_cast<TForm*>(TControl::FromHandle(::GetAncestor(Focus_, GA_ROOT))))
+        form->RememberFocus(Focus_);
     // A disabled window leaves the focus to its children, which would still hear the keys.
-    if (Focus_ && (!exempt || !::IsChild(exempt, Focus_)))
-        ::SetFocus(nullptr);
+    ::SetFocus(nullptr);
 }
 
 TTaskWindowsDisabled::~TTaskWindowsDisabled() {

@@ -19,22 +19,41 @@ std::map<UINT_PTR, TTimer*>& RunningTimers() {
 TTimer::TTimer(unsigned interval) : Interval_(interval) {}
 
 TTimer::~TTimer() {
-    SetEnabled(false);
+    Stop();
 }
 
 void TTimer::SetEnabled(bool enabled) {
-    if (enabled == Enabled())
+    if (enabled && !Enabled_ && MayTick())
+        Start();
+    if (!enabled)
+        Stop();
+    Enabled_ = enabled;
+}
+
+void TTimer::MayTickChanged() {
+    if (!Enabled_)
         return;
-    if (enabled) {
-        Id_ = ::SetTimer(nullptr, 0, Interval_, Tick);
-        if (Id_ == 0)
-            RaiseLastOSError();
-        RunningTimers()[Id_] = this;
-    } else {
-        ::KillTimer(nullptr, Id_);
-        RunningTimers().erase(Id_);
-        Id_ = 0;
-    }
+    if (MayTick())
+        Start();
+    else
+        Stop();
+}
+
+void TTimer::Start() {
+    if (Id_ != 0)
+        return;
+    Id_ = ::SetTimer(nullptr, 0, Interval_, Tick);
+    if (Id_ == 0)
+        RaiseLastOSError();
+    RunningTimers()[Id_] = this;
+}
+
+void TTimer::Stop() {
+    if (Id_ == 0)
+        return;
+    ::KillTimer(nullptr, Id_);
+    RunningTimers().erase(Id_);
+    Id_ = 0;
 }
 
 void TTimer::Restart() {

@@ -3,9 +3,11 @@
 #include <windowsx.h>
 
 #include <cstring>
+#include <ranges>
 #include <utility>
 
 #include "framework/base/text.h"
+#include "framework/ui/contrast.h"
 #include "framework/ui/form.h"
 
 namespace framework {
@@ -50,8 +52,7 @@ void TTreeViewNode::DeleteChildren() {
     // Else the selection would wander from one node that goes to the next.
     for (const TTreeViewNode* node = Tree_.Selected(); node; node = node->Parent_)
         if (node->Parent_ == this) {
-            ::SendMessageW(Tree_.Handle(), TVM_SELECTITEM, TVGN_CARET,
-                           reinterpret_cast<LPARAM>(Parent_ ? Item_ : nullptr));
+            Tree_.Select(Parent_ ? this : nullptr);
             break;
         }
     // The system first: what it tells meanwhile is about nodes that are still there.
@@ -120,8 +121,7 @@ void TTreeViewNode::SetSelected(bool selected) {
     if (!selected && !Selected())
         return;
     Tree_.InsertPending();
-    ::SendMessageW(Tree_.Handle(), TVM_SELECTITEM, TVGN_CARET,
-                   reinterpret_cast<LPARAM>(selected ? Item_ : nullptr));
+    Tree_.Select(selected ? this : nullptr);
 }
 
 bool TTreeViewNode::Selected() const {
@@ -186,6 +186,25 @@ TTreeViewNode* TTreeView::Selected() const {
     return reinterpret_cast<TTreeViewNode*>(item.lParam);
 }
 
+void TTreeView::Select(const TTreeViewNode* node) {
+    std::vector<const TTreeViewNode*> closed;
+    for (auto above = node ? node->Parent() : nullptr; above; above = above->Parent())
+        if (!above->Expanded())
+            closed.push_back(above);
+    {
+        struct TReveal {
+            bool& Flag;
+            explicit TReveal(bool& flag) : Flag(flag) { Flag = true; }
+            ~TReveal() { Flag = false; }
+        } const reveal(Revealing_);
+        for (const TTreeViewNode* above : std::ranges::reverse_view(closed))
+            ::SendMessageW(Handle(), TVM_EXPAND, TVE_EXPAND,
+                           reinterpret_cast<LPARAM>(above->Item_));
+    }
+    ::SendMessageW(Handle(), TVM_SELECTITEM, TVGN_CARET,
+                   reinterpret_cast<LPARAM>(node ? node->Item_ : nullptr));
+}
+
 void TTreeView::BeginUpdate() {
     ++Deferring_;
     if (++Updating_ == 1)
@@ -225,7 +244,9 @@ void TTreeView::SetIndent(int indent) {
 }
 
 LRESULT TTreeView::Expanding(const NMTREEVIEWW& expanding) {
-    if (!OnExpanding || !(expanding.action & TVE_EXPAND))
+    // Above a node there are children already; a handler that made them anew would take away the
+    // very node that is to be selected.
+    if (!OnExpanding || !(expanding.action & TVE_EXPAND) || Revealing_)
         return FALSE;
     struct TDeferral {
         TTreeView& Tree;
@@ -242,7 +263,7 @@ LRESULT TTreeView::CustomDraw(NMTVCUSTOMDRAW& draw) {
     if (!OnNodeColor)
         return CDRF_DODEFAULT;
     if (draw.nmcd.dwDrawStage == CDDS_PREPAINT)
-        return CDRF_NOTIFYITEMDRAW;
+        return HighContrast()() ? CDRF_DODEFAULT : CDRF_NOTIFYITEMDRAW;
     auto* const node = reinterpret_cast<TTreeViewNode*>(draw.nmcd.lItemlParam);
     if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT || !node)
         return CDRF_DODEFAULT;

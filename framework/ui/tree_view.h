@@ -30,6 +30,7 @@ public:
     /// @param state 1 to 15, or 0 for no state image.
     void SetImages(int image, int selected, int state) override;
     void SetHasChildren(bool hasChildren) override;
+    /// Nodes that are closed above the node are opened as they are; OnExpanding is not asked.
     void SetSelected(bool selected) override;
 
     const std::string& Text() const { return Text_; }
@@ -91,7 +92,7 @@ public:
     TNotifyEvent OnChange;
     TNotifyEvent OnClick;
     /// A node is about to be expanded, by the user or by SetExpanded: the place to fill in its
-    /// children. False refuses.
+    /// children, anew each time. False refuses.
     std::function<bool(TTreeViewNode& node)> OnExpanding;
     /// The user has pressed a node's state image, or the space bar on the selected node that has
     /// one.
@@ -113,11 +114,14 @@ private:
     LRESULT Expanding(const NMTREEVIEWW& expanding);
     LRESULT CustomDraw(NMTVCUSTOMDRAW& draw);
     void InsertPending();
+    /// Selects a node, or none; the only way to do so.
+    void Select(const TTreeViewNode* node);
 
     // Nodes inserted below one another in a bracket, first to last, not yet known to the system.
     std::vector<TTreeViewNode*> Pending_;
     int Updating_ = 0;
     int Deferring_ = 0;
+    bool Revealing_ = false;  // what is above a node being selected is opened
     std::unique_ptr<TTreeViewNode> Root_;
 };
 

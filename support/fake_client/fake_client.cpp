@@ -76,6 +76,14 @@ std::string ReadInput(char end, int count) {
     return input;
 }
 
+void CloseOutput(bool keepErrors) {
+    // A console would keep a handle of the output for itself.
+    ::FreeConsole();
+    ::CloseHandle(::GetStdHandle(STD_OUTPUT_HANDLE));
+    if (!keepErrors)
+        ::CloseHandle(::GetStdHandle(STD_ERROR_HANDLE));
+}
+
 void StartGrandchild(const char* milliseconds) {
     char program[MAX_PATH];
     ::GetModuleFileNameA(nullptr, program, sizeof program);
@@ -113,17 +121,20 @@ int main(int count, char** arguments) {
             ::Sleep(static_cast<DWORD>(number(2)));
         }
     } else if (mode == "close-output-and-stay") {
-        // A console would keep a handle of the output for itself.
-        ::FreeConsole();
-        ::CloseHandle(::GetStdHandle(STD_OUTPUT_HANDLE));
-        ::CloseHandle(::GetStdHandle(STD_ERROR_HANDLE));
+        // With "errors" it keeps the other stream, and so does a grandchild that may follow.
+        CloseOutput(words.size() > 1);
+        if (words.size() > 2)
+            StartGrandchild(words[2].c_str());
         ::Sleep(60000);
+    } else if (mode == "close-output-and-complain") {
+        CloseOutput(true);
+        for (int i = number(1); i > 0; --i) {
+            ::Sleep(static_cast<DWORD>(number(2)));
+            Write("late ", STD_ERROR_HANDLE);
+        }
     } else if (mode == "close-output-and-read") {
         // Its end is that of the input; with "errors" it keeps the other stream.
-        ::FreeConsole();
-        ::CloseHandle(::GetStdHandle(STD_OUTPUT_HANDLE));
-        if (words.size() < 2)
-            ::CloseHandle(::GetStdHandle(STD_ERROR_HANDLE));
+        CloseOutput(words.size() > 1);
         return static_cast<int>(ReadInput('\0', 1).size()) + 5;
     } else if (mode == "flood-both") {
         FloodBoth(number(1));
@@ -141,6 +152,10 @@ int main(int count, char** arguments) {
     } else if (mode == "grandchild") {
         StartGrandchild(words[1].c_str());
         return number(2);
+    } else if (mode == "with-grandchild") {
+        // Both stay, and both hold the output.
+        StartGrandchild(words[1].c_str());
+        ::Sleep(static_cast<DWORD>(number(1)));
     } else if (mode == "zeros") {
         Write(std::string("before\0behind\r\n", 15));
     } else if (mode == "ask") {

@@ -40,6 +40,10 @@ TEST_F(CommandLog, AppendsAddAndRemoveToAnExistingFile) {
     Give(" remove 100%s.c");
     EXPECT_EQ(Logged(), "before\r\n add a.c;" + Folder.Path() + "\r\n remove 100%s.c;" +
                             Folder.Path() + "\r\n");
+    // A message may have lines; the log has one for each command.
+    support::WriteBytes(LogFile, "");
+    Give(" add -m \"one\r\ntwo\nthree\r\" a.c");
+    EXPECT_EQ(Logged(), " add -m \"one two three \" a.c;" + Folder.Path() + "\r\n");
     Obj.Messages.Clear();
     Give("");
     EXPECT_EQ(Obj.Messages.All(),
@@ -111,6 +115,29 @@ TEST_F(CommandLog, StillCountsAsOffLineDuringTheReplay) {
               "server is offline \r\n"
               "CVS command   add b.c saved  in vcsCommand.log \r\n");
     EXPECT_FALSE(FileExists(LogFile));
+}
+
+TEST_F(CommandLog, WaitsWhileACommandRuns) {
+    Obj.ConnectionType = cnLocal;
+    support::WriteBytes(LogFile, " exit 0;C:\\\r\n");
+    int tries = 0;
+    Obj.OnMessage = [&, before = Obj.OnMessage](framework::TObject* sender,
+                                                const std::string& text) {
+        before(sender, text);
+        if (text != "working")
+            return;
+        ++tries;
+        Obj.Set_ServerOnline(true);
+        EXPECT_FALSE(Obj.ServerOnline());
+        EXPECT_EQ(Obj.CommandLine, " say-and-sleep working 0");
+    };
+    Give(" say-and-sleep working 0");
+    EXPECT_EQ(tries, 1);
+    EXPECT_TRUE(FileExists(LogFile)) << "or its commands were lost";
+    EXPECT_NE(Obj.Messages.All().find("execute already running"), std::string::npos);
+    Obj.Set_ServerOnline(true);
+    EXPECT_FALSE(FileExists(LogFile));
+    EXPECT_TRUE(Obj.ServerOnline());
 }
 
 TEST_F(CommandLog, SurvivesDamageAndMissingFolders) {

@@ -236,7 +236,12 @@ TEST_F(Customvcs, DeletesNothingForAnEmptyList) {
     WriteBytes(Folder / "kept.c", "text");
     Obj.FileItems.AddDir(Folder.Path());
     Obj.FileItems.AddExt("*.c", true, Km_none);
-    Obj.DeleteFileListsFiles();
+    EXPECT_TRUE(Obj.DeleteFileListsFiles()) << "nothing was to be deleted";
+    EXPECT_TRUE(FileExists(Folder / "kept.c"));
+    // Neither does an empty name stand for the folder, nor a folder's for a file.
+    Obj.FileItems.Clear();
+    Obj.FileItems.AddFile(Folder.Path(), Km_none);
+    EXPECT_FALSE(Obj.DeleteFileListsFiles());
     EXPECT_TRUE(FileExists(Folder / "kept.c"));
 }
 

@@ -103,7 +103,10 @@ TEST(MoveFileExt, FailsWithoutANameOrASource) {
     EXPECT_FALSE(MoveFileExt("", File, true));
     EXPECT_FALSE(MoveFileExt(File, "", true));
     EXPECT_FALSE(MoveFileExt(Folder / "missing.txt", Folder / "b.txt", true));
+    EXPECT_FALSE(MoveFileExt(Folder / "?.txt", Folder / "b.txt", true));
+    EXPECT_FALSE(MoveFileExt(File, Folder / "b*.txt", true));
     EXPECT_TRUE(FileExists(File));
+    EXPECT_FALSE(FileExists(Folder / "b.txt"));
 }
 
 TEST(RevoveFilesExt, DeletesEveryFileOfTheList) {
@@ -164,6 +167,13 @@ TEST(RevoveDirExt, DeletesAFolderWithReadOnlyAndHiddenFiles) {
     const std::string File = Folder.MakeFile("file");
     EXPECT_FALSE(RevoveDirExt(File));
     EXPECT_TRUE(FileExists(File));
+    // What is in a folder that cannot be named may be a link to somewhere else.
+    Folder.MakeFolder("dir");
+    const std::wstring Below = framework::ToWide(Folder / "dir\\") + L"\u0100";
+    ASSERT_TRUE(::CreateDirectoryW(Below.c_str(), nullptr));
+    EXPECT_FALSE(RevoveDirExt(Folder / "dir"));
+    EXPECT_EQ(::GetLastError(), ERROR_INVALID_NAME);
+    EXPECT_NE(::GetFileAttributesW(Below.c_str()), INVALID_FILE_ATTRIBUTES);
 }
 
 TEST(Links, KeepWhatLiesBehindThem) {

@@ -12,22 +12,33 @@
 namespace tandrel {
 namespace {
 
+/// All names of a table, in their order.
+template <class TTable>
+std::string Joined(const TTable& table) {
+    std::string joined;
+    for (const std::string_view name : table)
+        joined.append(name).append(1, ',');
+    return joined;
+}
+
 TEST(NameTables, StandInTheOrderOfTheirEnumerations) {
     static_assert(otRlog == 25 && TOperationNames.size() == 26);
     static_assert(sizeof(TOperationType) == 1 && sizeof(TMergeType) == 1);
-    // One from the start, middle and end of each run: a name too many or too few would shift them.
-    EXPECT_EQ(TOperationNames[otCreateLRep], "init");
-    EXPECT_EQ(TOperationNames[otStatus], "status");
-    EXPECT_EQ(TOperationNames[otHistory], "history");
-    EXPECT_EQ(TOperationNames[otTag], "tag");
-    EXPECT_EQ(TOperationNames[otRlog], "rlog");
-    EXPECT_EQ(TKeywModeNames[Km_none], "");
-    EXPECT_EQ(TKeywModeDescr[Km_kkvl], "default with lokers name");
-    EXPECT_EQ(TKeywModeNames[Km_kv], "-kv");
-    EXPECT_EQ(TKeywModeDescr[Km_kv], "only keyword values");
-    EXPECT_EQ(TFileTypeNames[fi_dir], "directory");
-    EXPECT_EQ(TActionEditName[aeAll], "all");
-    EXPECT_EQ(TWatchSubCommName[wsRemove], "remove");
+    EXPECT_EQ(Joined(TOperationNames),
+              "init,import,checkout,update,commit,release,add,remove,status,admin,annotate,diff,"
+              "edit,editors,export,history,log,login,logout,rdiff,rtag,tag,unedit,watch,watchers,"
+              "rlog,");
+    EXPECT_EQ(Joined(TKeywModeNames), ",-kkv,-kkvl,-kk,-ko,-kb,-ku,-kv,");
+    EXPECT_EQ(Joined(TKeywModeDescr),
+              "current,default,default with lokers name,only keyword names,disable,binary,unicode,"
+              "only keyword values,");
+    EXPECT_EQ(Joined(TFileTypeNames), "file,directory,,,");
+    EXPECT_EQ(Joined(TActionEditName), ",edit,unedit,all,");
+    EXPECT_EQ(Joined(TWatchSubCommName), "on,off,add,remove,");
+    // The members that the names are looked up by.
+    EXPECT_EQ(otStatus * 1000 + otTag, 8021);
+    EXPECT_EQ(Km_ko * 10 + Km_kv, 47);
+    EXPECT_EQ(fi_igrnore * 100 + aeUnedit * 10 + wsAdd, 222);
 }
 
 TEST(NameTables, GiveOnePastTheEndForNoMember) {
@@ -57,8 +68,8 @@ TEST(Utils, JoinAndTrim) {
     EXPECT_EQ(RemoveBackSlash("//a"), "/a");
     EXPECT_EQ(RemoveBackSlash("\\a"), "\\a");
     EXPECT_EQ(FirstChar(""), "");
-    EXPECT_EQ(LastPos("a\\b\\c", '\\'), 4);
-    EXPECT_EQ(LastPos("abc", '\\'), 0);
+    EXPECT_EQ(LastPos("a\\b\\c", "\\"), 4);
+    EXPECT_EQ(LastPos("abc", "\\"), 0);
     EXPECT_EQ(LeftPadCh("7", '0', 2), "07");
     EXPECT_EQ(LeftPadCh("123", '0', 2), "123");
     EXPECT_EQ(LeftPadCh("7", '0', INT_MIN), "7");
@@ -77,9 +88,9 @@ TEST(Utils, CopyUpToACharacter) {
     CopyFromPosToString(Result, 1, ';', Result);
     EXPECT_EQ(Result, "name");
 
-    EXPECT_EQ(RemoveBeforeString("-kb", '-'), "kb");
-    EXPECT_EQ(RemoveBeforeString("a-b-c", '-'), "b-c");
-    EXPECT_EQ(RemoveBeforeString("kb", '-'), "");
+    EXPECT_EQ(RemoveBeforeString("-kb", "-"), "kb");
+    EXPECT_EQ(RemoveBeforeString("a-b-c", "-"), "b-c");
+    EXPECT_EQ(RemoveBeforeString("kb", "-"), "");
 }
 
 TEST(Utils, CountFromAPosition) {
@@ -112,17 +123,28 @@ TEST(Utils, CopyBetweenPositions) {
     EXPECT_EQ(Copy_FromPosToEnd("abcde", 0), "abcde");
 }
 
+/// What the functions that count from a position make of it.
+std::string FromPosition(std::string_view Text, int Pos) {
+    std::string Copied = "none";
+    CopyFromPosToString(Text, Pos, ';', Copied);
+    return Copied + '|' + std::to_string(CountFromPosToString(Text, Pos, ';')) + '|' +
+           std::to_string(CountFromPosToPerevod(Text, Pos)) + '|' +
+           CopyStartFromPos_BeforePos(Text, Pos, INT_MAX) + '|' + Copy_FromPosToEnd(Text, Pos);
+}
+
 TEST(Utils, TakeAnyPosition) {
-    for (const std::string_view Text : {"", "\r\n", "a;b"}) {
-        for (const int Pos : {INT_MIN, INT_MIN + 1, -1, 0, 4, 5, INT_MAX - 1, INT_MAX}) {
-            std::string Result;
-            CopyFromPosToString(Text, Pos, ';', Result);
-            EXPECT_LE(CountFromPosToString(Text, Pos, ';'), 3);
-            EXPECT_LE(CountFromPosToPerevod(Text, Pos), 3);
-            IsPerevodBeforePos(Text, Pos);
-            for (const int Before : {INT_MIN, 0, 1, INT_MAX})
-                EXPECT_LE(CopyStartFromPos_BeforePos(Text, Pos, Before).size(), Text.size());
-            EXPECT_EQ(Copy_FromPosToEnd(Text, Pos), Pos > 1 ? "" : Text);
+    EXPECT_EQ(FromPosition("a;b\r\n", 1), "a|1|3|a;b\r\n|a;b\r\n");
+    EXPECT_EQ(FromPosition("a;b\r\n", 6), "none|0|0||");
+    for (const std::string_view Text : {"", "\r\n", "a;b", "a;b\r\n"}) {
+        const int End = static_cast<int>(Text.size()) + 1;
+        for (const int Pos : {INT_MIN, INT_MIN + 1, -1, 0}) {
+            EXPECT_EQ(FromPosition(Text, Pos), FromPosition(Text, 1)) << Text << Pos;
+            EXPECT_FALSE(IsPerevodBeforePos(Text, Pos)) << Text << Pos;
+            EXPECT_EQ(CopyStartFromPos_BeforePos(Text, Pos, Pos), "") << Text << Pos;
+        }
+        for (const int Pos : {End + 1, End + 2, INT_MAX - 1, INT_MAX}) {
+            EXPECT_EQ(FromPosition(Text, Pos), FromPosition(Text, End)) << Text << Pos;
+            EXPECT_EQ(IsPerevodBeforePos(Text, Pos), false) << Text << Pos;
         }
     }
 }

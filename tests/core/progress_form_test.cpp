@@ -13,6 +13,8 @@
 
 namespace {
 
+using tandrel::TCvsExecuteClass;
+using tandrel::Progress_frm::TProgressThread;
 using tandrel::Progress_frm::TVcs_ProgressForm;
 using tests::TTestObject;
 
@@ -122,20 +124,58 @@ TEST_F(ProgressForm, DisablesTheHostsWindowsForTheRun) {
 TEST_F(ProgressForm, RefusesASecondRunMeanwhile) {
     int refused = 0;
     {
-        const TDuringRun again(200, [&] {
+        framework::TTimer again(50);
+        again.OnTimer = [&](framework::TObject*) {
+            // Once the client has spoken, whenever that is.
+            if (Obj.Messages.All() != "x")
+                return;
+            again.SetEnabled(false);
             ++refused;
             const std::string command = Obj.CommandLine;
             Obj.CommandLine = " second";
             Obj.Execute("C:\\");
             Obj.CommandLine = command;
-        });
-        Obj.Run("say-and-sleep x 500");
+        };
+        again.SetEnabled(true);
+        Obj.Run("say-and-sleep x 1000");
     }
     EXPECT_EQ(refused, 1);
     EXPECT_EQ(Obj.Messages.All(),
               "xCvs execute  second failed,reason execute already running \r\n"
               " CVS command execute successful  with Exitcode 0\r\n");
     EXPECT_EQ(Obj.ExitCode, 0);
+}
+
+TEST_F(ProgressForm, CanBeUsedByWhoeverRunsSomethingOfHisOwn) {
+    Obj.Run("exit 0");
+    ASSERT_NE(Form(), nullptr);
+    TCvsExecuteClass& runner = *Obj.ExecuteClass;
+    Obj.Messages.Clear();
+    int ends = 0;
+    runner.OnEndProgress = [&](framework::TObject* sender) {
+        EXPECT_EQ(sender, &runner);
+        ++ends;
+    };
+    {
+        Obj.CommandLine = " say-and-sleep said 0";
+        TProgressThread worker(true, runner);
+        worker.SendMsg("a line");
+        worker.SendMsg("");
+        worker.SendMsg2("raw, ");
+        worker.ExecuteCommand("C:\\");
+        Form()->Thread = &worker;
+        Form()->BitBtn2Click(nullptr);
+        EXPECT_TRUE(worker.CancelMark);
+        Form()->Thread = nullptr;
+    }
+    EXPECT_EQ(Obj.Messages.All(),
+              "a line\r\nraw, said CVS command execute successful  with Exitcode 0\r\n");
+    runner.OnStopTimer(nullptr);
+    EXPECT_EQ(Form(), nullptr);
+    EXPECT_FALSE(runner.Timer.Enabled());
+    runner.OnTerminate(nullptr);
+    EXPECT_EQ(ends, 1);
+    EXPECT_TRUE(runner.Timer.Enabled());
 }
 
 }  // namespace

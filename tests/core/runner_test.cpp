@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "framework/base/exceptions.h"
+#include "framework/base/file_functions.h"
 #include "framework/threads/synchronize.h"
 #include "framework/ui/application.h"
 #include "framework/ui/timer.h"
@@ -46,19 +47,21 @@ TEST_F(Runner, TellsWhenTheClientCannotBeStarted) {
         EXPECT_EQ(sender, Obj.ExecuteClass.get());
         ++ends;
     };
-    const std::string complaint = "Could not create process \r\n";
+    const auto complaint = [](DWORD reason) {
+        return "Could not create process \r\n" + framework::SysErrorMessage(reason) + "\r\n";
+    };
     Obj.CvsExecutable = "no-such-client";
     Obj.Run("update");
-    EXPECT_EQ(Obj.Messages.All(), complaint);
+    EXPECT_EQ(Obj.Messages.All(), complaint(ERROR_FILE_NOT_FOUND));
     EXPECT_EQ(Obj.ExitCode, 1);
     Obj.CvsExecutable = support::FakeClient();
     Obj.Messages.Clear();
     Obj.Execute("C:\\a folder that is gone");
-    EXPECT_EQ(Obj.Messages.All(), complaint);
+    EXPECT_EQ(Obj.Messages.All(), complaint(ERROR_DIRECTORY));
     // No folder at all must not turn into the host's own.
     Obj.Messages.Clear();
     Obj.Execute("");
-    EXPECT_EQ(Obj.Messages.All(), complaint);
+    EXPECT_EQ(Obj.Messages.All(), complaint(ERROR_DIRECTORY));
     EXPECT_EQ(Obj.ExitCode, 1);
     EXPECT_EQ(ends, 3);
 }
@@ -203,6 +206,25 @@ TEST(RunnerAnswers, WritesOneFixedBlockForEachChunk) {
     EXPECT_FALSE(obj.AnswerPrompts) << "for one run only";
     obj.Run("say-and-sleep x 0");
     EXPECT_EQ(obj.Questions.size(), 2u);
+}
+
+/// Each piece comes after two writes of nothing.
+BOOL WINAPI ReadNothingFirst(HANDLE file, void* buffer, DWORD size, DWORD* read,
+                             OVERLAPPED* overlapped) {
+    static int Reads = 0;
+    *read = 0;
+    return ++Reads % 3 != 0 || ::ReadFile(file, buffer, size, read, overlapped);
+}
+
+TEST(RunnerAnswers, PassesOverWritesOfNothing) {
+    AnsweringObject obj;
+    obj.AnswerPrompts = true;
+    framework::FileFunctions().Read = ReadNothingFirst;
+    obj.Run("ask 1");
+    framework::FileFunctions() = {};
+    EXPECT_EQ(obj.Questions.size(), 2u);
+    EXPECT_EQ(obj.Messages.Texts.size(), 3u) << "two pieces, and how it ended";
+    EXPECT_TRUE(obj.Messages.All().starts_with("Are you sure? answer:;1024"));
 }
 
 TEST(RunnerAnswers, CutsAnAnswerThatIsTooLong) {

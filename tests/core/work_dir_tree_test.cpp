@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+#include <string>
+
 #include "framework/base/exceptions.h"
 #include "framework/base/file_functions.h"
 #include "framework/base/files.h"
@@ -88,6 +91,9 @@ public:
             item->Included = false;
     }
     bool CVS_SystemDirectory(const std::string& name) override { return name == "CVS"; }
+    bool CVS_SystemFile(const std::string& name) override {
+        return framework::SameText(name, ".cvsignore");
+    }
     int Fetched = 0;
     std::string Read;
 };
@@ -174,6 +180,8 @@ TEST_F(WorkDirTree, FetchesTextsOnce) {
     EXPECT_EQ(text.Text, "status1\r\n");
     item.OnSelect2(otStatus, text, true);
     EXPECT_EQ(text.Text, "status2\r\n");
+    EXPECT_EQ(item.StatusText, "status2\r\n");
+    EXPECT_FALSE(item.DiffLoaded);
     item.OnSelect2(otLog, text, false);
     EXPECT_EQ(text.Text, "log3\r\n");
     item.Changed = true;
@@ -181,6 +189,7 @@ TEST_F(WorkDirTree, FetchesTextsOnce) {
     item.OnSelect2(otDiff, text, false);
     EXPECT_EQ(text.Text, "");
     EXPECT_EQ(Obj.Fetched, 4) << "an empty difference is a result";
+    EXPECT_TRUE(item.DiffLoaded);
     item.OnSelect2(otDiff, text, true);
     EXPECT_EQ(Obj.Fetched, 5);
     item.OnSelect2(otUpdate, text, true);
@@ -196,13 +205,63 @@ TEST_F(WorkDirTree, WritesIgnoreLists) {
     TWorkDirItem& other = Add(Obj.WorkDirTree, "other", true);
     other.Included = false;
     Add(*other.Children, "not visited").Included = false;
+    Add(Obj.WorkDirTree, "included.c");
     support::WriteBytes(Folder / "folder\\.cvsignore", "old\r\n");
     support::WriteBytes(Folder / "other\\.cvsignore", "old\r\n");
     Obj.WorkDirTree.SaveIgnore(".cvsignore");
     EXPECT_EQ(support::ReadBytes(Folder / ".cvsignore"), "a.o\r\nother\r\n.cvsignore\r\n");
     EXPECT_EQ(support::ReadBytes(Folder / "folder\\.cvsignore"), "b.o\r\n.cvsignore\r\n");
     EXPECT_EQ(support::ReadBytes(Folder / "other\\.cvsignore"), "old\r\n");
+    // Two folders on one level make one list, where the last excluded entry is.
+    ::DeleteFileA((Folder / ".cvsignore").c_str());
+    other.Directory = Folder / "other";
+    Obj.WorkDirTree.SaveIgnore("list");
+    EXPECT_EQ(support::ReadBytes(Folder / "other\\list"), "a.o\r\nother\r\n.cvsignore\r\n");
+    EXPECT_FALSE(framework::FileExists(Folder / "list"));
     inner.Directory = Folder / "gone";
+    EXPECT_THROW(Obj.WorkDirTree.SaveIgnore(".cvsignore"), framework::EInOutError);
+}
+
+TEST_F(WorkDirTree, LeavesAListAloneThatExcludesNothingButItself) {
+    Add(Obj.WorkDirTree, ".cvsIgnore").Included = false;
+    support::WriteBytes(Folder / ".cvsignore", "*.o\r\n.cvsignore\r\n");
+    for (const bool keep : {false, true}) {
+        Obj.KeepIgnorePatterns = keep;
+        Obj.WorkDirTree.SaveIgnore(".cvsignore");
+        EXPECT_EQ(support::ReadBytes(Folder / ".cvsignore"), "*.o\r\n.cvsignore\r\n");
+    }
+    Obj.KeepIgnorePatterns = false;
+    Add(Obj.WorkDirTree, "a.c").Included = false;
+    Obj.WorkDirTree.SaveIgnore(".cvsignore");
+    EXPECT_EQ(support::ReadBytes(Folder / ".cvsignore"), "a.c\r\n.cvsignore\r\n")
+        << "its own line stands once";
+}
+
+TEST_F(WorkDirTree, KeepsThePatternsOfAListWhenAskedTo) {
+    Obj.KeepIgnorePatterns = true;
+    Add(Obj.WorkDirTree, ".cvsignore").Included = false;
+    Add(Obj.WorkDirTree, "out", true).Included = false;
+    Add(Obj.WorkDirTree, "back.c");
+    TWorkDirItem& folder = Add(Obj.WorkDirTree, "sub", true);
+    TWorkDirItem& inner = Add(*folder.Children, "x.o");
+    inner.Directory = Folder / "sub";
+    inner.Included = false;
+    framework::ForceDirectories(Folder / "sub");
+    support::WriteBytes(Folder / ".cvsignore",
+                        "*.o  *.x\n OUT \n\n!\n.CVSIGNORE\nback.c\nnot there.c\nout");
+    const std::string expected = "*.o  *.x\r\n!\r\nnot there.c\r\nout\r\n.cvsignore\r\n";
+    for (int round = 0; round < 2; ++round) {
+        Obj.WorkDirTree.SaveIgnore(".cvsignore");
+        EXPECT_EQ(support::ReadBytes(Folder / ".cvsignore"), expected);
+        EXPECT_EQ(support::ReadBytes(Folder / "sub\\.cvsignore"), "x.o\r\n.cvsignore\r\n");
+    }
+    // A list that cannot be read, or not to its end, is not replaced.
+    const std::string endless = "*.o\r\n" + std::string(2000000, 'x');
+    support::WriteBytes(Folder / ".cvsignore", endless);
+    EXPECT_THROW(Obj.WorkDirTree.SaveIgnore(".cvsignore"), framework::EInOutError);
+    EXPECT_TRUE(support::ReadBytes(Folder / ".cvsignore") == endless);
+    const framework::FileHandle held(::CreateFileA((Folder / ".cvsignore").c_str(), GENERIC_READ, 0,
+                                                   nullptr, OPEN_EXISTING, 0, nullptr));
     EXPECT_THROW(Obj.WorkDirTree.SaveIgnore(".cvsignore"), framework::EInOutError);
 }
 
@@ -250,23 +309,48 @@ TEST_F(WorkDirTree, LoadsEveryFolderAndGoesOnAfterErrors) {
               "info ignore info ignore info ignore info ignore ");
     Obj.Messages.Clear();
     Obj.Set_WorkingDirectory(Folder / "gone");
+    EXPECT_FALSE(Obj.ModelCurrent) << "it is that of another folder";
     Obj.Load_WorkDirTree();
     EXPECT_EQ(Obj.Messages.All(), "working  directory is not set\r\n");
+    EXPECT_TRUE(Obj.WorkDirTree.Empty());
+    EXPECT_TRUE(Obj.ModelCurrent);
 }
 
-TEST_F(WorkDirTree, FindsTheIconOfAKindWhoseFirstNameCannotBeWritten) {
-    // The code page has no long vowels: the system lists the name with a plain letter.
-    const std::wstring path = framework::ToWide(Folder.Path()) + L"\\a\u0101.txt";
-    ASSERT_TRUE(framework::FileHandle(
-        ::CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr)));
+TEST_F(WorkDirTree, CanBeLoadedAnewByTheOneWhoIsTold) {
+    support::WriteBytes(Folder / "bad\\x.txt", "text");
+    support::WriteBytes(Folder / "z.txt", "text");
     Obj.Set_WorkingDirectory(Folder.Path());
-    support::WriteBytes(Folder / "b.txt", "text");
+    int told = 0;
+    Obj.OnMessage = [&](framework::TObject*, const std::string& text) {
+        EXPECT_EQ(text, "bad records\r\n");
+        if (++told == 1)
+            Obj.Load_WorkDirTree();
+        EXPECT_EQ(Obj.WorkDirTree.Count(), 2);
+    };
     Obj.Load_WorkDirTree();
-    std::string listed;
+    EXPECT_EQ(told, 2);
+    EXPECT_NE(Obj.WorkDirTree.ItemExist(Folder.Path(), "z.txt"), nullptr);
+}
+
+TEST_F(WorkDirTree, ShowsNamesThatCannotBeWrittenAndGoesNowhereByThem) {
+    // The code page has no long vowels, and the system's look-alikes are plain letters.
+    const std::wstring path = framework::ToWide(Folder.Path()) + L"\\a\u0101";
+    ASSERT_TRUE(framework::FileHandle(::CreateFileW((path + L".txt").c_str(), GENERIC_WRITE, 0,
+                                                    nullptr, CREATE_NEW, 0, nullptr)));
+    ASSERT_TRUE(::CreateDirectoryW(path.c_str(), nullptr));
+    support::WriteBytes(Folder / "aa\\x.c", "text");
+    support::WriteBytes(Folder / "b.txt", "text");
+    Obj.Set_WorkingDirectory(Folder.Path());
+    Obj.Load_WorkDirTree();
+    std::multiset<std::string> listed;
     for (const TWorkDirItem& item : Obj.WorkDirTree)
-        listed += item.Name + (item.ImageIndex < 0 ? " none, " : " icon, ");
-    EXPECT_EQ(listed, "aa.txt none, b.txt icon, ");
-    ::DeleteFileW(path.c_str());
+        listed.insert(item.Name + (item.ImageIndex < 0 ? " none " : " icon ") +
+                      std::to_string(item.Children->Count()));
+    EXPECT_EQ(listed, (std::multiset<std::string>{"a? icon 0", "a?.txt none 0", "aa icon 1",
+                                                  "b.txt icon 0"}))
+        << "a kind has its icon in spite of a name that finds none";
+    const framework::EInOutError error(ERROR_INVALID_NAME, Folder / "a?");
+    EXPECT_EQ(Obj.Messages.All(), std::string(error.what()) + "\r\n");
 }
 
 }  // namespace

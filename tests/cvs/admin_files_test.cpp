@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "cvs/AdminFiles.h"
+#include "framework/base/exceptions.h"
 #include "framework/base/files.h"
 #include "tests/cvs/Sandbox.h"
 
@@ -14,28 +15,31 @@ using tests::TSandboxObject;
 TEST(AdminFiles, TakesARootApart) {
     struct {
         const char* Line;
+        bool HasMethod, IsLocal;
         TConnectionType Type;
         const char *User, *Server, *Path;
     } const cases[] = {
-        {"C:\\repo", cnLocal, "", "", "C:\\repo"},
-        {"/home/me@work/repo", cnLocal, "", "", "/home/me@work/repo"},
-        {":local:C:\\repo", cnLocal, "", "", "C:\\repo"},
-        {":pserver:me@host:/repo", cnPServer, "me", "host", "/repo"},
-        {":pserver:me:secret@host:/repo", cnPServer, "me", "host", "/repo"},
-        {":pserver:host:/repo", cnPServer, "", "host", "/repo"},
-        {":pserver:me@host:2402/repo", cnPServer, "me", "host", "2402/repo"},
-        {":ext:me@host:/repo", cnSSH, "me", "host", "/repo"},
-        {":ext:me@host/repo", cnSSH, "me", "host", "/repo"},
-        {":fork:/repo", cnLocal, "", "", "/repo"},
-        {":gserver:me@host:/repo", cnLocal, "me", "host", "/repo"},
-        {"::me@host:/repo", cnLocal, "me", "host", "/repo"},
-        {":", cnLocal, "", "", ""},
-        {":pserver", cnPServer, "", "", ""},
-        {":pserver:@", cnPServer, "", "", ""},
-        {"", cnLocal, "", "", ""},
+        {"C:\\repo", true, true, cnLocal, "", "", "C:\\repo"},
+        {"/home/me@work/repo", true, true, cnLocal, "", "", "/home/me@work/repo"},
+        {":local:C:\\repo", true, true, cnLocal, "", "", "C:\\repo"},
+        {":pserver:me@host:/repo", true, false, cnPServer, "me", "host", "/repo"},
+        {":pserver:me:secret@host:/repo", true, false, cnPServer, "me", "host", "/repo"},
+        {":pserver:host:/repo", true, false, cnPServer, "", "host", "/repo"},
+        {":pserver:me@host:2402/repo", true, false, cnPServer, "me", "host", "2402/repo"},
+        {":ext:me@host:/repo", true, false, cnSSH, "me", "host", "/repo"},
+        {":ext:me@host/repo", true, false, cnSSH, "me", "host", "/repo"},
+        {":fork:/repo", true, true, cnLocal, "", "", "/repo"},
+        {":gserver:me@host:/repo", true, false, cnLocal, "me", "host", "/repo"},
+        {"::me@host:/repo", false, false, cnLocal, "me", "host", "/repo"},
+        {":", false, false, cnLocal, "", "", ""},
+        {":pserver", true, false, cnPServer, "", "", ""},
+        {":pserver:@", true, false, cnPServer, "", "", ""},
+        {"", true, true, cnLocal, "", "", ""},
     };
-    for (const auto& [line, type, user, server, path] : cases) {
+    for (const auto& [line, method, local, type, user, server, path] : cases) {
         const TRootLine root = ParseRootLine(line);
+        EXPECT_EQ(root.HasMethod, method) << line;
+        EXPECT_EQ(root.IsLocal, local) << line;
         EXPECT_EQ(root.ConnectionType, type) << line;
         EXPECT_EQ(root.User, user) << line;
         EXPECT_EQ(root.Server, server) << line;
@@ -77,9 +81,48 @@ TEST(AdminFiles, ComposesTheRootOfARemoteCopy) {
     EXPECT_TRUE(obj.CVS_SystemFile(".CVSIGNORE"));
     EXPECT_EQ(obj.Get_RepositoryFileName("a.c", false) + obj.Get_RepositoryFileName("a", true),
               "a.c,va");
+    // A method that is not named leaves the type as it is.
+    support::WriteBytes(copy + "\\CVS\\Root", "::you@other:/repo\n");
+    obj.Set_WorkingDirectory(copy);
+    EXPECT_EQ(obj.CVSROOT(), ":pserver:you@other:/repo");
+    support::WriteBytes(copy + "\\CVS\\Root", ":pserver:me@host:2402/repo\n");
+    obj.Set_WorkingDirectory(copy);
     obj.Set_Modulename("mod");
     EXPECT_EQ(obj.Get_RepositoryPath("C:\\work\\MOD\\a.c"), ":pserver:me@host:2402/repo\\MOD\\a.c");
     EXPECT_EQ(obj.Get_RepositoryPath("C:\\work\\a.c"), "");
+}
+
+TEST(AdminFiles, TakesNothingFromTheFolderBefore) {
+    const support::TTempFolder folder("before");
+    struct {
+        const char *Root, *Expected;
+    } const cases[] = {
+        {":pserver:host2:/repo2\r\n", ":pserver:host2:/repo2"},  // and no user
+        {"", ""},
+        {"\r\n", ""},
+        {"C:\\repo\r\n", "C:\\repo"},
+    };
+    for (const auto& [root, expected] : cases) {
+        TCvsObject obj;
+        support::WriteBytes(folder / "one\\CVS\\Root", ":pserver:me@host:/repo\r\n");
+        support::WriteBytes(folder / "two\\CVS\\Root", root);
+        support::WriteBytes(folder / "two\\CVS\\Repository", "");
+        obj.Set_WorkingDirectory(folder / "one");
+        ASSERT_EQ(obj.CVSROOT(), ":pserver:me@host:/repo");
+        obj.Set_WorkingDirectory(folder / "two");
+        EXPECT_EQ(obj.CVSROOT(), expected);
+        char variable[64] = "";
+        ::GetEnvironmentVariableA("CVSROOT", variable, sizeof variable);
+        EXPECT_STREQ(variable, expected) << "what a child would inherit";
+        EXPECT_EQ(obj.Modulename(), "two");
+    }
+    // A part of this would be a root, too.
+    TCvsObject obj;
+    obj.Set_WorkingDirectory(folder / "one");
+    support::WriteBytes(folder / "two\\CVS\\Root", "C:\\" + std::string(20000, 'x'));
+    EXPECT_THROW(obj.Set_WorkingDirectory(folder / "two"), framework::EInOutError);
+    EXPECT_EQ(obj.CVSROOT(), "");
+    EXPECT_EQ(::GetEnvironmentVariableA("CVSROOT", nullptr, 0), 0u);
 }
 
 TEST(AdminFiles, FindsNamesInTheLogListInAnyCase) {

@@ -488,6 +488,103 @@ TEST_F(CommandTable, StrictQuotingGivesTheClientNoPatternAndNoOptionForAFile) {
     EXPECT_EQ(obj.CommandLine, " import -I! -I my??1].x -m \"no messages\" mod  ");
 }
 
+TEST_F(CommandTable, StrictQuotingLetsNoValueBeAnOption) {
+    const struct {
+        TOperationType Operation;
+        std::function<void(TCvsObject& obj, const std::string& value)> Set;
+        const char* Plain;
+    } cases[] = {
+        {otRlog, [](TCvsObject& obj, const std::string& value) { obj.Set_Modulename(value); },
+         " rlog -x"},
+        {otRdiff, [](TCvsObject& obj, const std::string& value) { obj.Set_Modulename(value); },
+         " rdiff -r HEAD -x"},
+        {otCheckOut, [](TCvsObject& obj, const std::string& value) { obj.Set_Modulename(value); },
+         " checkout -P -x"},
+        {otExport, [](TCvsObject& obj, const std::string& value) { obj.Set_Modulename(value); },
+         " export -x"},
+        {otRelease, [](TCvsObject& obj, const std::string& value) { obj.Set_Modulename(value); },
+         " release -x"},
+        {otImport, [](TCvsObject& obj, const std::string& value) { obj.Set_Modulename(value); },
+         " import -m \"no messages\" -x  "},
+        {otImport, [](TCvsObject& obj, const std::string& value) { obj.VendorTag = value; },
+         " import -m \"no messages\" mod -x "},
+        {otImport, [](TCvsObject& obj, const std::string& value) { obj.ReleaseTag = value; },
+         " import -m \"no messages\" mod  -x"},
+        {otTag, [](TCvsObject& obj, const std::string& value) { obj.TagName = value; },
+         " tag \"-x\""},
+        {otRtag, [](TCvsObject& obj, const std::string& value) { obj.TagName = value; },
+         " rtag \"-x\" mod"},
+        {otUpdate,
+         [](TCvsObject& obj, const std::string& value) {
+             obj.StikyType = stTag;
+             obj.StikyTag = value;
+         },
+         " update -P -r -x"},
+        {otAnnotate,
+         [](TCvsObject& obj, const std::string& value) {
+             obj.StikyType = stBranch;
+             obj.StikyBranch = value;
+         },
+         " annotate -r -x"},
+        {otUpdate,
+         [](TCvsObject& obj, const std::string& value) {
+             obj.MergeSpec.Kind = mtPlusRevTag;
+             obj.MergeSpec.Rev1 = "1.1";
+             obj.MergeSpec.Rev2 = value;
+         },
+         " update -P \"-j1.1\" \"-j-x\""},
+        {otDiff,
+         [](TCvsObject& obj, const std::string& value) {
+             obj.DiffSpec.Kind = dctTwoRevision;
+             obj.DiffSpec.Rev1 = "1.1";
+             obj.DiffSpec.Rev2 = value;
+         },
+         " diff -r 1.1 -r -x"},
+    };
+    for (const auto& [operation, set, plain] : cases) {
+        SCOPED_TRACE(plain);
+        tests::TSandboxObject obj(Sandbox, Copy);
+        obj.Operation = operation;
+        set(obj, "-x");
+        obj.ParseCommand();
+        EXPECT_EQ(obj.CommandLine, plain);
+        obj.StrictQuoting = true;
+        for (const std::string& value :
+             {std::string("-x"), std::string("a\nb"), std::string("a\tb"), std::string("a\rb")}) {
+            obj.CommandLine.clear();
+            set(obj, value);
+            EXPECT_THROW(obj.ParseCommand(), framework::Exception) << value;
+            EXPECT_EQ(obj.CommandLine, "");
+        }
+        set(obj, "x-1");
+        EXPECT_TRUE(obj.ParseCommand());
+    }
+}
+
+TEST_F(CommandTable, StrictQuotingKeepsAValueWhole) {
+    tests::TSandboxObject obj(Sandbox, Copy);
+    obj.StrictQuoting = true;
+    // A zero would end the command, and what stands behind it, such as the files, would be all.
+    obj.FileItems.AddFile(Copy + "\\a.c", Km_none);
+    obj.CommitMessage = std::string("half\0whole", 10);
+    obj.Operation = otCommit;
+    EXPECT_THROW(obj.ParseCommand(), framework::Exception);
+    obj.CommitMessage = "lines\r\n\tand tabs";
+    EXPECT_EQ(ArgumentsOf(obj, otCommit), "[commit]\r\n[-m]\r\n[lines\n\tand tabs]\r\n[a.c]");
+    obj.CommitMessage.clear();
+    obj.FileItems.Clear();
+    obj.FileItems.AddExt("*.x\" -d \"", false, Km_kb);
+    EXPECT_EQ(ArgumentsOf(obj, otImport),
+              "[import]\r\n[-I!]\r\n[-m]\r\n[no messages]\r\n[-W]\r\n[ *.x\" -d \" -k 'b' ]\r\n"
+              "[mod]");
+    // An option without its revision would swallow the end of the options before the file.
+    obj.FileItems.Clear();
+    obj.FileItems.AddFile(Copy + "\\-x", Km_none);
+    obj.DiffSpec.Kind = dctRevision;
+    obj.Operation = otDiff;
+    EXPECT_THROW(obj.ParseCommand(), framework::Exception);
+}
+
 TEST_F(CommandTable, OptionsStayUntilTheyAreReset) {
     tests::TSandboxObject obj(Sandbox, Copy);
     EXPECT_GT(obj.StikyDate, 38000.0) << "the moment of construction";

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <random>
+#include <tuple>
 
 #include "core/Cvs_datetext.h"
 #include "cvs/LogParser.h"
@@ -176,6 +177,40 @@ TEST_F(RealLog, SeesNoMoreThanWasCaptured) {
     Obj.FileItems.AddFile(Copy + "\\a.c", Km_none);
     EXPECT_TRUE(Obj.ParseLogInfo());
     EXPECT_TRUE(Obj.LogListA.Empty()) << "no chunk was kept";
+}
+
+TEST_F(RealLog, TellsOfMoreThanItReads) {
+    // As if the client had written all that.
+    std::string names, dates;
+    for (int i = 0; i <= 100001; ++i) {
+        names += "\tL" + std::to_string(i) + ": 1.1\r\n";
+        dates += "revision 1.1\r\ndate: " + std::to_string(i) + ";\r\n";
+    }
+    bool given = false;
+    std::string more;
+    Obj.OnMessage = [&, before = Obj.OnMessage](framework::TObject* sender,
+                                                const std::string& text) {
+        before(sender, text);
+        if (framework::TStringList* const list = Obj.OutputList; list && !given) {
+            given = true;
+            list->Add(more);
+        }
+    };
+    const std::string complaint = "error parsing RFS log\r\n";
+    for (const auto& [parse, text, list, count] :
+         {std::tuple{&TCvsObject::ParseLogInfo, Header(names), &Obj.LogListA, 100000},
+          {&TCvsObject::ParseLogInfoForRevDate, dates, &Obj.LogListB, 100001}}) {
+        given = false;
+        more = text;
+        Obj.Messages.Clear();
+        EXPECT_TRUE((Obj.*parse)()) << "the client has succeeded";
+        EXPECT_TRUE(Obj.Messages.All().ends_with(complaint));
+        EXPECT_EQ(list->Count(), count) << "what was read stays";
+        given = true;
+        Obj.Messages.Clear();
+        EXPECT_TRUE((Obj.*parse)());
+        EXPECT_EQ(Obj.Messages.All().find(complaint), std::string::npos);
+    }
 }
 
 TEST_F(RealLog, SingleFileOperationsSetTheirOptions) {

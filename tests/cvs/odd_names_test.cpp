@@ -36,7 +36,7 @@ protected:
     OddNames() {
         Obj.OutputListLimit = 1000;
         Obj.StrictQuoting = true;
-        Obj.CommitMessage = "he said \"no\", 100% & 'why' \xF6 \\";
+        Obj.CommitMessage = "-f he said \"no\", 100% & 'why' \xF6 \\";
         if (GetParam()) {
             tests::ConnectToServer(Obj);
             EXPECT_TRUE(Obj.Login(false)) << Obj.Messages.All();
@@ -111,11 +111,11 @@ protected:
 
 void OddNames::ImportAndCheckOut() {
     const std::string source = Sandbox.Folder / Module, bytes("\r\n\x1A\n$Id$\xFF", 9);
-    Sandbox.Write(source + "\\not [this] one.x", "private");
+    Sandbox.Write(source + "\\-not [this] one.x", "private");
     Sandbox.Write(source + "\\p\xEFx 1.dat", bytes);
     Obj.Set_ProjectRoot(Sandbox.Folder.Path());
     Obj.Set_Modulename(Module);
-    Obj.FileItems.AddIgnore(source + "\\not [this] one.x");
+    Obj.FileItems.AddIgnore(source + "\\-not [this] one.x");
     Obj.FileItems.AddExt("*.dat", false, Km_kb);
     Obj.VendorTag = "V";
     Obj.ReleaseTag = "START";
@@ -232,7 +232,7 @@ void OddNames::Leave() {
     Obj.FileItems.Clear();
     Obj.StikyType = stHead;
     Obj.UseTargetDir = true;
-    Obj.TargetDir = "exp\xF6rted & 'clean'";
+    Obj.TargetDir = "-exp\xF6rted & 'clean'";
     Run(&TCustomCvsObj::Export_cmd);
     EXPECT_EQ(Sandbox.Read(Work + "\\" + Obj.TargetDir + "\\" + Names[0]),
               "first\r\nsecond, and longer\r\n");

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "core/CvsExecute.h"
+#include "framework/base/exceptions.h"
 #include "framework/base/files.h"
 #include "framework/base/format.h"
 #include "tests/cvs/Sandbox.h"
@@ -109,7 +111,7 @@ TEST_F(Operations, ADayOnAWorkingCopy) {
     obj.OnCreateLabel = [&](TCvsObject&) { ++labelling; };
     EXPECT_TRUE(obj.Create_Tag(false));
     EXPECT_EQ(labelling, 1);
-    EXPECT_FALSE(obj.TagBranch);
+    EXPECT_EQ(obj.CommandLine, " tag \"REL\"") << "neither a branch nor a deletion";
     obj.TagName = "BRANCH";
     int branching = 0;
     obj.OnCreateBranch = [&](TCvsObject&) { ++branching; };
@@ -117,7 +119,7 @@ TEST_F(Operations, ADayOnAWorkingCopy) {
     EXPECT_EQ(branching, 1);
     EXPECT_TRUE(obj.TagBranch) << "and stays so";
     const std::string log = Sandbox.Ask("rlog -h mod/a.c");
-    EXPECT_NE(log.find("REL: 1.1.1.1"), std::string::npos) << log;
+    EXPECT_NE(log.find("REL: 1.1.1.1\r\n"), std::string::npos) << log;
     EXPECT_NE(log.find("BRANCH: 1.1.1.1.0.2"), std::string::npos) << log;
 
     std::string events;
@@ -204,10 +206,78 @@ TEST_F(Operations, NeedARoot) {
     obj.SetCVSROOT("   ");
     obj.Messages.Clear();
     EXPECT_FALSE(obj.Status());
-    EXPECT_FALSE(obj.Update()) << "and there is no result to show";
-    EXPECT_FALSE(obj.Import(true));
     const std::string complaint = "CVSROOT variable is not set \r\n";
-    EXPECT_EQ(obj.Messages.All(), complaint + complaint + complaint);
+    EXPECT_EQ(obj.Messages.All(), complaint);
+    // The code of the command before, which succeeded, is not theirs.
+    ASSERT_EQ(obj.ExitCode, 0);
+    const std::string failed = " execute with Exitcode 1";
+    ExpectResult("CVS update", "CVS update  \"mod\"" + failed);
+    EXPECT_FALSE(obj.Update());
+    ExpectResult("CVS import", "CVS import " + obj.WorkingDirectory() + failed);
+    EXPECT_FALSE(obj.Import(true));
+    obj.ExitCode = 7;
+    ExpectResult("CVS CheckOut", "CVS project mod" + failed);
+    EXPECT_FALSE(obj.CheckOut(true));
+    EXPECT_FALSE(obj.CheckOut(false)) << "and no form";
+    EXPECT_EQ(obj.ExitCode, 7);
+}
+
+TEST_F(Operations, StayWhatTheyAreWhateverTheHostRunsBefore) {
+    const std::string copy = Sandbox.CheckOut("work");
+    TSandboxObject obj(Sandbox, copy);
+    obj.TagName = "REL";
+    obj.OnCommit = obj.OnCreateLabel = [&](TCvsObject& sender) { EXPECT_TRUE(sender.Status()); };
+    EXPECT_TRUE(obj.Commit(false));
+    EXPECT_EQ(obj.CommandLine, " commit -m \" no messages\"");
+    EXPECT_TRUE(obj.Create_Tag(false));
+    EXPECT_EQ(obj.CommandLine, " tag \"REL\"");
+}
+
+TEST_F(Operations, LetWhatAHandlerRaisesThrough) {
+    const std::string copy = Sandbox.CheckOut("work");
+    TSandboxObject obj(Sandbox, copy);
+    int told = 0;
+    obj.OnMessage = [&](framework::TObject*, const std::string&) {
+        ++told;
+        throw framework::Exception("the host's own");
+    };
+    EXPECT_THROW(obj.Commit(false), framework::Exception);  // what begins
+    EXPECT_EQ(told, 1) << "it is not told of its own error";
+    EXPECT_THROW(obj.Create_Tag(false), framework::Exception);  // a label without a name
+    obj.FileItems.AddFile(Sandbox.Folder / "elsewhere.c", Km_none);
+    obj.ExitCode = 0;
+    EXPECT_THROW(obj.Status(), framework::Exception);  // bad input
+    EXPECT_EQ(obj.ExitCode, 1);
+    EXPECT_EQ(told, 3);
+    obj.FileItems.Clear();
+    obj.OnCommit = [](TCvsObject&) { throw framework::EInOutError(5, "a file of the host"); };
+    EXPECT_THROW(obj.Commit(false), framework::EInOutError);
+    EXPECT_EQ(told, 3);
+}
+
+TEST_F(Operations, AddInOneCommandUnlessQuotingIsStrict) {
+    const std::string copy = Sandbox.CheckOut("work");
+    TSandboxObject obj(Sandbox, copy);
+    obj.ConnectionType = cnPServer;
+    obj.Set_ServerOnline(true);
+    obj.CvsExecutable = support::FakeClient();
+    obj.FileItems.AddFile(copy + "\\new\\n.c", Km_none);
+    std::vector<std::string> runs;
+    obj.ExecuteClass->OnEndProgress = [&](framework::TObject*) {
+        runs.push_back(obj.CommandLine);
+        obj.ExitCode = 0;
+    };
+    const std::string whole = " add -m \" no messages\" new new\\n.c";
+    EXPECT_TRUE(obj.Add());
+    EXPECT_EQ(runs, std::vector<std::string>{whole});
+    runs.clear();
+    obj.StrictQuoting = true;
+    EXPECT_TRUE(obj.Add());
+    EXPECT_EQ(runs, (std::vector<std::string>{" add -m \" no messages\" new", whole}));
+    runs.clear();
+    obj.ConnectionType = cnLocal;
+    EXPECT_TRUE(obj.Add());
+    EXPECT_EQ(runs, std::vector<std::string>{whole});
 }
 
 TEST_F(Operations, NeedFilesToAddOrRemove) {
@@ -232,27 +302,7 @@ TEST_F(Operations, FailInTheOpen) {
     obj.Set_WorkingDirectory(Sandbox.Folder / "gone");
     obj.Messages.Clear();
     EXPECT_FALSE(obj.Status());
-    EXPECT_EQ(obj.Messages.All(), "Could not create process \r\n");
-
-    // Called from a handler of a run; a server would get the new folder first.
-    obj.Set_WorkingDirectory(copy);
-    obj.ConnectionType = cnPServer;
-    obj.Set_ServerOnline(true);
-    bool added = true;
-    obj.OnMessage = [&, before = obj.OnMessage](framework::TObject* sender,
-                                                const std::string& text) {
-        before(sender, text);
-        if (text != "working")
-            return;
-        obj.FileItems.AddFile(copy + "\\new\\n.c", Km_none);
-        added = obj.Add();
-        EXPECT_EQ(obj.ExitCode, 1) << "of the command that runs";
-    };
-    obj.CvsExecutable = support::FakeClient();
-    obj.CommandLine = " say-and-sleep working 1";
-    obj.Execute(copy);
-    EXPECT_FALSE(added);
-    EXPECT_NE(obj.Messages.All().find("execute already running"), std::string::npos);
+    EXPECT_TRUE(obj.Messages.All().starts_with("Could not create process \r\n"));
 }
 
 // --- around the command -----------------------------------------------------------------------

@@ -4,8 +4,10 @@
 
 #include <functional>
 
+#include "framework/base/exceptions.h"
 #include "framework/base/file_functions.h"
 #include "tests/cvs/PlaceProject.h"
+#include "tests/support/FormDriver.h"
 
 namespace {
 
@@ -123,5 +125,57 @@ TEST_P(PlaceProjectMishap, LosesNothing) {
 
 INSTANTIATE_TEST_SUITE_P(, PlaceProjectMishap, testing::ValuesIn(Mishaps),
                          [](const auto& info) { return std::string(info.param.Name); });
+
+// --- whose folder it is -----------------------------------------------------------------------
+
+TEST_F(PlaceProject, LeavesABackupAloneThatIsNotItsOwn) {
+    // Somebody makes a folder of that name, and then something goes wrong.
+    When("Imorting directory", [this] {
+        Sandbox.Write(Backup + "\\main.c", "older");
+        throw framework::Exception("the host breaks off");
+    });
+    EXPECT_THROW(Obj.PlaceProjectAccepted(), framework::Exception);
+    ExpectUntouched();
+    EXPECT_EQ(Sandbox.Read(Backup + "\\main.c"), "older");
+    // The same, later: the folder cannot be moved there.
+    support::DeleteFolder(Backup);
+    Obj.OnMessage = [this](framework::TObject*, const std::string& said) {
+        if (said.starts_with(" CVS command execute successful"))
+            Sandbox.Write(Backup + "\\main.c", "older");
+    };
+    EXPECT_THROW(Obj.PlaceProjectAccepted(), framework::EOSError);
+    ExpectUntouched();
+    EXPECT_EQ(Sandbox.Read(Backup + "\\main.c"), "older");
+}
+
+TEST_F(PlaceProject, BringsItsFilesBackWhateverTheHostTurnsTo) {
+    Sandbox.Write(Sandbox.Folder / "other\\o.c", "other");
+    Sandbox.Write(Sandbox.Folder / "other.precvs\\main.c", "another's copy");
+    When("CheckOut project", [this] { Obj.Set_WorkingDirectory(Sandbox.Folder / "other"); });
+    tests::ExpectForm("CVS PlaceProject",
+                      [](framework::TForm& form) { tests::Click(form, "BitBtn1"); });
+    Obj.PlaceProjectAccepted();
+    EXPECT_EQ(Snapshot(Project), Before);
+    EXPECT_FALSE(DirectoryExists(Backup));
+    EXPECT_EQ(Sandbox.Read(Sandbox.Folder / "other.precvs\\main.c"), "another's copy");
+}
+
+TEST_F(PlaceProject, BringsAllItsFilesBackBeforeTheHostCanBreakOff) {
+    FileHandle open;
+    const auto raise = [] { throw framework::EInOutError(ERROR_DISK_FULL, "a protocol"); };
+    When("CheckOut project", [&] { open = OpenForOneself(Backup + "\\lf.c"); });
+    When("File " + Backup, raise);
+    EXPECT_THROW(Obj.PlaceProjectAccepted(), framework::EInOutError);
+    open.Reset();
+    EXPECT_EQ(Snapshot(Backup).size(), 1u) << "the one that is held open";
+    ExpectNothingLost();
+}
+
+TEST_F(PlaceProject, BringsItsFilesBackWhenTheHostBreaksOffAtOnce) {
+    When("For directory", [] { throw framework::EInOutError(ERROR_DISK_FULL, "a protocol"); });
+    EXPECT_THROW(Obj.PlaceProjectAccepted(), framework::EInOutError);
+    EXPECT_EQ(Snapshot(Project), Before);
+    EXPECT_FALSE(DirectoryExists(Backup));
+}
 
 }  // namespace

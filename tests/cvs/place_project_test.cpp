@@ -121,7 +121,6 @@ TEST_F(PlaceProject, DoesNotMixFoldersOfTheSameNameWithTheRecords) {
 
 TEST_F(PlaceProject, RefusesWhatIsAWorkingCopy) {
     const std::string copy = Sandbox.CheckOut("work");
-    Obj.OnPlaceProject = [](TCvsObject&) { ADD_FAILURE() << "nothing is to be placed"; };
     Obj.Set_WorkingDirectory(copy);
     PlaceInVain();
     EXPECT_EQ(Obj.Messages.All(), "Project already  in CVS \r\n");
@@ -134,7 +133,6 @@ TEST_F(PlaceProject, RefusesWhatIsAWorkingCopy) {
 }
 
 TEST_F(PlaceProject, RefusesWhatTheCheckOutWouldNotMake) {
-    Obj.OnPlaceProject = [](TCvsObject&) { ADD_FAILURE() << "nothing is to be placed"; };
     const auto refuse = [this](const std::string& reason) {
         Obj.Messages.Clear();
         PlaceInVain();
@@ -155,11 +153,59 @@ TEST_F(PlaceProject, RefusesWhatTheCheckOutWouldNotMake) {
     ASSERT_NE(Obj.ProjectRoot(), Sandbox.Folder / "x\\deep");
     refuse("Working directory(" + (Sandbox.Folder / "x\\deep\\x") +
            ") is not the folder of project x");
+    // But the host may still put that right.
+    Obj.OnPlaceProject = [&](TCvsObject& sender) {
+        sender.Set_ProjectRoot(Sandbox.Folder / "x\\deep");
+    };
+    ExpectResult(true);
+    EXPECT_TRUE(Obj.PlaceProjectAccepted()) << Obj.Messages.All();
+    EXPECT_TRUE(DirectoryExists(Sandbox.Folder / "x\\deep\\x\\CVS"));
+    EXPECT_EQ(Sandbox.Read(Sandbox.Folder / "x\\deep\\x\\a.c"), "a\r\n");
+    Obj.OnPlaceProject = nullptr;
     Obj.Set_WorkingDirectory(Project + "\\");
     refuse("There is no name for a copy of directory(" + Project + "\\), nothing was done");
     Obj.Set_ProjectRoot(Project);
     Obj.Set_Modulename("");
     refuse("Working directory(" + Project);
+}
+
+TEST_F(PlaceProject, ChecksBeforeItWritesAnything) {
+    const auto refuse = [this](const std::string& folder, const std::string& reason) {
+        Obj.Load_WorkDirTree();
+        Obj.WorkDirTree.ItemExist(Obj.WorkingDirectory(), "main.c")->Included = false;
+        Obj.Set_Modulename(folder);
+        Obj.Messages.Clear();
+        PlaceInVain();
+        EXPECT_EQ(Obj.Messages.All(), reason);
+        EXPECT_EQ(Snapshot(Project), Before) << "and no list of what was excluded";
+        Obj.Set_WorkingDirectory(Project);
+    };
+    // The model is that of the folder that was chosen before.
+    const std::string gone = Sandbox.Folder / "gone";
+    refuse("gone", "Directory(" + gone + ") does not exist, nothing was done\r\n");
+    Sandbox.Write(Backup + "\\old.c", "");
+    refuse("pr\xF6 j", "Directory(" + Backup + ") already exists, nothing was done\r\n");
+}
+
+TEST_F(PlaceProject, KeepsThePatternsOfIgnoreListsWhenAskedTo) {
+    Obj.KeepIgnorePatterns = true;
+    Obj.UseDefaultIgnore = true;
+    Sandbox.Write(Project + "\\.cvsignore", "*.private\r\n.cvsignore\r\n");
+    Sandbox.Write(Project + "\\sub\\.cvsignore", "*.private\r\n");
+    for (const char* name : {"\\key.private", "\\sub\\key.private"})
+        Sandbox.Write(Project + name, "secret");
+    Before = Snapshot(Project);
+    Obj.Load_WorkDirTree();
+    Obj.WorkDirTree.ItemExist(Project, "sub")
+        ->Children->ItemExist(Project + "\\sub", "private.x")
+        ->Included = false;
+    ExpectResult(true);
+    EXPECT_TRUE(Obj.PlaceProjectAccepted()) << Obj.Messages.All();
+    TSnapshot after = Before;
+    after["sub\\.cvsignore"] = "*.private\r\nprivate.x\r\n.cvsignore\r\n";
+    EXPECT_EQ(Snapshot(Project), after);
+    const std::string list = Sandbox.Ask("rls -R \"pr\xF6 j\"");
+    EXPECT_EQ(list.find("private"), std::string::npos) << list;
 }
 
 // --- nothing is lost --------------------------------------------------------------------------

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 
+#include "core/Cvs_files.h"
 #include "core/ProjectFiles.h"
 #include "framework/base/exceptions.h"
 #include "framework/base/file_functions.h"
@@ -14,6 +15,7 @@
 #include "framework/base/format.h"
 #include "support/WaitUntil.h"
 #include "tests/cvs/Sandbox.h"
+#include "tests/framework/kept_entries.h"
 #include "tests/support/FormDriver.h"
 #include "tests/support/Links.h"
 
@@ -86,7 +88,8 @@ TEST_F(ProjectCopy, ListsFilesButNoFoldersAndNothingBehindLinks) {
     framework::ForceDirectories(Copy + "\\empty");
     Sandbox.Write(Root + "\\outside\\x.c", "");
     tests::MakeLink(Copy, "link", "../outside");
-    std::vector<std::string> list{"as it was"};
+    framework::TStringList list;
+    list.Add("as it was");
     TCvsObject::CreateCopyList(Copy, list);
     TCvsObject::CreateCopyList(Root + "\\nowhere", list);
     std::vector<std::string> names;
@@ -110,7 +113,8 @@ TEST_F(ProjectCopy, LosesAllRecordsAndNothingElse) {
         Sandbox.Client("-Q update -r BRANCH", Copy);
         Sandbox.Client("-Q edit", Copy);
         ASSERT_TRUE(FileExists(Copy + "\\CVS\\Tag") && DirectoryExists(Copy + "\\CVS\\Base"));
-        for (const char* name : {"Entries.Extra", "Entries.Old", "Entries.Extra.Old"})
+        for (const char* name : {"Entries.Extra", "Entries.Old", "Entries.Extra.Old", "Entries.Log",
+                                 "Entries.Backup", "Notify.tmp"})
             Sandbox.Write(Copy + "\\CVS\\" + name, "");
         Obj.Set_WorkingDirectory(Copy);
         Obj.KeepCvsIgnore = keepIgnore;
@@ -166,6 +170,18 @@ TEST_F(ProjectCopy, TellsWhichRecordsAreInUseAndGoesOn) {
     EXPECT_EQ(Obj.Messages.All(), "File " + held + " deleted \r\n") << "told once";
 }
 
+TEST_F(ProjectCopy, DoesNotTakeTheHostsErrorsForTheDisks) {
+    Sandbox.CheckOut("work");
+    Obj.Set_WorkingDirectory(Copy);
+    int told = 0;
+    Obj.OnMessage = [&](framework::TObject*, const std::string&) {
+        ++told;
+        throw framework::EInOutError(ERROR_DISK_FULL, "the host's protocol");
+    };
+    EXPECT_THROW(Obj.DeleteCVSDirs(Copy), framework::EInOutError);
+    EXPECT_EQ(told, 1);
+}
+
 TEST_F(ProjectCopy, DoesNotReachThroughLinks) {
     Sandbox.CheckOut("other");
     Sandbox.Write(Copy + "\\a.c", "a\r\n");
@@ -184,6 +200,32 @@ TEST_F(ProjectCopy, DoesNotReachThroughLinks) {
     tests::RemoveLink(Copy, "link");
     tests::RemoveLink(Copy, "CVS");
     tests::RemoveLink(Root + "\\CVS", "Base");
+}
+
+TEST_F(ProjectCopy, ReachesWhatACloudKeeps) {
+    // As a cloud's service marks all folders, those of the records, too.
+    const std::string kept = Copy + "\\kept";
+    const auto make = [&] {
+        Sandbox.Write(kept + "\\a.c", "a\r\n");
+        for (const char* name : {"\\CVS\\Entries", "\\kept below\\CVS\\Root"})
+            Sandbox.Write(kept + name, "");
+    };
+    make();
+    Obj.Set_WorkingDirectory(Copy);
+    for (const bool link : {true, false}) {
+        const KeptEntries marked(link ? IO_REPARSE_TAG_MOUNT_POINT : KeptEntries::Cloud);
+        Obj.Load_WorkDirTree();
+        EXPECT_EQ(Obj.WorkDirTree.ItemExist(Copy, "kept")->Children->Count(), link ? 0 : 2);
+        framework::TStringList list;
+        TCvsObject::CreateCopyList(Copy, list);
+        EXPECT_EQ(list.Count(), link ? 0 : 3);
+        EXPECT_TRUE(Obj.DeleteCVSDirs(Copy));
+        EXPECT_EQ(DirectoryExists(kept + "\\CVS"), link);
+        EXPECT_EQ(DirectoryExists(kept + "\\kept below\\CVS"), link);
+        make();
+        EXPECT_EQ(RevoveDirExt(kept), !link);
+        EXPECT_EQ(FileExists(kept + "\\a.c"), link);
+    }
 }
 
 TEST_F(ProjectCopy, LeavesTheRepositoryWhenItIsNotMeant) {
@@ -277,14 +319,18 @@ BOOL CALLBACK Compare(HWND window, LPARAM parameter) {
 
 TEST_F(ProjectCopy, OpensTheIgnoreListOfTheSelection) {
     const std::string folder = Root + "\\with blanks", list = folder + "\\.cvsignore";
-    Sandbox.Write(list, "old\r\n");
+    Sandbox.Write(folder + "\\here.c", "");
     Obj.Set_ProjectRoot(folder);
     Obj.Set_Modulename("");
     struct {
-        bool Ignore;
+        bool Ignore, Keep;
         const char* Content;
-    } const cases[] = {{true, "out\r\n*.o\r\n.cvsignore\r\n"}, {false, ".cvsignore\r\n"}};
-    for (const auto& [ignore, content] : cases) {
+    } const cases[] = {{true, false, "out\r\n*.o\r\n.cvsignore\r\n"},
+                       {false, false, ".cvsignore\r\n"},
+                       {true, true, "*.x\r\n!\r\nout\r\n*.o\r\n.cvsignore\r\n"}};
+    for (const auto& [ignore, keep, content] : cases) {
+        Sandbox.Write(list, "*.x\r\nhere.c\r\n*.o\r\n!\r\n.cvsignore\r\n");
+        Obj.KeepIgnorePatterns = keep;
         Obj.FileItems.Clear();
         Obj.FileItems.AddFile(folder + "\\a.c", Km_none);
         if (ignore)
@@ -369,7 +415,7 @@ protected:
         return FileExists(path) ? support::ReadBytes(path) : "-";
     }
     bool Bring(bool deleteSource) {
-        std::vector<std::string> from, to;
+        framework::TStringList from, to;
         TCvsObject::CreateCopyList(Folder / "from", from);
         TCvsObject::CreateCopyList(Folder / "to", to);
         Failures.clear();

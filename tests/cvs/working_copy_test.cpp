@@ -4,6 +4,7 @@
 
 #include <random>
 
+#include "core/CvsExecute.h"
 #include "cvs/AdminFiles.h"
 #include "framework/base/exceptions.h"
 #include "framework/base/files.h"
@@ -162,6 +163,61 @@ TEST_F(WorkingCopy, DiffersFromTheClientWhereItOnlyLooksAtRecords) {
     EXPECT_EQ(State("sub\\c.c"), "Not changed") << "other folders are read";
 }
 
+TEST_F(WorkingCopy, IsReadBehindMissingEntriesWhenAskedTo) {
+    Obj.ReadAllEntries = true;
+    for (const char* name : {"d.c", "e.c", "f.c", "g.c"})
+        Sandbox.Write(Copy + "\\" + name, "text\r\n");
+    Sandbox.Client("-Q add d.c e.c f.c g.c", Copy);
+    Sandbox.Client("-Q commit -m more", Copy);
+    EXPECT_EQ(State("g.c"), "Not changed");
+    EXPECT_EQ(Obj.Messages.All(), "");
+    const std::string complaint = "Directory(" + Copy + ") does not have ";
+    ::DeleteFileA((Copy + "\\a.c").c_str());
+    EXPECT_EQ(State("b.c") + "," + State("g.c") + "," + State("sub\\c.c"),
+              "Not changed,Not changed,Not changed");
+    EXPECT_EQ(Obj.Messages.All(), complaint + "1 of its entries: a.c\r\n");
+    for (const char* name : {"d.c", "e.c", "f.c"})
+        ::DeleteFileA((Copy + "\\" + name).c_str());
+    ::DeleteFileA((Copy + "\\sub\\c.c").c_str());
+    EXPECT_EQ(State("g.c"), "Not changed");
+    EXPECT_EQ(Obj.Messages.Texts.size(), 2u) << "one for each folder";
+    EXPECT_NE(Obj.Messages.All().find(complaint + "4 of its entries: a.c, d.c, e.c, ...\r\n"),
+              std::string::npos)
+        << Obj.Messages.All();
+    Obj.ReadAllEntries = false;
+    EXPECT_EQ(State("g.c"), "Not in repository");
+    EXPECT_NE(Obj.Messages.All().find("Error  reading " + Copy + "\\CVS\\Entries\r\n"),
+              std::string::npos);
+}
+
+TEST_F(WorkingCopy, TakesWhatAClientThatWasCutShortHasLeft) {
+    const std::string records = Copy + "\\CVS\\";
+    const std::string before = Sandbox.Read(records + "Entries");
+    const auto line = [&](const std::string& name) {
+        const std::size_t start = before.find("/" + name + "/");
+        return before.substr(start, before.find('\n', start) + 1 - start);
+    };
+    const std::string journal =
+        "R D/sub////\r\nA " + std::string("/B.C/1.1///\r\n") + "R /a.c/1.1///\r\nA " + line("a.c") +
+        "A /a.c/1.9/dummy timestamp//\r\nR /B.C/1.1///\r\n" + "R " + line("a.c") +
+        "X /a.c/1.7///\r\n\r\nA\r\n" + line("a.c") + "A /b.c/1.8/dummy timestamp//\r\n";
+    EXPECT_EQ(State("a.c") + "," + State("b.c"), "Not changed,Not changed");
+    Sandbox.Write(records + "Entries.Log", journal);
+    for (const bool all : {false, true}) {
+        Obj.ReadAllEntries = all;
+        EXPECT_EQ(State("a.c"), "Not changed");
+        EXPECT_EQ(State("b.c"), all ? "Changed in workspace" : "Not changed");
+        EXPECT_EQ(Obj.WorkDirTree.ItemExist(Copy, "b.c")->Revision, all ? "1.8" : "1.1.1.1");
+        EXPECT_EQ(Obj.WorkDirTree.ItemExist(Copy, "sub")->InRepository, !all);
+        EXPECT_EQ(Obj.Messages.All(), "");
+    }
+    // As the client itself takes it, which leaves its records in order afterwards.
+    Sandbox.Client("-Q update -l a.c", Copy);
+    EXPECT_NE(Sandbox.Read(records + "Entries").find("/b.c/1.8/"), std::string::npos);
+    EXPECT_NE(Sandbox.Read(records + "Entries").find(line("a.c")), std::string::npos);
+    EXPECT_EQ(Sandbox.Read(records + "Entries").find("D/sub"), std::string::npos);
+}
+
 TEST_F(WorkingCopy, AllowsAFewSeconds) {
     // The client keeps whole seconds, some disks only even ones.
     const std::string entries = Copy + "\\CVS\\Entries";
@@ -228,12 +284,15 @@ TEST_F(WorkingCopy, SurvivesDamagedRecords) {
         EXPECT_EQ(Obj.WorkingDirectory(), Copy);
         ParseRootLine(text);
     }
-    for (const char* name : {"Root", "Repository"})
-        Sandbox.Write(Copy + "\\CVS\\" + name, ":ext:me@host:/" + std::string(10000000, 'x'));
-    Sandbox.Write(Copy + "\\CVS\\Entries",
-                  "/a.c/" + std::string(10000000, 'x') + "/\r\n/b.c/1.9///\r\n");
-    EXPECT_EQ(State("b.c"), "Changed in workspace");
-    EXPECT_EQ(Obj.WorkDirTree.ItemExist(Copy, "a.c")->Revision.size(), 10000000u);
+    // A line without an end is read by nobody.
+    const std::string endless(10000000, 'x');
+    Sandbox.Write(Copy + "\\.cvsignore", endless);
+    Sandbox.Write(Copy + "\\CVS\\Entries", "/b.c/1.9///\r\n/a.c/" + endless + "/\r\n");
+    Obj.Messages.Clear();
+    EXPECT_EQ(State("b.c"), "Changed in workspace") << "what stands before it counts";
+    EXPECT_EQ(State("a.c"), "Not in repository");
+    for (const char* name : {"\\CVS\\Entries: ", "\\.cvsignore: "})
+        EXPECT_NE(Obj.Messages.All().find(Copy + name), std::string::npos) << Obj.Messages.All();
 }
 
 TEST_F(WorkingCopy, DoesNotWalkThroughLinks) {
@@ -242,12 +301,57 @@ TEST_F(WorkingCopy, DoesNotWalkThroughLinks) {
     EXPECT_TRUE(Obj.WorkDirTree.ItemExist(Copy, "loop")->Children->Empty());
 }
 
-TEST_F(WorkingCopy, IsReadAgainAfterCommandsThatChangeAllOfIt) {
-    EXPECT_EQ(State("a.c"), "Not changed");
+/// Counts how often folders are read.
+class CountingObject : public tests::TSandboxObject {
+public:
+    using TSandboxObject::TSandboxObject;
+    void ReadCVSInfo(TWorkDirTree& tree, const std::string& dir) override {
+        ++Reads;
+        TSandboxObject::ReadCVSInfo(tree, dir);
+    }
+    int Reads = 0;
+};
+
+TEST_F(WorkingCopy, IsReadAgainOnceAfterCommandsThatChangeAllOfIt) {
+    CountingObject obj(Sandbox, Copy);
+    obj.Load_WorkDirTree();
+    EXPECT_TRUE(obj.ModelCurrent);
     Append("a.c", "more\r\n");
-    EXPECT_STREQ(Obj.WorkDirTree.ItemExist(Copy, "a.c")->StatusName(), "Not changed");
-    EXPECT_TRUE(Obj.Commit(false));
-    EXPECT_EQ(Obj.WorkDirTree.ItemExist(Copy, "a.c")->Revision, "1.2");
+    EXPECT_STREQ(obj.WorkDirTree.ItemExist(Copy, "a.c")->StatusName(), "Not changed");
+    obj.Reads = 0;
+    EXPECT_TRUE(obj.Commit(false));
+    EXPECT_EQ(obj.WorkDirTree.ItemExist(Copy, "a.c")->Revision, "1.2");
+    EXPECT_EQ(obj.Reads, 2) << "two folders, once each";
+    EXPECT_TRUE(obj.ModelCurrent);
+    EXPECT_TRUE(obj.Status());
+    EXPECT_EQ(obj.Reads, 2);
+    EXPECT_FALSE(obj.ModelCurrent) << "a host may want to look";
+    // Who loads it while the command still runs has not seen its end.
+    obj.ExecuteClass->OnEndProgress = [&](framework::TObject*) { obj.Load_WorkDirTree(); };
+    EXPECT_TRUE(obj.Status());
+    EXPECT_FALSE(obj.ModelCurrent);
+}
+
+TEST_F(WorkingCopy, IsEmptyWhenItIsGone) {
+    Obj.Set_WorkingDirectory(Copy);
+    Obj.Set_ProjectRoot(Sandbox.Folder / "work");
+    Obj.Load_WorkDirTree();
+    ASSERT_FALSE(Obj.WorkDirTree.Empty());
+    support::DeleteFolder(Copy);
+    Obj.SetCVSROOT(Sandbox.Folder / "no repository");
+    Obj.Messages.Clear();
+    EXPECT_FALSE(Obj.CheckOut(false));
+    EXPECT_TRUE(Obj.WorkDirTree.Empty());
+    EXPECT_EQ(Obj.Messages.All().find("working  directory is not set"), std::string::npos)
+        << Obj.Messages.All();
+    // A release may take the folder with it.
+    Obj.Set_WorkingDirectory(Sandbox.CheckOut("again"));
+    Obj.Load_WorkDirTree();
+    ASSERT_FALSE(Obj.WorkDirTree.Empty());
+    Obj.OnRelease = [](TCvsObject& sender) { support::DeleteFolder(sender.WorkingDirectory()); };
+    Obj.ReleaseForce = true;  // and nobody is asked
+    Obj.ReleaseAccepted();
+    EXPECT_TRUE(Obj.WorkDirTree.Empty());
 }
 
 }  // namespace

@@ -7,7 +7,9 @@
 #include <algorithm>
 #include <utility>
 
+#include "core/CvsExecute.h"
 #include "core/Cvs_utils.h"
+#include "core/Progress_frm.h"
 #include "cvs/Dialogs.h"
 #include "framework/base/files.h"
 #include "framework/base/string_list.h"
@@ -141,7 +143,7 @@ private:
     }
 };
 
-/// For each line its colour as a letter; "?" when it is not all of one.
+/// For each line its colour as a letter; "*" when it is not all of one.
 std::string ColoursOf(TRichEdit& edit) {
     std::string colours;
     const std::string text = edit.Text();
@@ -155,7 +157,7 @@ std::string ColoursOf(TRichEdit& edit) {
         ::SendMessageW(edit.Handle(), EM_GETCHARFORMAT, SCF_SELECTION,
                        reinterpret_cast<LPARAM>(&format));
         const bool usual = (format.dwEffects & CFE_AUTOCOLOR) != 0;
-        colours += !(format.dwMask & CFM_COLOR)     ? '?'
+        colours += !(format.dwMask & CFM_COLOR)     ? '*'
                    : usual                          ? '-'
                    : format.crTextColor == 0x0000FF ? 'r'
                    : format.crTextColor == 0xFF0000 ? 'b'
@@ -267,18 +269,28 @@ TEST_F(Browser, ShowsEachFileInTheColourOfItsState) {
         page.Tree.Root().Children().front()->SetSelected(true);
         page.Rest();
         EXPECT_EQ(page.List.Count(), 7);
+        EXPECT_EQ(page.PagesState(), "--") << "they tell of no file";
 
-        // Opened from the list, by mouse and by keyboard.
+        // Opened from the list, by mouse and by keyboard, also below what was closed again.
         for (const bool mouse : {true, false}) {
-            if (mouse) {
-                page.DoubleClick(page.RowOf("sub"));
-            } else {
+            const auto open = [&](const std::string& row) {
+                if (mouse)
+                    return page.DoubleClick(page.RowOf(row));
                 page.List.SetFocus();
-                page.List.Select(page.RowOf("sub"));
+                page.List.Select(page.RowOf(row));
                 tests::PressKey(form, VK_RETURN);
-            }
+            };
+            open("sub");
             EXPECT_TRUE(WaitUntil([&] { return page.List.Count() == 1; }));
             EXPECT_TRUE(page.Node("sub").Selected() && page.Node("sub").Expanded());
+            page.Node("sub").SetExpanded(false);
+            page.Rest();
+            open("own.txt");
+            EXPECT_TRUE(WaitUntil([&] { return page.Node("sub").Expanded(); }));
+            ASSERT_EQ(page.Node("sub").Children().size(), 1u);
+            EXPECT_TRUE(page.Node("sub").Children().front()->Selected());
+            page.Rest();
+            EXPECT_EQ(page.Rows(), "own.txt: Not in repository, green\n");
             page.Node("sub").SetExpanded(false);
             page.Tree.Root().Children().front()->SetSelected(true);
             page.Rest();
@@ -325,6 +337,11 @@ TEST_F(Browser, AsksTheClientOnceAndAgainWhenTold) {
         tests::PressKey(page.Form, VK_F5);
         page.Rest();
         EXPECT_EQ(Runs(), runs + 3);
+        EXPECT_EQ(page.PagesState(), "slD");
+        page.Tree.OnClick(&page.Tree);
+        page.Rest();
+        EXPECT_EQ(page.PagesState(), "--") << "all files are listed, none is told of";
+        EXPECT_EQ(page.Pages.ActivePageIndex(), Log);
     });
     const std::ptrdiff_t runs = Runs();
     Open([&](TPage page) {
@@ -404,28 +421,42 @@ TEST_F(Browser, WaitsUntilTheSelectionRests) {
     Sh_StatusBrowser(obj);
 }
 
-TEST_F(Browser, ShowsTheTextsOfOneFileWhenAnotherIsSelectedMeanwhile) {
+TEST_F(Browser, WaitsForASlowClientWithoutHidingItsProgress) {
     Sandbox.Write(Copy + "\\b.c", "another\r\n");
     Touch(Copy + "\\b.c");
     Obj.Load_WorkDirTree();
+    const auto progress = [&]() -> TForm& { return *Obj.ExecuteClass->ProgressForm; };
     Open([&](TPage page) {
-        // The timers come due while the client is at work for the first file.
+        page.Choose(Entries[Log]);
+        page.Rest();
+        // One delay is pending when the client begins, the other one begins meanwhile.
+        Obj.CvsExecutable = support::FakeClient() + " say-and-sleep slow 3000 1 ";
         Obj.OnMessage = [&, log = Obj.OnMessage, first = true](TObject* sender,
                                                                const std::string& text) mutable {
             log(sender, text);
-            if (!std::exchange(first, false))
-                return;
-            page.Node("b.c").SetSelected(true);
-            for (const char* name : {"Timer1", "Timer2"})
-                Part<TTimer>(page.Form, name).OnTimer(nullptr);
+            if (std::exchange(first, false))
+                page.List.Select(page.RowOf("b.c"));
         };
-        page.Select("a.c");
+        bool marked = false;
+        Obj.ExecuteClass->OnEndProgress = [&](TObject*) {
+            marked = marked || Obj.ExecuteClass->Thread->CancelMark;
+            Obj.CvsExecutable = "cvs";
+        };
+        TTimer press(2300);
+        press.OnTimer = [&](TObject*) {
+            press.SetEnabled(false);
+            ASSERT_TRUE(progress().Visible() && progress().Enabled());
+            tests::PressKey(progress(), VK_ESCAPE);
+        };
+        press.SetEnabled(true);
+        page.Node("b.c").SetSelected(true);
+        page.Choose("RefreschF51");
+        EXPECT_TRUE(marked) << "the run can be cancelled";
+        page.Rest();
+        Obj.ExecuteClass->OnEndProgress = {};
         EXPECT_EQ(page.Rows(), "b.c: Changed in workspace, red\n");
-        for (const int index : {Status, Log, Diff}) {
-            EXPECT_NE(page.Text(index).find("b.c"), std::string::npos) << page.Text(index);
-            EXPECT_EQ(page.Text(index).find("a.c"), std::string::npos) << page.Text(index);
-        }
-        EXPECT_EQ(Runs(), 6) << Obj.Messages.All();
+        EXPECT_NE(page.Text(Diff).find("b.c"), std::string::npos) << page.Text(Diff);
+        EXPECT_EQ(Runs(), 2) << Obj.Messages.All();
     });
 }
 
@@ -439,17 +470,20 @@ TEST_F(Browser, ColoursComparisonsOfAllKindsOfLines) {
             const TPage page(form);
             page.Select("a.c");
             EXPECT_EQ(ColoursOf(page.Edit(Diff)), colours) << text;
+            EXPECT_EQ(std::ranges::count(page.Text(Diff), '\n'), std::ranges::count(text, '\n'));
             form.ModalResult = mrCancel;
         });
         Sh_StatusBrowser(obj);
     };
     for (const std::string end : {"\r\n", "\n"}) {
         std::string text;
-        for (const char* line : {"Index: a.c", "1,2c1", "< old <", "<", "---", "> new \xE4\xF6 <b>",
-                                 "mid < dle >", "   > none", "\\ No newline", "> last"})
+        // From the second character on a line has the colour of that one.
+        for (const char* line :
+             {"Index: a.c", "1,2c1", "< old <", "<", "---", "> new \xE4\xF6 <b>", "mid < dle >",
+              "<< old", ">> new", "<> both", " < half", "   > none", "\\ No newline", "> last"})
             text += line + end;
-        expect(text, "--rr-b---b");
-        expect(text.substr(0, text.size() - end.size()), "--rr-b---b");
+        expect(text, "--rr-b-rb**--b");
+        expect(text.substr(0, text.size() - end.size()), "--rr-b-rb**--b");
         expect("< first" + end + "< second" + end, "-r");
     }
     expect("", "");

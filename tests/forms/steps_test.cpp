@@ -2,6 +2,7 @@
 // back. No client runs here.
 
 #include <gtest/gtest.h>
+#include <richedit.h>
 
 #include <cmath>
 
@@ -71,7 +72,11 @@ TEST(Wizards, ShowOneStepAtATimeAndSaveAllAtTheEnd) {
     tests::ExpectForm("CVS update-step 1", [](TForm& form) {
         EXPECT_FALSE(CanPress(form, "BitBtn3"));
         EXPECT_FALSE(CanPress(form, "BitBtn1"));
-        EXPECT_EQ(TextOf(StepOf(form), "Memo1"), "mod");
+        const auto& files = Part<TMemo>(StepOf(form), "Memo1");
+        EXPECT_EQ(files.Text(), "mod");
+        EXPECT_EQ(::SendMessageW(files.Handle(), EM_SETBKGNDCOLOR, 0, 0),
+                  static_cast<LRESULT>(::GetSysColor(COLOR_BTNFACE)))
+            << "it cannot be typed into";
         EXPECT_TRUE(Part<TCheckBox>(StepOf(form), "CheckBox3").Checked());
         Check(StepOf(form), "CheckBox3", false);
         Check(StepOf(form), "CheckBox1");
@@ -90,6 +95,17 @@ TEST(Wizards, ShowOneStepAtATimeAndSaveAllAtTheEnd) {
         Press(form, "BitBtn3");
         EXPECT_EQ(TextOf(StepOf(form), "Edit3"), "BR") << "going back loads nothing";
         form.ModalResult = mrCancel;
+    });
+    EXPECT_FALSE(Update_Prepare(cvs));
+    // While one is open there is no other.
+    std::string told;
+    cvs.OnMessage = [&](TObject*, const std::string& text) { told += text; };
+    tests::ExpectForm("CVS update-step 1", [&](TForm& form) {
+        EXPECT_FALSE(Commit_Prepare(cvs));
+        EXPECT_EQ(told, "CVS commit failed,reason another wizard is already open \r\n");
+        Press(form, "BitBtn4");
+        EXPECT_EQ(form.Text(), "CVS update-step 2");
+        tests::PressKey(form, VK_ESCAPE);
     });
     EXPECT_FALSE(Update_Prepare(cvs));
     EXPECT_TRUE(cvs.CreateDirs && !cvs.ResetSticky && !cvs.LocalOnly && cvs.StikyType == stNone);
@@ -210,6 +226,7 @@ TEST(OptionSteps, HandBackWhatStickyAndMergeWereSetTo) {
 
 TEST(DiffForm, ComparesWithARevisionOrADate) {
     TCvsObject cvs;
+    cvs.LogListA.Add("FIRST", "1.1", true);
     cvs.DiffSpec.Kind = dctMostRecent;
     cvs.DiffSpec.Date1 = cvs.DiffSpec.Date2 = EncodeDate(2004, 3, 5) + EncodeTime(14, 7, 9, 0);
     tests::ExpectForm("CVS diff", [](TForm& form) {
@@ -236,6 +253,15 @@ TEST(DiffForm, ComparesWithARevisionOrADate) {
         ClickTo(form, "UpDown2", 23);
         Settle(form);
         EXPECT_EQ(TextOf(form, "MaskEdit2"), "23:07:09");
+        // What is up to date already needs no delay.
+        Type(form, "Edit3", "1.1");
+        EXPECT_TRUE(Part<TTimer>(form, "Timer1").Enabled());
+        tests::ExpectForm("Select version label or branch", [&](TForm& names) {
+            EXPECT_TRUE(Part<TTimer>(form, "Timer1").Enabled()) << "it waits for its form";
+            names.ModalResult = mrCancel;
+        });
+        Press(form, "Button1");
+        EXPECT_FALSE(Part<TTimer>(form, "Timer1").Enabled());
         Press(form, "BitBtn1");
     });
     EXPECT_TRUE(sh_Diff_Form(cvs));
@@ -308,6 +334,7 @@ TEST(Preferences, CheckTheRepositoryOnlyInWizards) {
     tests::ExpectForm("CVS preferences", [&](TForm& form) {
         EXPECT_EQ(TextOf(form, "CheckEmptyLabel"), "");
         Type(form, "Edit7", Odd);
+        EXPECT_FALSE(CanPress(form, "BitBtn1")) << "a project has a name";
         Type(form, "Edit5", std::string(150, 'n'));
         Choose(form, "ComboBox1", cnPServer);
         Settle(form);
@@ -363,6 +390,44 @@ TEST(Preferences, CheckTheRepositoryOnlyInWizards) {
     EXPECT_EQ(cvs.Modulename(), "mod");
     EXPECT_EQ(cvs.ProjectRoot(), "C:\\work\\proj");
     EXPECT_TRUE(cvs.ExportInsteadOfCheckout && cvs.WizardDataAccepted);
+}
+
+TEST(Preferences, TakeTheNameThatIsToBeTaken) {
+    const support::TTempFolder folder("names");
+    support::WriteBytes(folder / "repository\\CVSROOT\\config", "");
+    TCvsObject cvs;
+    cvs.Path = folder / "repository";
+    // A project that is pulled has the name that was shown, whatever lies on the disk.
+    for (const std::string& root : {folder / "src", folder / "none", std::string("D:\\")}) {
+        support::WriteBytes(folder / "src\\src\\a.c", "");
+        cvs.Set_ProjectRoot(folder.Path());
+        cvs.Set_Modulename("shown");
+        tests::ExpectForm("Pull project from CVS-step 1", [&](TForm& form) {
+            Type(StepOf(form), "Edit3", root);
+            Press(form, "BitBtn4");
+            EXPECT_EQ(TextOf(StepOf(form), "Edit5"), "shown");
+            Press(form, "BitBtn4");
+            Press(form, "BitBtn1");
+        });
+        EXPECT_TRUE(PullProject_Prepare(cvs));
+        EXPECT_EQ(cvs.Modulename(), "shown");
+        EXPECT_EQ(cvs.ProjectRoot(), root);
+        EXPECT_EQ(cvs.WorkingDirectory(), root + (root.ends_with('\\') ? "" : "\\") + "shown");
+    }
+    // Elsewhere a name that the user left alone is not taken, the folder there or not.
+    for (const char* typed : {"", "typed"}) {
+        cvs.Set_WorkingDirectory(folder / "src");
+        tests::ExpectForm("CVS preferences", [&](TForm& form) {
+            EXPECT_EQ(TextOf(form, "Edit5"), "src");
+            cvs.Set_WorkingDirectory(folder / "gone");
+            Type(form, "Edit5", "");
+            EXPECT_TRUE(WaitUntil([&] { return !CanPress(form, "BitBtn1"); }));
+            Type(form, "Edit5", *typed ? typed : "src");
+            Press(form, "BitBtn1");
+        });
+        EXPECT_TRUE(cvs.Preferences());
+        EXPECT_EQ(cvs.WorkingDirectory(), folder / (*typed ? typed : "gone"));
+    }
 }
 
 TEST(PlaceStep, WantsAFolderThatIsThereAndThePasswordIsKept) {

@@ -2,13 +2,15 @@
 #include <windows.h>
 
 #include <algorithm>
-#include <chrono>
 
 #include "framework/base/exceptions.h"
 #include "framework/base/files.h"
 #include "framework/base/handle.h"
+#include "framework/base/import.h"
+#include "framework/base/names.h"
 #include "framework/base/system_time.h"
 #include "framework/base/text_file.h"
+#include "tests/framework/kept_entries.h"
 #include "tests/framework/temp_folder.h"
 
 namespace framework {
@@ -75,13 +77,19 @@ TEST(TextFile, ReadsLineEndsAtTheBordersOfItsBuffer) {
     }
 }
 
-TEST(TextFile, ReadsLongLinesInLinearTime) {
+TEST(TextFile, ReadsNoEndlessLines) {
     const TempFolder folder;
-    const std::string line(10'000'000, 'x');
-    const std::string path = folder.MakeFile("long.txt", line + "\n" + line);
-    const auto start = std::chrono::steady_clock::now();
-    EXPECT_EQ(ReadLines(path), (std::vector<std::string>{line, line}));
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
+    const std::string longest(TTextFile::LongestLine, 'x');
+    const std::string path = folder.MakeFile("long.txt", longest + "\nb\n" + longest + "x\nc");
+    TTextFile file = TTextFile::Reset(path);
+    std::string line;
+    EXPECT_TRUE(file.ReadLine(line));
+    EXPECT_EQ(line, longest);
+    EXPECT_TRUE(file.ReadLine(line, 1));
+    EXPECT_EQ(line, "b");
+    EXPECT_EQ(InOutErrorOf([&] { file.ReadLine(line); }), ERROR_INVALID_DATA);
+    EXPECT_LE(line.capacity(), 4 * longest.size())
+        << "it takes no more memory the longer it goes on";
 }
 
 TEST(TextFile, WritesAndAppendsLines) {
@@ -234,12 +242,112 @@ TEST(FileSearch, ListsHiddenSystemAndFoldersOnlyWhenAskedFor) {
     EXPECT_EQ(Names(folder / "p*", faAnyFile), List{"plain"});
 }
 
+TEST(FileSearch, TakesNoNameForAnother) {
+    const TempFolder folder;
+    folder.MakeFile("victim.txt");
+    folder.MakeFile("A.txt");
+    folder.MakeFolder("below");
+    const std::wstring below = ToWide(folder / "below\\");
+    // The system's look-alikes are a backslash, an A and a question mark.
+    for (const wchar_t* name : {L"..\uFF3Cvictim.txt", L"\u0100.txt", L"\uFF1F.txt"})
+        ASSERT_TRUE(FileHandle(::CreateFileW((below + name).c_str(), GENERIC_WRITE, 0, nullptr,
+                                             CREATE_NEW, 0, nullptr)));
+    ASSERT_TRUE(::CreateDirectoryW((below + L"..\uFF3C..").c_str(), nullptr));
+    folder.MakeFile("below\\A.txt");
+    for (const std::string& name : Names(folder / "below\\*.*", faAnyFile)) {
+        if (name == "." || name == "..")
+            continue;
+        const std::string path = folder / "below\\" + name;
+        EXPECT_EQ(FileExists(path), name == "A.txt") << name;
+        EXPECT_FALSE(DirectoryExists(path)) << name;
+        if (name != "A.txt") {
+            EXPECT_EQ(InOutErrorOf([&] { EraseFile(path); }), ERROR_INVALID_NAME) << name;
+            EXPECT_EQ(InOutErrorOf([&] { Names(path + "\\*.*", faAnyFile); }), ERROR_INVALID_NAME)
+                << name;
+        }
+    }
+    EXPECT_EQ(Names(folder / "below\\*.*", faAnyFile).size(), 7u) << "and none is passed over";
+    EXPECT_TRUE(FileExists(folder / "victim.txt") && FileExists(folder / "below\\A.txt"));
+}
+
+TEST(FileSearch, MarksWhatNoNameMayHave) {
+    const struct {
+        const wchar_t* Listed;
+        const char* Name;
+    } cases[] = {
+        {L"plain name.c", "plain name.c"},
+        {L".", "."},
+        {L"..", ".."},
+        {L"\u00C4\u20AC.c", "\xC4\x80.c"},
+        {L"a\\b/c:d\"e<f>g|h*i?j\nk\x7F", "a?b?c?d?e?f?g?h?i?j?k\x7F"},
+        {L"\u00C4\\b:", "\xC4?b?"},
+        {L"victim.txt ", "victim.txt?"},
+        {L"...", "???"},
+        {L"\u00C4. .", "\xC4???"},
+        {L"\u0416\u00C4", "?\xC4"},
+        {L"", ""},
+    };
+    for (const auto& [listed, name] : cases)
+        EXPECT_EQ(NameFromWide(listed), name);
+    EXPECT_TRUE(IsPattern("a?") && IsPattern("C:\\*\\a") && IsPattern("\\\\?\\C:\\a<"));
+    EXPECT_FALSE(IsPattern("C:\\a.c") || IsPattern("\\\\?\\C:\\a"));
+}
+
+TEST(SystemLibraries, ComeFromTheSystemsFolderAlone) {
+    // Beside the program, as a current folder is, or one of the path.
+    wchar_t system[MAX_PATH]{}, program[MAX_PATH]{};
+    ::GetSystemDirectoryW(system, MAX_PATH);
+    ::GetModuleFileNameW(nullptr, program, MAX_PATH);
+    const std::wstring planted =
+        std::wstring(program, std::wstring_view(program).rfind(L'\\') + 1) +
+        L"planted_for_test.dll";
+    ASSERT_TRUE(
+        ::CopyFileW((std::wstring(system) + L"\\version.dll").c_str(), planted.c_str(), FALSE));
+    EXPECT_EQ(LoadSystemLibrary(L"planted_for_test.dll"), nullptr);
+    const Library loaded(::LoadLibraryW(L"planted_for_test.dll"));
+    EXPECT_TRUE(loaded) << "it could have been loaded";
+    EXPECT_NE(LoadSystemLibrary(L"msftedit.dll"), nullptr);
+    EXPECT_EQ(LoadSystemLibrary(L"no_such.dll"), nullptr);
+}
+
 TEST(FileSearch, ListsNothingWhereNothingIs) {
     const TempFolder folder;
     folder.MakeFile("file");
     for (const std::string& mask : {folder / "no\\*.*", folder / "file\\*.*", folder / "x*",
                                     std::string(), std::string("Q:\\*.*")})
         EXPECT_EQ(Names(mask, faAnyFile), std::vector<std::string>()) << mask;
+}
+
+TEST(FileSearch, TellsLinksFromWhatIsOnlyKeptElsewhere) {
+    const TempFolder folder;
+    const std::string kept = folder.MakeFolder("kept folder");
+    folder.MakeFile("kept file");
+    folder.MakeFile("plain");
+    struct {
+        DWORD Tag;
+        bool Link;
+    } const cases[] = {
+        {IO_REPARSE_TAG_SYMLINK, true},
+        {IO_REPARSE_TAG_MOUNT_POINT, true},
+        {0, true},            // nobody knows
+        {0x9000001A, false},  // a cloud, and its variants
+        {0x9000101A, false},
+        {0x9000F01A, false},
+        {0x80000013, false},  // duplicate blocks of the disk
+        {0x80000017, false},  // compressed
+    };
+    for (const auto& [tag, link] : cases) {
+        const KeptEntries elsewhere(tag);
+        EXPECT_EQ(IsLink(kept), link) << std::hex << tag;
+        EXPECT_EQ(IsLink(kept + "\\"), link) << std::hex << tag;
+        EXPECT_FALSE(IsLink(folder / "plain") || IsLink(folder / "missing") || IsLink("C:\\"));
+        std::string links;
+        TFileSearch search(folder / "*.*", faAnyFile);
+        for (TSearchRec entry; search.Next(entry);)
+            links += entry.IsLink() ? entry.Name + ";" : "";
+        EXPECT_EQ(links.size(), link ? std::string("kept file;kept folder;").size() : 0)
+            << std::hex << tag << links;
+    }
 }
 
 TEST(FileSearch, DescribesEntries) {

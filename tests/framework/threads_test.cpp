@@ -83,6 +83,21 @@ TEST(Threads, WaitingServesSentMessagesButLeavesPostedOnes) {
     thread.WaitFor();
     EXPECT_EQ(sent, 1);
     EXPECT_EQ(posted, 0);
+
+    // A single wait is for the object or a hand-over; a message that comes meanwhile is neither.
+    const framework::KernelHandle never(::CreateEventW(nullptr, TRUE, FALSE, nullptr));
+    const framework::KernelHandle go(::CreateEventW(nullptr, TRUE, FALSE, nullptr));
+    TTestThread sends([&] {
+        ::SendMessageW(window, WM_USER, reinterpret_cast<WPARAM>(&sent), 0);
+        ::WaitForSingleObject(go.Get(), INFINITE);
+    });
+    EXPECT_EQ(framework::WaitOnceServingHandOvers(never.Get(), 300), framework::TWaitEnd::TimedOut);
+    EXPECT_EQ(sent, 2);
+    // As its last act the thread hands over its end.
+    ::SetEvent(go.Get());
+    EXPECT_EQ(framework::WaitOnceServingHandOvers(never.Get(), 60000), framework::TWaitEnd::Served);
+    EXPECT_EQ(framework::WaitOnceServingHandOvers(sends.Handle(), 60000),
+              framework::TWaitEnd::Signalled);
     ::DestroyWindow(window);
 }
 

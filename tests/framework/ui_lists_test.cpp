@@ -62,6 +62,12 @@ TEST(TreeViews, ShowNodesAndForgetThem) {
         first.SetExpanded(false);
     }
     EXPECT_EQ(deleted, 3) << "an expansion fills anew each time";
+    TTreeViewNode& hidden = *first.Children()[1];
+    hidden.SetSelected(true);
+    EXPECT_EQ(deleted, 3) << "but not one that only shows the node that is selected";
+    EXPECT_EQ(tree.Selected(), &hidden);
+    EXPECT_TRUE(first.Expanded());
+    first.SetExpanded(false);
     second.SetExpanded(true);
     EXPECT_FALSE(second.Expanded()) << "refused";
     EXPECT_EQ(deleted, 5);
@@ -328,6 +334,20 @@ TEST(RichEdits, ColourRanges) {
                    reinterpret_cast<LPARAM>(&after));
     EXPECT_STREQ(after.szFaceName, before.szFaceName);
     EXPECT_EQ(after.yHeight, before.yHeight);
+    // Whatever the ranges are, the text shows once; where they overlap the last one counts.
+    edit.View().SetText("one\r\ntwo");
+    edit.ColorRanges({{4, 100, RGB(255, 0, 0)},
+                      {1, 3, RGB(0, 0, 255)},
+                      {6, 1, RGB(0, 0, 255)},
+                      {2, 0, RGB(255, 0, 0)},
+                      {9, 5, RGB(255, 0, 0)}});
+    EXPECT_EQ(edit.Text(), "one\r\ntwo");
+    const LONG red[] = {4, 6}, blue[] = {1, 2, 5};
+    for (const LONG i : red)
+        EXPECT_EQ(ColorAt(edit, i), RGB(255, 0, 0)) << i;
+    for (const LONG i : blue)
+        EXPECT_EQ(ColorAt(edit, i), RGB(0, 0, 255)) << i;
+    EXPECT_EQ(ColorAt(edit, 0), 0u);
     for (const char* end : {"", "\r\n", "\r\n\r\n"}) {
         edit.View().SetText(end);
         edit.ColorRanges({});

@@ -2,7 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <optional>
+
 #include "framework/base/exceptions.h"
+#include "framework/threads/thread.h"
 #include "framework/ui/application.h"
 #include "framework/ui/buttons.h"
 #include "framework/ui/form.h"
@@ -195,6 +199,54 @@ TEST(TaskWindows, HearNoKeysWhileTheyAreDisabled) {
     EXPECT_TRUE(before.Focused()) << "the keyboard is never left without a place";
 }
 
+/// A window of a thread of its own: to this one it is as another program's.
+class TOtherProgram final : public TThread {
+public:
+    TOtherProgram() { Start(); }
+    ~TOtherProgram() override {
+        ::PostThreadMessageW(ThreadId_, WM_QUIT, 0, 0);
+        WaitFor();
+    }
+    bool InFront() const { return Window_ && ::GetForegroundWindow() == Window_; }
+
+protected:
+    void Execute() override {
+        ThreadId_ = ::GetCurrentThreadId();
+        const HWND window = ::CreateWindowExW(0, L"STATIC", L"", WS_POPUP | WS_VISIBLE, 0, 0, 50,
+                                              50, nullptr, nullptr, nullptr, nullptr);
+        ::SetForegroundWindow(window);
+        Window_ = window;
+        for (MSG message; ::GetMessageW(&message, nullptr, 0, 0) > 0;)
+            ::DispatchMessageW(&message);
+        ::DestroyWindow(window);
+    }
+
+private:
+    std::atomic<DWORD> ThreadId_{0};
+    std::atomic<HWND> Window_{nullptr};
+};
+
+TEST(TaskWindows, GiveTheFocusBackToWhoComesBackLater) {
+    TForm form("focus"), other("other");
+    form.Make<TButton>("A", form, "A");
+    auto& button = form.Make<TButton>("B", form, "B");
+    form.Show();
+    button.SetFocus();
+    ASSERT_TRUE(button.Focused());
+    for (const bool backMeanwhile : {false, true}) {
+        SCOPED_TRACE(backMeanwhile);
+        std::optional<TTaskWindowsDisabled> disabled(std::in_place);
+        const TOtherProgram another;
+        ASSERT_TRUE(support::WaitUntil([&] { return another.InFront(); }));
+        if (backMeanwhile)
+            ::SetForegroundWindow(form.Handle());
+        EXPECT_FALSE(::IsChild(form.Handle(), ::GetFocus())) << "it would hear the keys";
+        disabled.reset();
+        ::SetForegroundWindow(form.Handle());
+        EXPECT_TRUE(support::WaitUntil([&] { return button.Focused(); }, 5000));
+    }
+}
+
 TEST(TaskWindows, AreDisabledInABracket) {
     TForm shown("shown"), hidden("hidden"), exempt("exempt");
     shown.Show();
@@ -229,6 +281,39 @@ TEST(Timers, TickUntilTheyAreStopped) {
     }
     Application().ProcessMessages();
     EXPECT_EQ(ticks, 3);
+}
+
+TEST(Timers, RestWhileTheirFormIsDisabled) {
+    TForm form("timers"), page("page");
+    page.HostIn(form);
+    TFormTimer pending(page, 10), later(page, 10);
+    TTimer others(30);
+    int ticks = 0, rounds = 0;
+    for (TFormTimer* timer : {&pending, &later})
+        timer->OnTimer = [&, timer](TObject*) {
+            timer->SetEnabled(false);
+            ++ticks;
+        };
+    others.OnTimer = [&](TObject*) { ++rounds; };
+    form.Show();
+    pending.SetEnabled(true);
+    {
+        const TTaskWindowsDisabled disabled;
+        later.SetEnabled(true);
+        others.SetEnabled(true);
+        EXPECT_TRUE(support::WaitUntil([&] { return rounds >= 3; }));
+        EXPECT_EQ(ticks, 0);
+        EXPECT_TRUE(pending.Enabled() && later.Enabled());
+    }
+    EXPECT_TRUE(support::WaitUntil([&] { return ticks == 2; }));
+    {
+        const TTaskWindowsDisabled disabled;
+        later.SetEnabled(true);
+        later.SetEnabled(false);
+    }
+    rounds = 0;
+    EXPECT_TRUE(support::WaitUntil([&] { return rounds >= 3; }));
+    EXPECT_EQ(ticks, 2) << "one that was stopped meanwhile does not come back";
 }
 
 TEST(Forms, LeaveNothingBehind) {

@@ -1,4 +1,4 @@
-// The host's own parts: documents, settings, what waits for the server, children.
+// The host's own parts: documents, settings, children.
 
 #include <gtest/gtest.h>
 
@@ -6,10 +6,9 @@
 #include "framework/base/handle.h"
 #include "framework/ui/application.h"
 #include "framework/ui/dialogs.h"
+#include "host/ChildJob.h"
 #include "host/DocumentForm.h"
 #include "host/InputForm.h"
-#include "host/OfflineLog.h"
-#include "host/PasswordMask.h"
 #include "host/Settings.h"
 #include "support/Drive.h"
 #include "support/Files.h"
@@ -25,19 +24,6 @@ using namespace host;
 using support::ReadBytes;
 using support::WriteBytes;
 
-TEST(Passwords, AreNeverShown) {
-    for (const auto& [text, masked] :
-         {std::pair{"cvs -d :pserver:me:secret@host:/repo  login",
-                    "cvs -d :pserver:me:***@host:/repo  login"},
-          {":pserver:me:a@b:c@host:2401/repo", ":pserver:me:***@host:2401/repo"},
-          {":pserver:me@host:/repo", ":pserver:me@host:/repo"},
-          {":ext:me:pw@host:/r and :pserver:you:x@h:/r",
-           ":ext:me:***@host:/r and :pserver:you:***@h:/r"},
-          {"a mail to me@host: nothing", "a mail to me@host: nothing"},
-          {":pserver:", ":pserver:"}})
-        EXPECT_EQ(MaskPasswords(text), masked);
-}
-
 TEST(Settings, RememberTheProjectsOpenedLast) {
     const std::string key = "Software\\Tandrel Test " + std::to_string(::GetTickCount64());
     TSettings settings(key);
@@ -51,37 +37,6 @@ TEST(Settings, RememberTheProjectsOpenedLast) {
     settings.Forget("C:\\p9");
     EXPECT_EQ(settings.RecentProjects()[1], "C:\\p8");
     EXPECT_NE(settings.ProjectKey("C:\\a\\b"), settings.ProjectKey("C:\\a"));
-}
-
-// --- what waits for the server ----------------------------------------------------------------
-
-TEST(WaitingCommands, AreRunOnceInTheirOrder) {
-    const support::TTempFolder folder("offline");
-    const TOfflineLog log(folder.Path());
-    log.Begin();
-    WriteBytes(folder / "vcsCommand.log", " add \"a;b.c\";C:\\w\r\n remove d.c;C:\\w\\sub\r\n");
-    log.Take();
-    EXPECT_FALSE(FileExists(folder / "vcsCommand.log"));
-    EXPECT_TRUE(log.HasPending());
-    std::string ran;
-    const auto failing = [&](const TKeptCommand& kept) {
-        ran += kept.Command + "@" + kept.Directory + ";";
-        return kept.Directory == "C:\\w";
-    };
-    EXPECT_FALSE(log.Run(failing));
-    EXPECT_EQ(ran, " add \"a;b.c\"@C:\\w; remove d.c@C:\\w\\sub;");
-    // The one that has run is gone; what comes later stands behind.
-    WriteBytes(folder / "vcsCommand.log", " add e.c;C:\\w\r\n");
-    log.Take();
-    ran.clear();
-    EXPECT_TRUE(log.Run([&](const TKeptCommand& kept) {
-        ran += kept.Command;
-        // Another host must not run them at the same time.
-        EXPECT_FALSE(TOfflineLog(folder.Path()).Run([](const TKeptCommand&) { return true; }));
-        return true;
-    }));
-    EXPECT_EQ(ran, " remove d.c add e.c");
-    EXPECT_FALSE(log.HasPending());
 }
 
 // --- documents --------------------------------------------------------------------------------
@@ -138,6 +93,10 @@ TEST_F(Documents, FollowTheFileUntilTheUserTypes) {
     WriteBytes(Folder / "file", "again");
     form.Reload();
     EXPECT_EQ(memo.Text(), "typed");
+    // What somebody else has written is not written over without a word.
+    DialogFunctions().AskRisk = [](const std::string&, const std::string&) { return false; };
+    EXPECT_FALSE(form.Save());
+    EXPECT_EQ(ReadBytes(Folder / "file"), "again");
     form.Show();
     Answer(false);
     form.Close();
@@ -220,6 +179,17 @@ struct TStarted {
     KernelHandle Process, Output;
     DWORD Id = 0;
 };
+
+BOOL WINAPI RefuseJob(HANDLE, HANDLE) {
+    ::SetLastError(ERROR_ACCESS_DENIED);
+    return FALSE;
+}
+
+TEST(ChildJob, IsDoneWithoutWhereThereIsNone) {
+    // As Windows 7 does for a process that is in a job already.
+    const TChildJob none(RefuseJob);
+    EXPECT_FALSE(none.Ties());
+}
 
 TEST(KilledHost, TakesItsChildrenWithIt) {
     const TStarted started("\"" + ProgramBeside("job_host.exe") + "\"");

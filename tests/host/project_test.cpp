@@ -5,75 +5,30 @@
 #include "core/CvsExecute.h"
 #include "core/Cvsroot.h"
 #include "core/Progress_frm.h"
+#include "framework/base/exceptions.h"
 #include "framework/base/handle.h"
 #include "framework/base/registry.h"
 #include "framework/base/text.h"
-#include "framework/ui/application.h"
-#include "framework/ui/menus.h"
+#include "framework/ui/buttons.h"
+#include "framework/ui/edits.h"
 #include "framework/ui/timer.h"
 #include "framework/ui/tool_bar.h"
-#include "host/MainForm.h"
-#include "support/Drive.h"
-#include "support/Files.h"
-#include "support/Process.h"
 #include "support/WaitUntil.h"
-#include "tests/support/FormDriver.h"
+#include "tests/host/Projects.h"
+#include "tests/support/Tidy.h"
 
 namespace {
 
-using namespace framework;
-using namespace host;
-using tandrel::TCvsObject;
+using namespace tests;
 
-/// Chooses an item of the form's menu.
-void Pick(const TForm& form, const std::string& caption) {
-    for (const TMenuItem* menu : form.Find<TMainMenu>("Menu")->Items())
-        for (TMenuItem* item : menu->Items())
-            if (item->Caption() == caption)
-                return item->Click();
-    ADD_FAILURE() << "no such item";
+// Before the host looks at what it inherited.
+const bool Inherits = ::SetEnvironmentVariableA("CVS_RSH", "inherited shell") != FALSE;
+
+BOOL CALLBACK FindDocument(HWND window, LPARAM found) {
+    if (auto* form = dynamic_cast<TDocumentForm*>(TControl::FromHandle(window)))
+        *reinterpret_cast<TDocumentForm**>(found) = form;
+    return TRUE;
 }
-
-class Projects : public testing::Test {
-protected:
-    Projects() {
-        support::WriteBytes(Folder / "one\\a.c", "a");
-        support::WriteBytes(Folder / "two\\b.c", "b");
-    }
-    ~Projects() override { Application().SetMainWindow(nullptr); }
-
-    std::string Told() { return support::Part<TRichEdit>(Form, "Output").Text(); }
-    /// Chooses a row of the list.
-    void Select(const std::string& name) {
-        auto& list = support::Part<TListView>(Form, "List");
-        for (int i = 0; i < list.Count(); ++i)
-            if (list.Row(i).Caption == name)
-                return list.Select(i);
-        FAIL() << "There is no " << name;
-    }
-    /// Does something with the project at hand, as the menu does: the rows show what there is
-    /// afterwards.
-    bool Operate(const std::function<bool(TCvsObject&)>& operation) {
-        bool done = false;
-        Form.Operate([&](TCvsObject& cvs) { return done = operation(cvs); }, false);
-        return done;
-    }
-    /// Runs the fake client in the project at hand.
-    bool Run(const std::string& arguments) {
-        return Operate([&](TCvsObject& cvs) {
-            cvs.CvsExecutable = support::FakeClient();
-            cvs.CommandLine = " " + arguments;
-            cvs.Execute(Folder.Path());
-            return cvs.ExitCode == 0;
-        });
-    }
-
-    const support::TTempFolder Folder{"projects"};
-    const std::string Key = "Software\\Tandrel Test " + std::to_string(::GetCurrentProcessId());
-    TSettings Settings{Key};
-    TPackageRegistry Packages;
-    TMainForm Form{Settings, Packages};
-};
 
 TEST_F(Projects, KeepTheirConnectionButNoPassword) {
     Form.OpenProject(Folder / "one");
@@ -88,8 +43,10 @@ TEST_F(Projects, KeepTheirConnectionButNoPassword) {
         tandrel::CompileCVSROOT(cvs.ConnectionType, "host", "me", "secret", "2402", "/repo"));
     cvs.PruneEmptyDirs = false;
     cvs.Set_CVSIGNORE("*.o & \"x\"");
-    Form.Project()->Save();
-    EXPECT_NE(cvs.CVSROOT().find("secret"), std::string::npos) << "it still works with it";
+    cvs.Set_CVS_RSH("C:\\my ssh.exe");
+    // An operation has options of its own; the project's outlive it.
+    EXPECT_TRUE(Run("exit 0"));
+    EXPECT_FALSE(cvs.PruneEmptyDirs);
 
     TProject again(Form, Settings, Folder / "one");
     EXPECT_EQ(again.Cvs().ConnectionType, tandrel::cnPServer);
@@ -97,10 +54,18 @@ TEST_F(Projects, KeepTheirConnectionButNoPassword) {
     EXPECT_EQ(again.Cvs().SpecialPort, "2402");
     EXPECT_EQ(again.Cvs().CVSROOT().find("secret"), std::string::npos);
     EXPECT_FALSE(again.Cvs().PruneEmptyDirs);
-    EXPECT_EQ(again.Cvs().CVSIGNORE(), "*.o & \"x\"");
+    EXPECT_EQ(again.Cvs().CVSIGNORE() + again.Cvs().CVS_RSH(), "*.o & \"x\"C:\\my ssh.exe");
     TRegistry registry(HostRegistryKey);
     ASSERT_TRUE(registry.OpenKeyReadOnly(Settings.ProjectKey(Folder / "one")));
-    EXPECT_EQ(registry.ReadString("CVSROOT").find("secret"), std::string::npos);
+    EXPECT_EQ(registry.ReadString("CVSROOT"), ":pserver:me@host:2402:/repo");
+
+    // What the user empties does not come back, and a name may bring the password along.
+    again.Cvs().SpecialPort = "";
+    again.Cvs().UserName = "me:secret";
+    again.Save();
+    TProject third(Form, Settings, Folder / "one");
+    EXPECT_EQ(third.Cvs().SpecialPort + third.Cvs().UserName, "me");
+    EXPECT_EQ(again.Cvs().Password, "secret");
 }
 
 TEST_F(Projects, GoOnWithWhatCannotBeStoredOrRead) {
@@ -110,7 +75,6 @@ TEST_F(Projects, GoOnWithWhatCannotBeStoredOrRead) {
     project.Cvs().SetCVSROOT(":pserver:me:secret@host:/repo");
     project.Save();
     EXPECT_NE(Told().find("cannot be opened for writing"), std::string::npos) << Told();
-    EXPECT_NE(project.Cvs().CVSROOT().find("secret"), std::string::npos) << "it still works";
 
     Form.OpenProject(Folder / "one");
     Select("a.c");
@@ -213,20 +177,186 @@ TEST_F(Projects, OfferTheToolsThatAreKept) {
 }
 
 TEST_F(Projects, GiveTheChildTheirOwnSurroundings) {
+    ASSERT_TRUE(Inherits);
     for (const char* name : {"one", "two"}) {
         Form.OpenProject(Folder / name);
         Form.Project()->Cvs().SetCVSROOT(std::string("root of ") + name);
         Form.Project()->Cvs().Set_CVSIGNORE(std::string("ignored by ") + name);
     }
-    for (const char* name : {"one", "two", "one"}) {
+    const auto surroundings = [this](const std::string& name) {
         Form.OpenProject(Folder / name);
-        EXPECT_TRUE(Run("surroundings CVSROOT CVSIGNORE"));
-        const std::string last = Told().substr(Told().rfind("folder:"));
-        EXPECT_NE(last.find(std::string("CVSROOT=root of ") + name + ";CVSIGNORE=ignored by " +
-                            name + ";"),
-                  std::string::npos)
-            << last;
+        EXPECT_TRUE(Run("surroundings CVSROOT CVSIGNORE CVS_RSH"));
+        const std::string told = Told(), mark = "CVSROOT=";
+        return told.substr(told.rfind(mark) + mark.size(), told.rfind(';') - told.rfind(mark) - 8);
+    };
+    for (const std::string name : {"one", "two", "one"})
+        EXPECT_EQ(surroundings(name),
+                  "root of " + name + ";CVSIGNORE=ignored by " + name + ";CVS_RSH=inherited shell");
+    ExpectForm("Options", [](TForm& form) {
+        EXPECT_EQ(TextOf(form, "Input7"), "inherited shell");
+        support::Type(form, "Input7", "C:\\my ssh.exe");
+        support::Press(form, "BitBtn1");
+    });
+    Pick(Form, "Optio&ns...");
+    EXPECT_TRUE(surroundings("one").ends_with(";CVS_RSH=C:\\my ssh.exe"));
+    EXPECT_TRUE(surroundings("two").ends_with(";CVS_RSH=inherited shell"));
+}
+
+TEST_F(Projects, OfferOnlyWhatTheRecordsLeaveOpen) {
+    support::WriteBytes(Folder / "one\\CVS\\Root", ":pserver:me@host:/repo\r\n");
+    support::WriteBytes(Folder / "one\\CVS\\Repository", "the module\r\n");
+    Form.OpenProject(Folder / "one");
+    ExpectForm("Preferences", [](TForm& form) {
+        ExpectTidy(form);
+        EXPECT_NE(TextOf(form, "Input2").find(":pserver:me@host:/repo"), std::string::npos);
+        EXPECT_NE(TextOf(form, "Input3").find("the module"), std::string::npos);
+        support::Type(form, "Input4", "*.o");
+        support::Check(form, "Input5", false);
+        support::Press(form, "BitBtn1");
+    });
+    Pick(Form, "P&references...");
+    TProject again(Form, Settings, Folder / "one");
+    EXPECT_EQ(again.Cvs().CVSIGNORE(), "*.o");
+    EXPECT_FALSE(again.Cvs().PruneEmptyDirs);
+    // Another dialog's connection is not that of this working copy.
+    EXPECT_FALSE(Operate([](TCvsObject& cvs) {
+        cvs.ConnectionType = tandrel::cnLocal;
+        cvs.UserName = "you";
+        cvs.SetCVSROOT("C:\\elsewhere");
+        return false;
+    }));
+    EXPECT_EQ(Form.Project()->Cvs().CVSROOT(), ":pserver:me@host:/repo");
+    support::WriteBytes(Folder / "one\\CVS\\Root", ":pserver:host:/repo\r\n");
+    Pick(Form, "&Refresh");
+    EXPECT_EQ(Form.Project()->Cvs().CVSROOT(), ":pserver:host:/repo");
+}
+
+TEST_F(Projects, ShowWhatIsMissingAndCanGetItBack) {
+    support::WriteBytes(Folder / "one\\CVS\\Root", "C:\\none\r\n");
+    support::WriteBytes(Folder / "one\\CVS\\Entries",
+                        "/gone.c/1.2/Fri Mar  5 14:07:09 2004//\r\nD/sub////\r\n"
+                        "/a.c/1.1/dummy//\r\n/taken.c/-1.3/dummy//\r\n");
+    Form.OpenProject(Folder / "one");
+    Form.Project()->Cvs().CvsExecutable = support::FakeClient() + " arguments";
+    auto& list = support::Part<TListView>(Form, "List");
+    std::string rows;
+    for (int i = 0; i < list.Count(); ++i)
+        rows += list.Row(i).Caption + '=' + list.Row(i).SubItems[0] + ' ' +
+                list.Row(i).SubItems[1] + ';';
+    EXPECT_EQ(rows, "a.c=Changed in workspace 1.1;gone.c=Missing 1.2;taken.c=Removed -1.3;");
+    const auto loads = [this] {
+        const std::string told = Told(), message = "does not have";
+        int count = 0;
+        for (std::size_t at = 0; (at = told.find(message, at)) != std::string::npos; ++at)
+            ++count;
+        return count;
+    };
+    EXPECT_EQ(loads(), 1) << Told();
+    EXPECT_NE(Told().find("does not have 2 of its entries: gone.c, sub"), std::string::npos)
+        << Told();
+    Select("gone.c");
+    ExpectForm("CVS update", [](TForm& form) { Click(form, "BitBtn1"); });
+    Pick(Form, "&Update");
+    EXPECT_NE(Told().find("[update]\r\n[-P]\r\n[gone.c]\r\n"), std::string::npos) << Told();
+    EXPECT_EQ(loads(), 2) << "the files are read once for an operation";
+    Select("gone.c");
+    Pick(Form, "&Remove");
+    EXPECT_NE(Told().find("[remove]\r\n[gone.c]\r\n"), std::string::npos) << Told();
+    EXPECT_EQ(loads(), 3);
+}
+
+TEST_F(Projects, ArePlacedAlsoWhenCalledLikeTheirParent) {
+    const std::string folder = Folder / "projects\\proj", repository = Folder / "repository";
+    support::WriteBytes(folder + "\\a.c", "a");
+    EXPECT_EQ(
+        support::RunProcess("cvs -Q -d \":local:" + repository + "\" init", Folder.Path()).ExitCode,
+        0u);
+    Form.OpenProject(folder);
+    ExpectForm("Place project into CVS-step 1", [&](TForm& form) {
+        support::Press(form, "BitBtn4");
+        support::Type(support::StepOf(form), "Edit3", repository);
+        ASSERT_TRUE(
+            support::WaitUntil([&] { return support::Part<TButton>(form, "BitBtn4").Enabled(); }));
+        support::Press(form, "BitBtn4");
+        support::Press(form, "BitBtn4");
+        support::Press(form, "BitBtn1");
+    });
+    ExpectForm("Tags of the project", [](TForm& form) { support::Press(form, "BitBtn1"); });
+    ExpectForm("CVS PlaceProject", [](TForm& form) {
+        EXPECT_TRUE(TextOf(form, "Label1").ends_with("successfuly completed"));
+        Click(form, "BitBtn1");
+    });
+    Pick(Form, "&Place project...");
+    EXPECT_EQ(support::ReadBytes(folder + "\\CVS\\Repository"), "proj\r\n") << Told();
+    EXPECT_EQ(support::ReadBytes(folder + "\\a.c"), "a");
+    EXPECT_EQ(Asked, "");
+    EXPECT_TRUE(Operate(&TCvsObject::Status)) << "what was placed is known" << Told();
+}
+
+TEST_F(Projects, AskForWhatTheClientWants) {
+    support::WriteBytes(Folder / "one\\CVS\\Root", "C:\\none\r\n");
+    Form.OpenProject(Folder / "one");
+    TCvsObject& cvs = Form.Project()->Cvs();
+    cvs.CvsExecutable = support::FakeClient();
+    for (const auto& [item, caption, inputs, command] :
+         {std::tuple{"&Export...", "Export", std::vector<std::string>{"REL 1"},
+                     " export -r \"REL 1\" one"},
+          {"Changes of the m&odule...", "Changes of the module", {"A", ""}, " rdiff -r A one"},
+          {"Changes of the m&odule...",
+           "Changes of the module",
+           {"A", "B"},
+           " rdiff -r A -r B one"}}) {
+        ExpectForm(caption, [&inputs](TForm& form) {
+            for (std::size_t i = 0; i < inputs.size(); ++i)
+                support::Type(form, "Input" + std::to_string(i + 1), inputs[i]);
+            support::Press(form, "BitBtn1");
+        });
+        Pick(Form, item);
+        EXPECT_EQ(cvs.CommandLine, command);
     }
+}
+
+TEST_F(Projects, AreNotMistakenForTheNeighbourCalledLikeTheirModule) {
+    for (const char* folder : {"one", "two"}) {
+        support::WriteBytes(Folder / (std::string(folder) + "\\CVS\\Root"),
+                            std::string(folder) == "one" ? "C:\\none\r\n" : "strange\r\n");
+        support::WriteBytes(Folder / (std::string(folder) + "\\CVS\\Repository"), "two\r\n");
+    }
+    Form.OpenProject(Folder / "one");
+    TCvsObject& cvs = Form.Project()->Cvs();
+    cvs.CvsExecutable = support::FakeClient() + " exit 0";
+    ExpectForm("CVS release", [](TForm& form) { support::Press(form, "BitBtn1"); });
+    Pick(Form, "&Release...");
+    EXPECT_EQ(cvs.CommandLine, " release one");
+    ExpectForm("CVS CheckOut", [](TForm& form) { Click(form, "BitBtn1"); });
+    Pick(Form, "Check &out");
+    EXPECT_EQ(cvs.CommandLine, " checkout -P -d one two");
+    EXPECT_TRUE(SameText(cvs.WorkingDirectory(), Folder / "one"));
+    // What is done in one is no word for the other.
+    for (const auto& operation : {&TCvsObject::Status, &TCvsObject::Log})
+        EXPECT_TRUE(Operate(operation));
+    Form.Busily([&](TProject& project) {
+        project.Operate([&](TCvsObject& obj) {
+            obj.Set_WorkingDirectory(Folder / "two");
+            return true;
+        });
+    });
+    EXPECT_EQ(Settings.Read(Settings.ProjectKey(Folder / "two"), "TRUSTED", "no"), "no");
+}
+
+TEST_F(Projects, LeaveNothingOfAnOperationToTheNext) {
+    Form.OpenProject(Folder / "one");
+    EXPECT_FALSE(Operate([](TCvsObject& cvs) {
+        cvs.DeleteLocalFiles = cvs.TagDelete = cvs.ExportInsteadOfCheckout = true;
+        cvs.AnswerPrompts = true;
+        Abort();
+        return true;
+    }));
+    EXPECT_TRUE(Operate([](TCvsObject& cvs) {
+        EXPECT_FALSE(cvs.DeleteLocalFiles || cvs.TagDelete || cvs.ExportInsteadOfCheckout);
+        EXPECT_FALSE(cvs.AnswerPrompts);
+        return true;
+    }));
 }
 
 TEST_F(Projects, PullIntoAFolderThatIsNotThereYet) {
@@ -302,9 +432,12 @@ TEST_F(Projects, EndACommandThatSaysNothingWhenTheUserCancelsIt) {
     };
     user.Restart();
     const ULONGLONG start = ::GetTickCount64();
-    EXPECT_FALSE(Run("sleep 600000"));
-    EXPECT_LT(::GetTickCount64() - start, 120000u);
-    EXPECT_NE(Told().find("did not answer"), std::string::npos);
+    // Also one that has started another, which holds the pipe; and a second time.
+    for (const char* client : {"sleep 600000", "with-grandchild 600000"}) {
+        EXPECT_FALSE(Run(client));
+        EXPECT_LT(::GetTickCount64() - start, 120000u);
+        EXPECT_NE(Told().find("did not answer"), std::string::npos);
+    }
     EXPECT_TRUE(Run("exit 0")) << "and go on";
 }
 
@@ -326,29 +459,60 @@ private:
     TTimer Timer_{200};
 };
 
-TEST_F(Projects, GoOffLineAndOnLineAgain) {
-    // There is no writing a log where a folder has its name.
-    support::WriteBytes(Folder / "one\\vcsCommand.log\\file", "");
+TEST_F(Projects, KeepWhatIsNotSavedWhenTheSessionEnds) {
     Form.OpenProject(Folder / "one");
-    Pick(Form, "&Server is on-line");
-    EXPECT_TRUE(Form.Project()->Online());
-    EXPECT_NE(Told().find("vcsCommand.log"), std::string::npos);
-    EXPECT_GT(support::Part<TListView>(Form, "List").Count(), 0) << "the files are shown";
+    EXPECT_TRUE(::SendMessageW(Form.Handle(), WM_QUERYENDSESSION, 0, 0))
+        << "nothing stands against it";
+    Select("a.c");
+    Pick(Form, "&Edit file");
+    TDocumentForm* document = nullptr;
+    ::EnumThreadWindows(::GetCurrentThreadId(), FindDocument, reinterpret_cast<LPARAM>(&document));
+    ASSERT_TRUE(document);
+    support::Part<TMemo>(*document, "Memo1").SetText("typed");
+    EXPECT_FALSE(::SendMessageW(Form.Handle(), WM_QUERYENDSESSION, 0, 0));
+    // The user goes on all the same.
+    Form.Project()->Cvs().PruneEmptyDirs = false;
+    ::SendMessageW(Form.Handle(), WM_ENDSESSION, TRUE, 0);
+    EXPECT_EQ(support::ReadBytes(Folder / "data\\Recovered\\1 a.c"), "typed");
+    EXPECT_EQ(Settings.Read(Settings.ProjectKey(Folder / "one"), "PRUNE", ""), "0");
+    TMainForm next(Settings, Packages);
+    EXPECT_NE(support::Part<TRichEdit>(next, "Output").Text().find("Recovered"), std::string::npos);
+    Answer(false);
+    document->Close();
+}
 
-    support::WriteBytes(Folder / "two\\vcsCommand.pending",
-                        " say-and-sleep working 1500;" + Folder.Path() + "\r\n");
-    Form.OpenProject(Folder / "two");
-    Form.Project()->Cvs().CvsExecutable = support::FakeClient();
-    Pick(Form, "&Server is on-line");
-    EXPECT_FALSE(Form.Project()->Online());
-    const TCloseDuringRun close(Form);
-    Pick(Form, "&Server is on-line");
-    EXPECT_TRUE(Form.Project()->Online());
-    EXPECT_NE(Told().find("working"), std::string::npos);
-    EXPECT_FALSE(Form.Project()->HasPending());
-    EXPECT_TRUE(close.Closed);
-    EXPECT_TRUE(Application().Terminated());
-    Application().Run();
+TEST_F(Projects, AskToSaveBeforeEachCommandOnce) {
+    support::WriteBytes(Folder / "one\\CVS\\Root", "C:\\none\r\n");
+    Form.OpenProject(Folder / "one");
+    Form.Project()->Cvs().CvsExecutable = support::FakeClient() + " exit 0";
+    Select("a.c");
+    Pick(Form, "&Edit file");
+    TDocumentForm* document = nullptr;
+    ::EnumThreadWindows(::GetCurrentThreadId(), FindDocument, reinterpret_cast<LPARAM>(&document));
+    ASSERT_TRUE(document);
+    for (const bool answer : {false, true}) {
+        support::Part<TMemo>(*document, "Memo1").SetText("typed");
+        for (const char* caption : {"Update &now", "&Commit..."}) {
+            Asked.clear();
+            Answer(answer);
+            if (*caption == 'U')
+                ExpectForm("CVS update", [](TForm& form) { Click(form, "BitBtn1"); });
+            else
+                ExpectForm("CVS commit-step 1", [](TForm& form) { PressKey(form, VK_ESCAPE); });
+            Pick(Form, caption);
+            EXPECT_EQ(Asked.empty(), answer && *caption == '&') << Asked;
+            EXPECT_EQ(Asked.find("Save"), Asked.rfind("Save")) << Asked;
+        }
+    }
+    EXPECT_EQ(support::ReadBytes(Folder / "one\\a.c"), "typed");
+    // A file that is moved takes its document along.
+    ExpectForm("Move a.c", [](TForm& form) {
+        support::Type(form, "Input1", "b.c");
+        support::Press(form, "BitBtn1");
+    });
+    Select("a.c");
+    Pick(Form, "&Move...");
+    EXPECT_EQ(document->Path(), Folder / "one\\b.c");
 }
 
 TEST_F(Projects, CloseWhenTheCommandHasEnded) {

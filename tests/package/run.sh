@@ -1,30 +1,33 @@
 #!/bin/bash
-# run.sh BUILD_FOLDER SOURCE_FOLDER
+# run.sh BUILD_FOLDER SOURCE_FOLDER TARGET
 #
 # Packs the build, unpacks it elsewhere, builds a small host against it with the compiler alone, and
 # updates a working copy with that host and the real client.
 set -euo pipefail
-build=$1 source=$2
+build=$1 source=$2 target=$3
+processor=i686 emulator=("$source/scripts/emulator.sh")
+if [ "$target" = win64 ]; then processor=x86_64 emulator+=(--win64); fi
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
-"$source/scripts/make-zip.sh" "$build" win32 "$work" >"$work/zip.log" 2>&1 || { cat "$work/zip.log"; exit 1; }
+"$source/scripts/make-zip.sh" "$build" "$target" "$work" >"$work/zip.log" 2>&1 || { cat "$work/zip.log"; exit 1; }
 cd "$work"
-cmake -E tar xf tandrel-*-win32.zip
+cmake -E tar xf tandrel-*-"$target".zip
 release=$(ls -d "$work"/tandrel-*/)
 for file in LICENSE README.md docs/user-guide.md bin/tandrel-host.exe bin/tandrel.dll \
-    bin/framework.dll include/cvs/Cvstempl.h lib/cmake/Tandrel/TandrelConfig.cmake; do
+    bin/framework.dll include/cvs/Cvstempl.h include/forms/Frames.h lib/cmake/Tandrel/TandrelConfig.cmake; do
     [ -e "$release$file" ] || { echo "the release has no $file"; exit 1; }
 done
 
+# shellcheck disable=SC2015 # the last is for both
 cmake -S "$source/tests/package/sample" -B host -G Ninja -DCMAKE_BUILD_TYPE=Release \
-    -DCMAKE_TOOLCHAIN_FILE="$source/cmake/toolchain-mingw-i686.cmake" \
+    -DCMAKE_TOOLCHAIN_FILE="$source/cmake/toolchain-mingw-$processor.cmake" \
     -DTandrel_DIR="${release}lib/cmake/Tandrel" >cmake.log 2>&1 &&
     cmake --build host >>cmake.log 2>&1 || { cat cmake.log; exit 1; }
 cp "${release}"bin/*.dll host/
 
 # A working copy that is behind its repository, made by the client; then the host updates it.
-run() { "$source/scripts/emulator.sh" "$@" 2>run.log || { cat run.log; exit 1; }; }
+run() { "${emulator[@]}" "$@" 2>run.log || { cat run.log; exit 1; }; }
 windows=Z:${work//\//\\}
 cvs=('C:\tools\cvs.exe' -Q -d "$windows\\repository")
 run "${cvs[@]}" init

@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 
 #include "framework/base/exceptions.h"
+#include "framework/base/file_functions.h"
 #include "framework/threads/synchronize.h"
 #include "framework/ui/application.h"
 #include "support/Process.h"
@@ -47,6 +49,7 @@ protected:
         Runner.Execute("C:\\", support::FakeClient() + " " + arguments);
     }
 
+    framework::TMemoryStream Stream;
     tandrel::TExecuteClass Runner;
     std::string Output, Errors, Events;
 };
@@ -79,13 +82,14 @@ TEST_F(ToolRunner, HandsOnBothStreamsAndTheEnd) {
 }
 
 TEST_F(ToolRunner, ConvertsTextButKeepsBytes) {
-    Runner.FStream = std::make_unique<framework::TMemoryStream>();
+    Runner.FStream = &Stream;
     Run("all-bytes");
     std::string bytes = Output;
     ASSERT_EQ(bytes.size(), 256u) << "zeros, too, do not end a text";
     for (std::size_t i = 0; i < bytes.size(); ++i)
         EXPECT_EQ(bytes[i], static_cast<char>(i));
     Runner.FOemConvert = true;
+    Stream.SetPosition(10);  // somebody has looked into it
     Run("all-bytes");
     ASSERT_NE(::GetOEMCP(), ::GetACP()) << "or nothing is to be seen here";
     std::string converted = bytes;
@@ -117,7 +121,7 @@ private:
 TEST_F(ToolRunner, KeepsUpWithFiftyMegabytesOnEachStream) {
     constexpr int Lines = 50 * 1024 * 1024 / 64;
     TLines output('.'), errors('!');
-    Runner.FStream = std::make_unique<framework::TMemoryStream>();
+    Runner.FStream = &Stream;
     // What is kept has grown by just what the event tells.
     std::size_t kept = 0;
     bool same = true;
@@ -141,17 +145,26 @@ TEST_F(ToolRunner, KeepsUpWithFiftyMegabytesOnEachStream) {
 
 TEST_F(ToolRunner, TellsWhatWentWrong) {
     Runner.Execute("C:\\", "no-such-tool");
-    EXPECT_EQ(Errors, "Could not create process ");
-    EXPECT_EQ(Events, "<e>");
+    EXPECT_EQ(Errors, "Could not create process " +
+                          framework::SysErrorMessage(ERROR_FILE_NOT_FOUND) + "\r\n");
+    EXPECT_EQ(Events, "<ee>") << "what the system says, in a message of its own";
     EXPECT_EQ(Runner.FExitCode, 1);
     Runner.ErrorMessageProc("100%s");
     EXPECT_TRUE(Errors.ends_with("100%s\r\n"));
 
-    const ULONGLONG start = ::GetTickCount64();
-    Run("close-output-and-stay");
-    EXPECT_GE(::GetTickCount64() - start, 3900u) << "one second of grace, three after the kill";
-    EXPECT_EQ(Errors, "Process TIMEOUT occured, process terminated");
-    EXPECT_EQ(Runner.FExitCode, 1);
+    for (const char* mode : {"close-output-and-stay", "close-output-and-stay errors",
+                             "close-output-and-stay errors 15000"}) {
+        const ULONGLONG start = ::GetTickCount64();
+        Run(mode);
+        EXPECT_GE(::GetTickCount64() - start, 3900u) << "one second of grace, three after the kill";
+        EXPECT_LE(::GetTickCount64() - start, 12000u) << "not as long as it or another stays";
+        EXPECT_EQ(Errors, "Process TIMEOUT occured, process terminated");
+        EXPECT_EQ(Runner.FExitCode, 1);
+    }
+    // As long as it goes on writing errors it is waited for.
+    Run("close-output-and-complain 5 400");
+    EXPECT_EQ(Errors, "late late late late late ");
+    EXPECT_EQ(Runner.FExitCode, 0);
     // Their input ends with their output, and the child with it.
     for (const char* mode : {"close-output-and-read", "close-output-and-read errors"}) {
         Run(mode);
@@ -237,6 +250,15 @@ TEST_F(ToolRunner, AnswersQuestions) {
     EXPECT_FALSE(Runner.FConfirmFlag);
 
     int asked = 0;
+    Runner.OnConfirm = [&](const std::string&, std::string&, bool&) {
+        ++asked;
+        Runner.FConfirmFlag = false;
+    };
+    Runner.FConfirmFlag = true;
+    Run("say-and-sleep question 100 3");
+    EXPECT_EQ(asked, 1) << "stopped at the runner itself";
+
+    asked = 0;
     Runner.OnConfirm = [&](const std::string&, std::string& answer, bool&) {
         EXPECT_EQ(answer, ++asked > 1 ? "No" : "") << "the last answer is there";
         answer = "No";
@@ -269,6 +291,22 @@ TEST_F(ToolRunner, DoesNotWaitWithoutRedirectionAndTellsTimes) {
     EXPECT_TRUE(Runner.FFinished) << "seen to its end all the same";
 }
 
+/// Each piece comes after a write of nothing.
+BOOL WINAPI ReadNothingFirst(HANDLE file, void* buffer, DWORD size, DWORD* read,
+                             OVERLAPPED* overlapped) {
+    static int Reads = 0;
+    *read = 0;
+    return ++Reads % 2 != 0 || ::ReadFile(file, buffer, size, read, overlapped);
+}
+
+TEST_F(ToolRunner, PassesOverWritesOfNothing) {
+    framework::FileFunctions().Read = ReadNothingFirst;
+    Run("ask 0");
+    framework::FileFunctions() = {};
+    EXPECT_EQ(Output, "Are you sure? answer:;0");
+    EXPECT_LE(std::ranges::count(Events, 'o'), 2) << "nothing is told of nothing";
+}
+
 std::array<HANDLE, 3> StandardHandles() {
     return {::GetStdHandle(STD_INPUT_HANDLE), ::GetStdHandle(STD_OUTPUT_HANDLE),
             ::GetStdHandle(STD_ERROR_HANDLE)};
@@ -276,7 +314,7 @@ std::array<HANDLE, 3> StandardHandles() {
 
 TEST_F(ToolRunner, HasAnotherWayThatPutsTheStandardHandlesBack) {
     const auto before = StandardHandles();
-    Runner.FStream = std::make_unique<framework::TMemoryStream>();
+    Runner.FStream = &Stream;
     const auto run = [&](const std::string& commandLine) {
         Runner.FDir = "C:\\";
         Runner.FCmdLine = commandLine;
@@ -288,6 +326,10 @@ TEST_F(ToolRunner, HasAnotherWayThatPutsTheStandardHandlesBack) {
     EXPECT_EQ(Output, "standard");
     EXPECT_EQ(Errors, "error");
     EXPECT_EQ(Runner.FStream->Bytes(), "standarderror");
+    framework::FileFunctions().Read = ReadNothingFirst;
+    run(support::FakeClient() + " say-both standard error 4");
+    framework::FileFunctions() = {};
+    EXPECT_EQ(Runner.FStream->Bytes(), "standarderrorstandarderror");
     EXPECT_EQ(tests::MessageOf([&] { run("no-such-tool"); }), "Could not create process ");
     EXPECT_EQ(StandardHandles(), before);
 }

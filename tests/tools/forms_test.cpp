@@ -96,6 +96,12 @@ TEST_F(ToolsEditor, KeepsWhatIsTyped) {
         support::Type(form, "Edit3", odd + odd);
         support::Check(form, "CheckBox3");
         support::Choose(form, "ComboBox1", 1);
+        const auto& types = Part<TComboBox>(form, "ComboBox1");
+        RECT open{};
+        ::SendMessageW(types.Handle(), CB_GETDROPPEDCONTROLRECT, 0,
+                       reinterpret_cast<LPARAM>(&open));
+        const LRESULT item = ::SendMessageW(types.Handle(), CB_GETITEMHEIGHT, 0, 0);
+        EXPECT_GE(open.bottom - open.top, 2 * item) << "both of them show";
         List().Select(1);
         EXPECT_EQ(tests::TextOf(form, "Edit1"), odd) << "shown only when the user rests";
         Rest();

@@ -206,7 +206,7 @@ TEST_F(UserTools, GiveTheirOutputToTheHost) {
     told.clear();
     tool.FCaptureToolView = true;
     Tools.ExecuteMenu(0);
-    EXPECT_EQ(told, "<a tool:Could not create process ;>");
+    EXPECT_TRUE(told.starts_with("<a tool:Could not create process ;a tool:")) << told;
 }
 
 TEST_F(UserTools, AskForArguments) {

@@ -1,5 +1,5 @@
-// A host of sixty lines: it loads the package, works on a folder that is a working copy, and
-// updates it. With the exit code it says whether that went well.
+// A small host: it loads the package, works on a folder that is a working copy, updates it, and
+// uses forms and runner on its own. With the exit code it says whether that went well.
 //
 //   sample_host FOLDER
 
@@ -13,6 +13,7 @@
 #include "cvs/Cvstempl.h"
 #include "framework/ui/application.h"
 #include "framework/ui/form.h"
+#include "own_forms.h"
 #include "package/Package.h"
 
 namespace {
@@ -45,6 +46,9 @@ int Update(const char* folder) {
         cvs.OnUpdate = [](tandrel::TCvsObject& sender) { sender.CreateDirs = true; };
         done = cvs.UpdateSpecialAccepted();
         std::printf("%d entries\n", cvs.WorkDirTree.Count());
+        const bool forms = UseForms(cvs), runner = UseRunner(), engine = UseEngine(cvs);
+        std::printf("own forms: %d, own runner: %d, engine: %d\n", forms, runner, engine);
+        done = done && forms && runner && engine;
     }
     TandrelUnregister(packages);
     return done && packages.Packages().empty() ? 0 : 1;
