@@ -7,9 +7,9 @@
 #include "core/Cvs_files.h"
 #include "core/Cvs_utils.h"
 #include "framework/base/exceptions.h"
-#include "framework/base/file_functions.h"
 #include "framework/base/files.h"
 #include "framework/base/paths.h"
+#include "framework/base/patience.h"
 #include "framework/base/string_list.h"
 #include "framework/base/text.h"
 
@@ -22,28 +22,47 @@ void Unprotect(const std::string& path) {
         ::SetFileAttributesA(path.c_str(), attributes & ~DWORD{FILE_ATTRIBUTE_READONLY});
 }
 
-void Check(BOOL done, const std::string& path) {
+void Check(bool done, const std::string& path) {
     if (!done)
         throw framework::EInOutError(::GetLastError(), path);
 }
 
 /// A move within the disk changes a name and touches no byte; between disks it is a copy that is
 /// deleted at its source when it is complete.
-void Bring(const std::string& source, const std::string& target, bool deleteSource) {
+void Bring(const std::string& source, const std::string& target, bool deleteSource,
+           framework::TPatience& patience) {
     framework::ForceDirectories(framework::ExtractFileDir(target));
     // The client may have made what is there read-only.
     Unprotect(target);
     if (deleteSource)
-        Check(framework::FileFunctions().Move(source.c_str(), target.c_str(),
-                                              MOVEFILE_REPLACE_EXISTING | MOVEFILE_COPY_ALLOWED),
+        Check(patience.Move(source, target, MOVEFILE_REPLACE_EXISTING | MOVEFILE_COPY_ALLOWED),
               source);
     else
-        Check(framework::FileFunctions().Copy(source.c_str(), target.c_str(), FALSE), source);
+        Check(patience.Copy(source, target), source);
 }
 
-void Drop(const std::string& source) {
+void Drop(const std::string& source, framework::TPatience& patience) {
     Unprotect(source);
-    framework::EraseFile(source);
+    framework::EraseFile(source, patience);
+}
+
+bool RemoveEmpty(const std::string& folder, framework::TPatience& patience) {
+    bool empty = true;
+    {
+        framework::TFileSearch search(SlashSep(folder, "*.*"), framework::faAnyFile);
+        for (framework::TSearchRec entry; search.Next(entry);) {
+            const std::string path = SlashSep(folder, entry.Name);
+            if (entry.Name == "." || entry.Name == "..")
+                continue;
+            if (entry.IsLink() ||
+                !(framework::IsGoing(path) || (entry.IsDirectory() && RemoveEmpty(path, patience))))
+                empty = false;
+        }
+    }
+    // The shell protects folders that look otherwise than others.
+    if (empty)
+        Unprotect(folder);
+    return empty && patience.RemoveFolder(folder);
 }
 
 }  // namespace
@@ -55,15 +74,16 @@ bool MoveFileExt2(const std::string& SrcDir, const std::string& DstDir,
     for (const std::string& path : DstList)
         present.insert(framework::UpperCase(path));
     bool complete = true;
+    framework::TPatience patience;
     for (const std::string& source : SrcList) {
         const std::string target =
             SlashSep(DstDir, source.substr(RemoveSlashSep(SrcDir).size() + 1));
         try {
             if (present.contains(framework::UpperCase(target)) && HasSameContents(source, target)) {
                 if (DeleteSource)
-                    Drop(source);
+                    Drop(source, patience);
             } else {
-                Bring(source, target, DeleteSource);
+                Bring(source, target, DeleteSource, patience);
             }
         } catch (const framework::Exception& error) {
             complete = false;
@@ -74,21 +94,8 @@ bool MoveFileExt2(const std::string& SrcDir, const std::string& DstDir,
 }
 
 bool RemoveEmptyDirs(const std::string& Dir) {
-    bool empty = true;
-    {
-        framework::TFileSearch search(SlashSep(Dir, "*.*"), framework::faAnyFile);
-        for (framework::TSearchRec entry; search.Next(entry);) {
-            if (entry.Name == "." || entry.Name == "..")
-                continue;
-            if (!entry.IsDirectory() || entry.IsLink() ||
-                !RemoveEmptyDirs(SlashSep(Dir, entry.Name)))
-                empty = false;
-        }
-    }
-    // The shell protects folders that look otherwise than others.
-    if (empty)
-        Unprotect(Dir);
-    return empty && ::RemoveDirectoryA(Dir.c_str());
+    framework::TPatience patience;
+    return RemoveEmpty(Dir, patience);
 }
 
 }  // namespace tandrel

@@ -9,6 +9,10 @@
 #include "cvs/CvsOptions.h"
 #include "cvs/LogList.h"
 
+namespace framework {
+class TPatience;
+}
+
 namespace tandrel {
 
 class TCvsObject;
@@ -236,9 +240,10 @@ private:
     /// Moves the working directory to its backup name; raises EOSError when it cannot be moved.
     void MoveAside(const TMovedFolder& moved);
     void TellCopyMade(const TMovedFolder& moved);
+    bool DeleteRecordsBelow(const std::string& Dir, framework::TPatience& patience);
     /// Deletes all of the client's folder that is its own; false, and told, when that failed.
-    bool DeleteAdminDirectory(const std::string& Dir);
-    bool DeleteRecord(const std::string& Dir, const char* Name);
+    bool DeleteAdminDirectory(const std::string& Dir, framework::TPatience& patience);
+    bool DeleteRecord(const std::string& Dir, const char* Name, framework::TPatience& patience);
     /// Tells of an error of the action, and answers whether there was none.
     template <class Action>
     bool Contained(Action action);

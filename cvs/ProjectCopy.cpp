@@ -13,9 +13,9 @@
 #include "cvs/Cvstempl.h"
 #include "cvs/Dialogs.h"
 #include "framework/base/exceptions.h"
-#include "framework/base/file_functions.h"
 #include "framework/base/files.h"
 #include "framework/base/paths.h"
+#include "framework/base/patience.h"
 #include "framework/base/text.h"
 
 namespace tandrel {
@@ -37,8 +37,8 @@ bool IsOwnOrParent(const framework::TSearchRec& entry) {
 /// The client's folder, in its records, for the texts that edited files had before.
 constexpr const char* BaseDirectoryName = "Base";
 
-void RemoveFolder(const std::string& path) {
-    if (!::RemoveDirectoryA(path.c_str()))
+void RemoveFolder(const std::string& path, framework::TPatience& patience) {
+    if (!patience.RemoveFolder(path))
         throw framework::EInOutError(::GetLastError(), path);
 }
 
@@ -82,7 +82,7 @@ void TCvsObject::TellCopyMade(const TMovedFolder& moved) {
 void TCvsObject::MoveAside(const TMovedFolder& moved) {
     ModelCurrent = false;
     // A rename: all or nothing, and never on top of something.
-    if (framework::FileFunctions().Move(moved.Folder.c_str(), moved.Backup.c_str(), 0))
+    if (framework::TPatience().Move(moved.Folder, moved.Backup, 0))
         return;
     const DWORD error = ::GetLastError();
     MessageProc("Copy directory(%s) to  %s is failed ", {moved.Folder, moved.Backup});
@@ -118,19 +118,20 @@ bool TCvsObject::Contained(Action action) {
     return !error;
 }
 
-bool TCvsObject::DeleteRecord(const std::string& Dir, const char* Name) {
+bool TCvsObject::DeleteRecord(const std::string& Dir, const char* Name,
+                              framework::TPatience& patience) {
     const std::string path = SlashSep(Dir, Name);
     if (!framework::FileExists(path))
         return true;
-    if (!Contained([&] { framework::EraseFile(path); }))
+    if (!Contained([&] { framework::EraseFile(path, patience); }))
         return false;
     MessageProc("File %s deleted ", {path});
     return true;
 }
 
-bool TCvsObject::DeleteAdminDirectory(const std::string& Dir) {
+bool TCvsObject::DeleteAdminDirectory(const std::string& Dir, framework::TPatience& patience) {
     for (const char* name : AdminFiles)
-        if (!DeleteRecord(Dir, name))
+        if (!DeleteRecord(Dir, name, patience))
             return false;
     const std::string base = SlashSep(Dir, BaseDirectoryName);
     if (framework::DirectoryExists(base) && !framework::IsLink(base)) {
@@ -138,16 +139,21 @@ bool TCvsObject::DeleteAdminDirectory(const std::string& Dir) {
         if (!Contained([&] { CreateCopyList(base, texts); }))
             return false;
         for (const std::string& path : texts)
-            if (!DeleteRecord(base, framework::ExtractFileName(path).c_str()))
+            if (!DeleteRecord(base, framework::ExtractFileName(path).c_str(), patience))
                 return false;
-        if (!Contained([&] { RemoveFolder(base); }))
+        if (!Contained([&] { RemoveFolder(base, patience); }))
             return false;
     }
-    return Contained([&] { RemoveFolder(Dir); });
+    return Contained([&] { RemoveFolder(Dir, patience); });
 }
 
 bool TCvsObject::DeleteCVSDirs(const std::string& Dir) {
     ModelCurrent = false;
+    framework::TPatience patience;
+    return DeleteRecordsBelow(Dir, patience);
+}
+
+bool TCvsObject::DeleteRecordsBelow(const std::string& Dir, framework::TPatience& patience) {
     std::vector<std::string> folders;
     bool done = Contained([&] {
         framework::TFileSearch search(SlashSep(Dir, "*.*"), framework::faAnyFile);
@@ -157,11 +163,12 @@ bool TCvsObject::DeleteCVSDirs(const std::string& Dir) {
     });
     for (const std::string& name : folders) {
         const std::string path = SlashSep(Dir, name);
-        done =
-            (CVS_SystemDirectory(name) ? DeleteAdminDirectory(path) : DeleteCVSDirs(path)) && done;
+        done = (CVS_SystemDirectory(name) ? DeleteAdminDirectory(path, patience)
+                                          : DeleteRecordsBelow(path, patience)) &&
+               done;
     }
     if (!KeepCvsIgnore)
-        done = DeleteRecord(Dir, IgnoreFileName) && done;
+        done = DeleteRecord(Dir, IgnoreFileName, patience) && done;
     return done;
 }
 

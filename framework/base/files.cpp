@@ -4,6 +4,7 @@
 #include "framework/base/file_functions.h"
 #include "framework/base/names.h"
 #include "framework/base/paths.h"
+#include "framework/base/patience.h"
 #include "framework/base/system_time.h"
 #include "framework/base/text.h"
 
@@ -75,24 +76,20 @@ bool IsLink(const std::string& path) {
 }
 
 void EraseFile(const std::string& path) {
-    if (!::DeleteFileA(path.c_str()))
-        throw EInOutError(::GetLastError(), path);
+    TPatience patience;
+    EraseFile(path, patience);
 }
 
-namespace {
-
-FileHandle OpenFile(const std::string& path, DWORD access, DWORD disposition) {
-    FileHandle file(::CreateFileA(path.c_str(), access, FILE_SHARE_READ, nullptr, disposition,
-                                  FILE_ATTRIBUTE_NORMAL, nullptr));
-    if (!file)
+void EraseFile(const std::string& path, TPatience& patience) {
+    if (!patience.Delete(path))
         throw EInOutError(::GetLastError(), path);
-    return file;
 }
-
-}  // namespace
 
 std::string ReadFileBytes(const std::string& path) {
-    const FileHandle file = OpenFile(path, GENERIC_READ, OPEN_EXISTING);
+    const FileHandle file(::CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
+                                        OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!file)
+        throw EInOutError(::GetLastError(), path);
     std::string bytes(::GetFileSize(file.Get(), nullptr), '\0');
     DWORD read = 0;
     if (!::ReadFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &read, nullptr))
@@ -102,7 +99,9 @@ std::string ReadFileBytes(const std::string& path) {
 }
 
 void WriteFileBytes(const std::string& path, std::string_view bytes) {
-    const FileHandle file = OpenFile(path, GENERIC_WRITE, CREATE_ALWAYS);
+    const FileHandle file = TPatience().Open(path, GENERIC_WRITE, FILE_SHARE_READ, CREATE_ALWAYS);
+    if (!file)
+        throw EInOutError(::GetLastError(), path);
     DWORD written = 0;
     if (!::WriteFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr))
         throw EInOutError(::GetLastError(), path);

@@ -13,13 +13,17 @@
 
 namespace framework {
 
+class TPatience;
+
 FRAMEWORK_API bool FileExists(const std::string& path);       ///< True for a file, not a folder.
 FRAMEWORK_API bool DirectoryExists(const std::string& path);  ///< True for a folder.
 /// True for a link or junction. False for what is not there, and for entries that a service keeps
 /// for the user, such as the files of a cloud: they are ordinary.
 FRAMEWORK_API bool IsLink(const std::string& path);
-/// Deletes a file; raises EInOutError when it cannot.
+/// Deletes a file; raises EInOutError when it cannot. One that is held for a moment is waited for.
 FRAMEWORK_API void EraseFile(const std::string& path);
+/// One of many: their waits share their time.
+FRAMEWORK_API void EraseFile(const std::string& path, TPatience& patience);
 /// Makes a folder and the folders above it; raises EInOutError when one cannot be made.
 FRAMEWORK_API void ForceDirectories(const std::string& path);
 

@@ -4,8 +4,8 @@
 
 #include "framework/base/exceptions.h"
 #include "framework/base/file_functions.h"
-#include "framework/base/handle.h"
 #include "framework/base/names.h"
+#include "framework/base/patience.h"
 #include "framework/base/text.h"
 
 namespace framework {
@@ -29,8 +29,7 @@ std::string NewTempFile(const std::string& prefix) {
 }
 
 void SaveToFile(const std::string& path, std::string_view bytes) {
-    const FileHandle file(::CreateFileA(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
-                                        CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+    const FileHandle file = TPatience().Open(path, GENERIC_WRITE, FILE_SHARE_READ, CREATE_ALWAYS);
     if (!file)
         throw EInOutError(::GetLastError(), path);
     constexpr std::size_t Block = std::size_t{1} << 20;

@@ -3,6 +3,7 @@
 #include "framework/base/exceptions.h"
 #include "framework/base/file_functions.h"
 #include "framework/base/paths.h"
+#include "framework/base/patience.h"
 
 namespace framework {
 
@@ -12,10 +13,10 @@ constexpr std::size_t ReadSize = std::size_t{64} * 1024;
 /// Text is written in blocks of whole lines: what two writers append does not mix within a line.
 constexpr std::size_t WriteSize = std::size_t{1024} * 1024;
 
-FileHandle Open(const std::string& path, DWORD access, DWORD disposition) {
-    FileHandle file(::CreateFileA(path.c_str(), access,
-                                  FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                  disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
+constexpr DWORD ShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
+FileHandle OpenToWrite(const std::string& path, DWORD access, DWORD disposition) {
+    FileHandle file = TPatience().Open(path, access, ShareAll, disposition);
     if (!file)
         throw EInOutError(::GetLastError(), path);
     return file;
@@ -24,12 +25,16 @@ FileHandle Open(const std::string& path, DWORD access, DWORD disposition) {
 }  // namespace
 
 TTextFile TTextFile::Reset(const std::string& path) {
-    return TTextFile(path, Open(path, GENERIC_READ, OPEN_EXISTING), false);
+    FileHandle file(::CreateFileA(path.c_str(), GENERIC_READ, ShareAll, nullptr, OPEN_EXISTING,
+                                  FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!file)
+        throw EInOutError(::GetLastError(), path);
+    return TTextFile(path, std::move(file), false);
 }
 
 TTextFile TTextFile::Rewrite(const std::string& path) {
     // CREATE_ALWAYS would refuse a hidden file.
-    FileHandle file = Open(path, GENERIC_WRITE, OPEN_ALWAYS);
+    FileHandle file = OpenToWrite(path, GENERIC_WRITE, OPEN_ALWAYS);
     if (!::SetEndOfFile(file.Get()))
         throw EInOutError(::GetLastError(), path);
     return TTextFile(path, std::move(file), true);
@@ -37,7 +42,7 @@ TTextFile TTextFile::Rewrite(const std::string& path) {
 
 TTextFile TTextFile::Append(const std::string& path) {
     // With this right alone every write goes to where the end is by then.
-    return TTextFile(path, Open(path, FILE_APPEND_DATA, OPEN_EXISTING), true);
+    return TTextFile(path, OpenToWrite(path, FILE_APPEND_DATA, OPEN_EXISTING), true);
 }
 
 TTextFile& TTextFile::operator=(TTextFile&& other) noexcept {
@@ -130,15 +135,16 @@ void ReplaceTextFile(const std::string& path, const std::vector<std::string>& li
     char fresh[MAX_PATH];
     if (!::GetTempFileNameA(ExtractFileDir(path).c_str(), "txt", 0, fresh))
         throw EInOutError(::GetLastError(), path);
+    TPatience patience;
     try {
         auto file = TTextFile::Rewrite(fresh);
         for (const std::string& line : lines)
             file.WriteLine(line);
         file.Close();
-        if (!FileFunctions().Move(fresh, path.c_str(), MOVEFILE_REPLACE_EXISTING))
+        if (!patience.Move(fresh, path, MOVEFILE_REPLACE_EXISTING))
             throw EInOutError(::GetLastError(), path);
     } catch (...) {
-        ::DeleteFileA(fresh);
+        patience.Delete(fresh);
         throw;
     }
 }

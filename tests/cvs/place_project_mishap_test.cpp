@@ -8,6 +8,7 @@
 #include "framework/base/file_functions.h"
 #include "tests/cvs/PlaceProject.h"
 #include "tests/support/FormDriver.h"
+#include "tests/support/Scanner.h"
 
 namespace {
 
@@ -105,6 +106,7 @@ const TMishap Mishaps[] = {
 };
 
 TEST_P(PlaceProjectMishap, LosesNothing) {
+    const TScanner noWaiting(0);
     When("CheckOut project", [this] { GetParam().Happens(Obj, Project, Backup); });
     if (GetParam().Name == std::string("HostBreaksOff"))
         EXPECT_THROW(Obj.PlaceProjectAccepted(), framework::EAbort);
@@ -161,6 +163,7 @@ TEST_F(PlaceProject, BringsItsFilesBackWhateverTheHostTurnsTo) {
 }
 
 TEST_F(PlaceProject, BringsAllItsFilesBackBeforeTheHostCanBreakOff) {
+    const TScanner noWaiting(0);
     FileHandle open;
     const auto raise = [] { throw framework::EInOutError(ERROR_DISK_FULL, "a protocol"); };
     When("CheckOut project", [&] { open = OpenForOneself(Backup + "\\lf.c"); });

@@ -9,6 +9,7 @@
 #include "tests/cvs/PlaceProject.h"
 #include "tests/support/FormDriver.h"
 #include "tests/support/Links.h"
+#include "tests/support/Scanner.h"
 
 namespace {
 
@@ -299,7 +300,19 @@ TEST_F(PlaceProject, TouchesNothingWhenTheFolderCannotBeMovedAside) {
     EXPECT_FALSE(DirectoryExists(Backup));
 }
 
+TEST_F(PlaceProject, GoesThroughWhileAScannerIsAtWork) {
+    const TScanner scanner(3);
+    ExpectResult(true);
+    EXPECT_TRUE(Obj.PlaceProjectAccepted()) << Obj.Messages.All();
+    EXPECT_EQ(Snapshot(Project), Before);
+    EXPECT_FALSE(DirectoryExists(Backup)) << Obj.Messages.All();
+    EXPECT_TRUE(Obj.DeleteCVSDirs(Project)) << Obj.Messages.All();
+    for (const char* name : {"\\CVS", "\\sub\\deep\\CVS"})
+        EXPECT_FALSE(DirectoryExists(Project + name));
+}
+
 TEST_F(PlaceProject, LosesNothingWhenAFileIsOpenFromTheStart) {
+    const TScanner noWaiting(0);
     // Whether the system moves the folder then, and whether the client can read the file, may
     // differ; what must come of it does not.
     FileHandle open;

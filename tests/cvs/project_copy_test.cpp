@@ -18,6 +18,7 @@
 #include "tests/framework/kept_entries.h"
 #include "tests/support/FormDriver.h"
 #include "tests/support/Links.h"
+#include "tests/support/Scanner.h"
 
 namespace {
 
@@ -157,6 +158,7 @@ TEST_F(ProjectCopy, TellsWhichRecordsAreInUseAndGoesOn) {
     Sandbox.CheckOut("work");
     Obj.Messages.Clear();
     const std::string held = Copy + "\\sub\\CVS\\Repository";
+    const tests::TScanner noWaiting(0);
     FileHandle open = OpenForOneself(held);
     EXPECT_FALSE(Obj.DeleteCVSDirs(Copy));
     EXPECT_TRUE(WasSaid("I/O Error = " + held + ": ")) << Obj.Messages.All();
@@ -459,6 +461,7 @@ TEST_F(MoveFileExt2, LeavesWholeAtTheSourceWhatItCannotBring) {
     support::WriteBytes(To("open"), "theirs");
     support::WriteBytes(To("same and open"), "mine");
     framework::ForceDirectories(To("folder in the way"));
+    const tests::TScanner noWaiting(0);
     FileHandle open = OpenForOneself(From("open")), same = OpenForOneself(From("same and open"));
     EXPECT_FALSE(Bring(true));
     open.Reset();

@@ -12,6 +12,7 @@
 #include "framework/base/text_file.h"
 #include "tests/framework/kept_entries.h"
 #include "tests/framework/temp_folder.h"
+#include "tests/support/Scanner.h"
 
 namespace framework {
 namespace {
@@ -162,6 +163,7 @@ TEST(TextFile, RaisesWithTheNameOfTheFile) {
     EXPECT_EQ(InOutErrorOf([&] { TTextFile::Reset(folder.Path()); }), ERROR_ACCESS_DENIED);
     EXPECT_EQ(InOutErrorOf([&] { TTextFile::Rewrite(folder / "no\\x"); }), ERROR_PATH_NOT_FOUND);
 
+    const tests::TScanner scanner(0);
     const std::string path = folder.MakeFile("locked.log");
     const FileHandle lock = Lock(path);
     for (const auto open : {&TTextFile::Reset, &TTextFile::Rewrite, &TTextFile::Append})
