@@ -90,8 +90,9 @@ bool TDocumentForm::Save() {
                                "over it?")) {
         return false;
     }
-    OnDisk_ = Bytes();
-    WriteFileBytes(Path_, OnDisk_);
+    const std::string bytes = Bytes();
+    WriteFileBytes(Path_, bytes);
+    OnDisk_ = bytes;
     Modified_ = false;
     ShowCaption();
     return true;

@@ -60,6 +60,7 @@ void TKeptOutput::DeleteOldest() const {
         names.push_back(entry.Name);
     // Their names are their times.
     std::ranges::sort(names);
+    // Nobody waits for one that is held: there is always a next time.
     for (std::size_t i = 0; i + MostKept <= names.size(); ++i)
         ::DeleteFileA(SlashSep(Folder_, names[i]).c_str());
 }

@@ -141,6 +141,7 @@ void TMainForm::OpenProject(const std::string& folder) {
 }
 
 void TMainForm::TellWhatWaits(TProject& project) {
+    project.SettleInterrupted();
     const std::vector<TKeptCommand> waiting = project.Waiting();
     if (!project.Online())
         Tell("The server counts as off-line. Additions and removals are kept for later.\r\n");

@@ -5,6 +5,7 @@
 #include "framework/base/files.h"
 #include "framework/base/handle.h"
 #include "framework/base/paths.h"
+#include "framework/base/patience.h"
 #include "framework/base/text_file.h"
 
 namespace host {
@@ -30,8 +31,7 @@ std::vector<std::string> ReadLines(const std::string& path) {
 class TTurn {
 public:
     explicit TTurn(const std::string& path)
-        : File_(::CreateFileA(path.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_ALWAYS,
-                              FILE_FLAG_DELETE_ON_CLOSE, nullptr)) {}
+        : File_(TPatience().Open(path, GENERIC_WRITE, 0, OPEN_ALWAYS, FILE_FLAG_DELETE_ON_CLOSE)) {}
     bool Taken() const { return static_cast<bool>(File_); }
 
 private:
@@ -41,7 +41,10 @@ private:
 }  // namespace
 
 TOfflineLog::TOfflineLog(const std::string& directory, const std::string& waiting)
-    : Folder_(directory), Log_(SlashSep(directory, "vcsCommand.log")), Waiting_(waiting) {}
+    : Folder_(directory),
+      Log_(SlashSep(directory, "vcsCommand.log")),
+      Waiting_(waiting),
+      Running_(waiting + ".running") {}
 
 std::string TOfflineLog::Begin() const {
     std::string aside;
@@ -50,7 +53,7 @@ std::string TOfflineLog::Begin() const {
         do
             aside = Log_ + "." + std::to_string(++number);
         while (FileExists(aside));
-        if (!::MoveFileExA(Log_.c_str(), aside.c_str(), 0))
+        if (!TPatience().Move(Log_, aside, 0))
             throw EInOutError(::GetLastError(), Log_);
     }
     ReplaceTextFile(Log_, {});
@@ -62,20 +65,26 @@ void TOfflineLog::Continue() const {
         ReplaceTextFile(Log_, {});
 }
 
-std::vector<std::string> TOfflineLog::Take() const {
-    // A host that is killed between the two steps finds commands twice. The client refuses the
-    // second time; the other way round they would be lost.
+std::optional<std::vector<std::string>> TOfflineLog::Take() const {
     ForceDirectories(ExtractFileDir(Waiting_));
     const TTurn turn(Waiting_ + ".lock");
     if (!turn.Taken())
-        return {};
+        return std::nullopt;
     std::vector<std::string> refused;
     for (std::string& line : ReadLines(Log_))
         if (!ParseKeptCommand(line, Folder_))
             refused.push_back(std::move(line));
+    const std::vector<TKeptCommand> before = Waiting(false);
+    // A host that is killed between the two steps finds commands twice. The client refuses the
+    // second time; the other way round they would be lost.
     Write(Waiting(true));
-    if (FileExists(Log_))
-        EraseFile(Log_);
+    try {
+        if (FileExists(Log_))
+            EraseFile(Log_);
+    } catch (const EInOutError&) {
+        Write(before);
+        throw;
+    }
     return refused;
 }
 
@@ -103,19 +112,65 @@ std::vector<TKeptCommand> TOfflineLog::Waiting(bool isOffLine) const {
 }
 
 bool TOfflineLog::Run(const std::function<bool(const TKeptCommand&)>& run) const {
-    if (!FileExists(Waiting_))
+    if (!FileExists(Waiting_) && !FileExists(Running_))
         return true;
     const TTurn turn(Waiting_ + ".lock");
-    if (!turn.Taken())
+    if (!turn.Taken() || Marked())
         return false;
     for (std::vector<TKeptCommand> commands = Waiting(false); !commands.empty();) {
-        if (!run(commands.front()))
+        const std::vector<TKeptCommand> others(commands.begin() + 1, commands.end());
+        Start(commands.front(), others);
+        const bool done = run(commands.front());
+        if (!done)
+            Write(commands);
+        EraseFile(Running_);
+        if (!done)
             return false;
-        commands.erase(commands.begin());
-        Write(commands);
+        commands = others;
     }
     Write({});
     return true;
+}
+
+void TOfflineLog::Start(const TKeptCommand& command,
+                        const std::vector<TKeptCommand>& others) const {
+    // First the mark: of a command that is in both files it is known that it still has to be run.
+    ReplaceTextFile(Running_, {KeptLine(command, Folder_)});
+    try {
+        Write(others);
+    } catch (const EInOutError&) {
+        TPatience().Delete(Running_);
+        throw;
+    }
+}
+
+std::optional<TKeptCommand> TOfflineLog::Marked() const {
+    const std::vector<std::string> lines = ReadLines(Running_);
+    const std::vector<TKeptCommand> waiting = Waiting(false);
+    if (lines.empty() || (!waiting.empty() && KeptLine(waiting.front(), Folder_) == lines.front()))
+        return std::nullopt;
+    return ParseKeptCommand(lines.front(), Folder_);
+}
+
+std::optional<TKeptCommand> TOfflineLog::Interrupted() const {
+    if (!FileExists(Running_))
+        return std::nullopt;
+    // Another host may be running it.
+    const TTurn turn(Waiting_ + ".lock");
+    return turn.Taken() ? Marked() : std::nullopt;
+}
+
+void TOfflineLog::SettleInterrupted(bool again) const {
+    const TTurn turn(Waiting_ + ".lock");
+    std::optional<TKeptCommand> command;
+    if (!turn.Taken() || !(command = Marked()))
+        return;
+    if (again) {
+        std::vector<TKeptCommand> commands = Waiting(false);
+        commands.insert(commands.begin(), std::move(*command));
+        Write(commands);
+    }
+    EraseFile(Running_);
 }
 
 }  // namespace host

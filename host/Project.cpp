@@ -372,10 +372,14 @@ void TProject::CancelWatchTick() {
 
 // --- off-line ---------------------------------------------------------------------------------
 
-void TProject::TakeKept() {
-    for (const std::string& line : OfflineLog_.Take())
+bool TProject::TakeKept() {
+    const auto refused = OfflineLog_.Take();
+    if (!refused)
+        return false;
+    for (const std::string& line : *refused)
         Window_.Tell("Left out, because it neither adds nor removes files of this project: " +
                      MaskPasswords(line) + "\r\n");
+    return true;
 }
 
 void TProject::KeepOffline() {
@@ -401,7 +405,11 @@ void TProject::SetOnline(bool online) {
         Cvs_.Set_ServerOnline(false);
         return Save();
     }
-    TakeKept();
+    // The package would drop what is left in its log.
+    if (!TakeKept())
+        return Window_.Tell(
+            "Another host is running what waits for the server. Try again when it "
+            "is done.\r\n");
     Cvs_.Set_ServerOnline(true);
     Save();
     RunWaiting();
@@ -427,17 +435,42 @@ bool TProject::RunKept(const TKeptCommand& kept) {
     return kept.Removes ? Cvs_.Remove() : Cvs_.Add();
 }
 
+void TProject::SettleInterrupted() {
+    try {
+        const std::optional<TKeptCommand> command = OfflineLog_.Interrupted();
+        if (!command)
+            return;
+        const bool isDone = Window_.AskRisk(
+            "The host was ended, or could not write, while this command ran for the server:\r\n   "
+            " " +
+            command->Description() +
+            "\r\nIt may have been done. Is it to be forgotten? Otherwise it waits, to be run once "
+            "more.");
+        OfflineLog_.SettleInterrupted(!isDone);
+        Window_.Tell((isDone ? "Forgotten: " : "It waits again: ") + command->Description() +
+                     "\r\n");
+    } catch (const EInOutError& error) {
+        Window_.Tell(std::string(error.what()) + "\r\n");
+    }
+}
+
 void TProject::RunWaiting() {
     if (Running() || !Online() || !MayRun() || !FindPrograms())
         return;
+    SettleInterrupted();
     for (const TKeptCommand& kept : Waiting())
         Window_.Tell("Waiting: " + kept.Description() + "\r\n");
     const TTicking watching(CancelWatch_);
-    const bool done = OfflineLog_.Run([this](const TKeptCommand& kept) {
-        return RunKept(kept) ||
-               !Window_.AskYesNo("The command\r\n" + kept.Description() +
-                                 "\r\nhas failed. Keep it for later, with all behind it?");
-    });
+    bool done = false;
+    try {
+        done = OfflineLog_.Run([this](const TKeptCommand& kept) {
+            return RunKept(kept) ||
+                   !Window_.AskYesNo("The command\r\n" + kept.Description() +
+                                     "\r\nhas failed. Keep it for later, with all behind it?");
+        });
+    } catch (const EInOutError& error) {
+        Window_.Tell(std::string(error.what()) + "\r\n");
+    }
     TellRest();
     if (!done)
         Window_.Tell("Commands are still waiting for the server.\r\n");

@@ -72,6 +72,8 @@ public:
     void SetOnline(bool online);
     /// What is kept for later.
     std::vector<TKeptCommand> Waiting() const { return OfflineLog_.Waiting(!Online()); }
+    /// Asks what is to become of a command that was interrupted while it ran, if there is one.
+    void SettleInterrupted();
     /// Runs what waits; only while on-line.
     void RunWaiting();
 
@@ -94,7 +96,8 @@ private:
     void ReturnToFolder();
     void RepairRoot();
     void TellRest();
-    void TakeKept();
+    /// False when another host runs what waits.
+    bool TakeKept();
     void KeepOffline();
     const std::string& KnownPassword() const;
     void ForgetPassword();

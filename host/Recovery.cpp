@@ -1,11 +1,10 @@
 #include "host/Recovery.h"
 
-#include <windows.h>
-
 #include "core/Cvs_utils.h"
 #include "framework/base/exceptions.h"
 #include "framework/base/files.h"
 #include "framework/base/paths.h"
+#include "framework/base/patience.h"
 
 namespace host {
 
@@ -35,8 +34,9 @@ void TRecovery::Write(const std::vector<TDocumentForm*>& documents) {
 }
 
 void TRecovery::Forget() {
+    TPatience patience;
     for (const std::string& path : Written_)
-        ::DeleteFileA(path.c_str());
+        patience.Delete(path);
     Written_.clear();
 }
 

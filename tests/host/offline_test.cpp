@@ -1,11 +1,15 @@
 // Work while the server cannot be reached: what is kept, what becomes of it.
 
 #include "core/CvsExecute.h"
+#include "framework/base/exceptions.h"
 #include "framework/base/files.h"
+#include "framework/base/handle.h"
+#include "framework/base/text_file.h"
 #include "framework/ui/timer.h"
 #include "host/KeptCommand.h"
 #include "host/OfflineLog.h"
 #include "tests/host/Projects.h"
+#include "tests/support/Scanner.h"
 
 namespace {
 
@@ -64,7 +68,7 @@ TEST(WaitingCommands, AreRunOnceInTheirOrder) {
     WriteBytes(folder / "vcsCommand.log",
                " remove a.c" + here + " checkout x" + here + " remove d.c" + here);
     EXPECT_EQ(log.Waiting(true).size(), 2u);
-    EXPECT_EQ(log.Take().size(), 1u) << "what is refused is told";
+    EXPECT_EQ(log.Take()->size(), 1u) << "what is refused is told";
     EXPECT_FALSE(FileExists(folder / "vcsCommand.log"));
     std::string ran;
     const auto failing = [&](const TKeptCommand& kept) {
@@ -76,17 +80,123 @@ TEST(WaitingCommands, AreRunOnceInTheirOrder) {
     // The one that has run is gone; what comes later stands behind.
     EXPECT_EQ(log.Begin(), "");
     WriteBytes(folder / "vcsCommand.log", " remove e.c" + here);
-    EXPECT_TRUE(log.Take().empty());
+    EXPECT_TRUE(log.Take()->empty());
     ran.clear();
     EXPECT_TRUE(log.Run([&](const TKeptCommand& kept) {
         ran += kept.Description() + ";";
-        // Another host must not run them at the same time.
-        EXPECT_FALSE(
-            TOfflineLog(folder.Path(), waiting).Run([](const TKeptCommand&) { return true; }));
+        // Another host must not run them at the same time, nor take what runs for interrupted.
+        const TScanner noWaiting(0);
+        const TOfflineLog other(folder.Path(), waiting);
+        EXPECT_FALSE(other.Run([](const TKeptCommand&) { return true; }));
+        EXPECT_FALSE(other.Interrupted() || other.Take());
         return true;
     }));
     EXPECT_EQ(ran, "remove d.c;remove e.c;");
     EXPECT_TRUE(log.Waiting(true).empty());
+}
+
+/// Two commands wait.
+class WaitingCommand : public testing::Test {
+protected:
+    WaitingCommand() {
+        Log.Begin();
+        Keep(" remove a.c");
+        Keep(" remove b.c");
+        Log.Take();
+    }
+    void Keep(const std::string& command) {
+        Log.Continue();
+        auto file = TTextFile::Append(Package);
+        file.WriteLine(command + ";" + Folder.Path());
+    }
+    /// What has run is in Ran.
+    bool Run() {
+        return Log.Run([this](const TKeptCommand& kept) {
+            Ran += kept.Description() + ";";
+            return true;
+        });
+    }
+    std::string InList() const {
+        std::string all;
+        for (const TKeptCommand& kept : Log.Waiting(false))
+            all += kept.Description() + ";";
+        return all;
+    }
+
+    const support::TTempFolder Folder{"offline"};
+    const std::string Package = Folder / "vcsCommand.log", List = Folder / "data\\waiting.txt";
+    const TOfflineLog Log{Folder.Path(), List};
+    std::string Ran;
+};
+
+TEST_F(WaitingCommand, NeverRunsTwiceWhenNothingCanBeNoted) {
+    // First the list is held, and then what is noted beside it.
+    for (const char* victim : {"waiting.txt", ".running"}) {
+        const TScanner scanner(TScanner::ForEver, 0, victim);
+        EXPECT_THROW(Run(), EInOutError) << victim;
+        EXPECT_EQ(Ran, "");
+        EXPECT_EQ(InList(), "remove a.c;remove b.c;");
+        EXPECT_FALSE(Log.Interrupted());
+    }
+    {
+        // From when the command runs on.
+        const TScanner scanner(TScanner::ForEver, 0, ".running");
+        FileFunctions().Move = &::MoveFileExA;
+        EXPECT_THROW(Run(), EInOutError);
+        EXPECT_EQ(Ran, "remove a.c;");
+        EXPECT_FALSE(Run());
+    }
+    EXPECT_FALSE(Run());
+    EXPECT_EQ(Ran, "remove a.c;") << "first the user has to say what became of it";
+    EXPECT_EQ(Log.Interrupted()->Description(), "remove a.c");
+    Log.SettleInterrupted(false);
+    EXPECT_FALSE(Log.Interrupted());
+    {
+        const TScanner scanner(3);
+        EXPECT_TRUE(Run());
+    }
+    EXPECT_EQ(Ran, "remove a.c;remove b.c;");
+    EXPECT_EQ(InList(), "");
+}
+
+TEST_F(WaitingCommand, IsNotLostWithTheHost) {
+    // An error that nobody expects leaves behind what an end does.
+    const auto end = [](const TKeptCommand&) -> bool { throw Exception("the host is ended"); };
+    EXPECT_THROW(Log.Run(end), Exception);
+    EXPECT_EQ(InList(), "remove b.c;");
+    Log.SettleInterrupted(true);
+    EXPECT_EQ(InList(), "remove a.c;remove b.c;");
+    // One that failed, and the last of them.
+    EXPECT_FALSE(Log.Run([](const TKeptCommand&) { return false; }));
+    EXPECT_EQ(InList(), "remove a.c;remove b.c;");
+    EXPECT_FALSE(Log.Interrupted());
+    EXPECT_THROW(Log.Run([&, isFirst = true](const TKeptCommand& kept) mutable {
+        return std::exchange(isFirst, false) || end(kept);
+    }),
+                 Exception);
+    EXPECT_EQ(InList(), "");
+    EXPECT_FALSE(Run()) << "it is not forgotten";
+    EXPECT_EQ(Log.Interrupted()->Description(), "remove b.c");
+    Log.SettleInterrupted(true);
+    // Ended before the list was written: it has not run.
+    WriteBytes(List + ".running", ReadBytes(List));
+    EXPECT_FALSE(Log.Interrupted());
+    EXPECT_TRUE(Run());
+    EXPECT_EQ(Ran, "remove b.c;");
+}
+
+TEST_F(WaitingCommand, IsTakenOnceOrStaysWhereItIs) {
+    Keep(" remove c.c");
+    {
+        const TScanner scanner(TScanner::ForEver, 0, ".log");
+        EXPECT_THROW(Log.Take(), EInOutError);
+    }
+    EXPECT_EQ(InList(), "remove a.c;remove b.c;");
+    EXPECT_EQ(Log.Waiting(true).size(), 3u);
+    const TScanner scanner(3);
+    Log.Take();
+    EXPECT_EQ(InList(), "remove a.c;remove b.c;remove c.c;");
+    EXPECT_FALSE(FileExists(Package));
 }
 
 // --- the projects -----------------------------------------------------------------------------
@@ -194,6 +304,39 @@ TEST_F(OffLine, LosesNothingWithTheLog) {
     EXPECT_EQ(Form.Project()->Waiting().size(), 2u) << Told();
     Pick(Form, "&Server is on-line");
     EXPECT_EQ(Arguments(Told()), "|remove -l a.c|remove -l b.c") << Told();
+}
+
+TEST_F(OffLine, AsksWhatBecameOfACommandThatWasInterrupted) {
+    const std::string running = Settings.ProjectFile("Waiting", Folder / "one") + ".running";
+    for (const bool forget : {true, false}) {
+        WriteBytes(running, " remove a.c;" + (Folder / "one") + "\r\n");
+        Asked.clear();
+        Answer(forget);
+        TMainForm form(Settings, Packages);
+        Open(form);
+        EXPECT_NE(Asked.find("    remove a.c\r\nIt may have been done."), std::string::npos)
+            << Asked;
+        EXPECT_EQ(form.Project()->Waiting().size(), forget ? 0u : 1u);
+        EXPECT_FALSE(FileExists(running));
+    }
+    Application().SetMainWindow(nullptr);
+}
+
+TEST_F(OffLine, StaysSoWhileAnotherHostRunsWhatWaits) {
+    GoOffLine();
+    Select("a.c");
+    Pick(Form, "&Remove");
+    const TScanner noWaiting(0);
+    const std::string lock = Settings.ProjectFile("Waiting", Folder / "one") + ".lock";
+    FileHandle other(
+        ::CreateFileA(lock.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_ALWAYS, 0, nullptr));
+    Pick(Form, "&Server is on-line");
+    EXPECT_FALSE(Form.Project()->Online());
+    EXPECT_NE(Told().find("Another host"), std::string::npos);
+    EXPECT_EQ(Form.Project()->Waiting().size(), 1u);
+    other.Reset();
+    Pick(Form, "&Server is on-line");
+    EXPECT_EQ(Arguments(Told()), "|remove a.c") << Told();
 }
 
 TEST_F(OffLine, CannotBeginWithoutALog) {
