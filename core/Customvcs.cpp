@@ -4,6 +4,7 @@
 #include "core/Cvs_files.h"
 #include "core/Cvs_utils.h"
 #include "framework/base/exceptions.h"
+#include "framework/base/lead_bytes.h"
 #include "framework/base/paths.h"
 #include "framework/base/text.h"
 
@@ -87,7 +88,8 @@ void TCustomCvsObj::Set_WorkingDirectory(const std::string& Value) {
         return;
     IsVCSStoredFlag = GetIsVCSstored();
     Modulename_ = framework::ExtractFileName(RemoveSlashSep(Value));
-    const auto at = framework::UpperCase(Value).find(framework::UpperCase(Modulename_));
+    const auto at =
+        framework::FindText(framework::UpperCase(Value), framework::UpperCase(Modulename_));
     ProjectRoot_ = Modulename_.empty() || at == std::string::npos ? Value : Value.substr(0, at);
     if (!IsVCSStoredFlag)
         return;
@@ -125,7 +127,7 @@ void TCustomCvsObj::Set_ServerOnline(bool Value) {
 }
 
 std::string TCustomCvsObj::Get_NewName() const {
-    if (WorkingDirectory_.empty() || WorkingDirectory_.back() == '\\')
+    if (WorkingDirectory_.empty() || framework::EndsWith(WorkingDirectory_, '\\'))
         return {};
     return WorkingDirectory_ + ".precvs";
 }

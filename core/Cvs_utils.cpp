@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "framework/base/exceptions.h"
+#include "framework/base/lead_bytes.h"
 #include "framework/base/string_list.h"
 #include "framework/base/text.h"
 
@@ -33,7 +34,7 @@ std::string SlashSep(std::string_view Dir, std::string_view Name) {
         return Result;
     Result.reserve(Dir.size() + Name.size() + 1);
     Result = Dir;
-    if (Dir.back() != '\\')
+    if (!framework::EndsWith(Dir, '\\'))
         Result += '\\';
     Result += Name;
     return Result;
@@ -59,7 +60,7 @@ std::string SetApostrophe(std::string_view S) {
 }
 
 std::string RemoveSlashSep(std::string_view S) {
-    if (S.ends_with('\\'))
+    if (framework::EndsWith(S, '\\'))
         S.remove_suffix(1);
     return std::string(S);
 }
@@ -71,11 +72,13 @@ std::string RemoveBackSlash(std::string_view S) {
 }
 
 std::string FirstChar(std::string_view S) {
-    return std::string(S.substr(0, 1));
+    return std::string(S.empty() ? S : S.substr(0, framework::LetterSize(S, 0)));
 }
 
 int LastPos(std::string_view S, std::string_view Ch) {
-    const std::size_t At = Ch.empty() ? std::string_view::npos : S.rfind(Ch);
+    std::size_t At = Ch.empty() ? std::string_view::npos : S.rfind(Ch);
+    while (framework::IsTrailByte(S, At))
+        At = S.rfind(Ch, At - 1);
     return At == std::string_view::npos ? 0 : static_cast<int>(At) + 1;
 }
 
@@ -95,13 +98,13 @@ std::string Add_Perevod(std::string_view S) {
 
 void CopyFromPosToString(std::string_view S, int Pos, char Ch, std::string& Result) {
     const std::string_view Rest = From(S, Pos);
-    if (const std::size_t At = Rest.find(Ch); At != std::string_view::npos)
+    if (const std::size_t At = framework::FindFirstOf(Rest, {&Ch, 1}); At != Rest.npos)
         Result = std::string(Rest.substr(0, At));
 }
 
 int CountFromPosToString(std::string_view S, int Pos, char Ch) {
     const std::string_view Rest = From(S, Pos);
-    return Length(Rest.substr(0, Rest.find(Ch)));
+    return Length(Rest.substr(0, framework::FindFirstOf(Rest, {&Ch, 1})));
 }
 
 int CountFromPosToPerevod(std::string_view S, int Pos) {
@@ -135,7 +138,7 @@ std::string Copy_FromPosToEnd(std::string_view S, int Pos) {
 }
 
 std::string RemoveBeforeString(std::string_view S, std::string_view Sub) {
-    const std::size_t At = Sub.empty() ? std::string_view::npos : S.find(Sub);
+    const std::size_t At = Sub.empty() ? std::string_view::npos : framework::FindText(S, Sub);
     return At == std::string_view::npos ? std::string() : std::string(S.substr(At + Sub.size()));
 }
 
@@ -150,7 +153,8 @@ std::string GetRelativePath(std::string_view Root, std::string_view Dir,
     if (UpperDir == UpperRoot)
         return std::string(FileName);
 
-    const std::size_t At = UpperRoot.empty() ? std::string::npos : UpperDir.find(UpperRoot);
+    const std::size_t At =
+        UpperRoot.empty() ? std::string::npos : framework::FindText(UpperDir, UpperRoot);
     if (At == std::string::npos)
         throw framework::Exception("File " + SlashSep(Dir, FileName) +
                                    " is not locating in  working direktory ");

@@ -15,6 +15,7 @@
 #include "cvs/Cvstempl.h"
 #include "framework/base/exceptions.h"
 #include "framework/base/files.h"
+#include "framework/base/lead_bytes.h"
 #include "framework/base/text.h"
 #include "framework/base/text_file.h"
 
@@ -194,8 +195,9 @@ TRootLine ParseRootLine(std::string_view line) {
         root.Path = line;
         return root;
     }
-    if (line.find('@') != std::string_view::npos) {
-        std::string_view user = CutUpTo(line, '@');
+    if (const std::size_t at = framework::FindFirstOf(line, "@"); at != line.npos) {
+        std::string_view user = line.substr(0, at);
+        line.remove_prefix(at + 1);
         root.User = CutUpTo(user, ':');
     }
     if (line.find(':') != std::string_view::npos) {
@@ -218,7 +220,8 @@ bool TCvsObject::CVS_SystemFile(const std::string& Name) {
 }
 
 std::string TCvsObject::Get_RepositoryPath(const std::string& Path_) {
-    const auto at = framework::UpperCase(Path_).find(framework::UpperCase(Modulename()));
+    const auto at =
+        framework::FindText(framework::UpperCase(Path_), framework::UpperCase(Modulename()));
     if (Modulename().empty() || at == std::string::npos)
         return {};
     return SlashSep(CVSROOT(), std::string_view(Path_).substr(at));

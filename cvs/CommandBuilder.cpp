@@ -8,6 +8,7 @@
 #include "core/Cvs_datetext.h"
 #include "core/Cvs_utils.h"
 #include "framework/base/exceptions.h"
+#include "framework/base/lead_bytes.h"
 #include "framework/base/names.h"
 #include "framework/base/text.h"
 
@@ -40,7 +41,8 @@ std::vector<TFolder> FoldersOf(const TFileItems& items, const std::string& worki
             continue;
         std::string parent = root;
         for (std::size_t at = behindRoot; at < item.Directory.size();) {
-            const std::size_t end = std::min(item.Directory.find('\\', at), item.Directory.size());
+            const std::size_t end =
+                std::min(framework::FindFirstOf(item.Directory, "\\", at), item.Directory.size());
             const std::string name = item.Directory.substr(at, end - at);
             at = end + 1;
             if (name.empty())
@@ -57,8 +59,13 @@ std::vector<TFolder> FoldersOf(const TFileItems& items, const std::string& worki
 /// The pattern of a file's name. The client parts patterns at blanks, and brackets stand for one of
 /// what is in them.
 std::string PatternOf(std::string name) {
-    std::ranges::replace_if(
-        name, [](char ch) { return ch == ' ' || ch == '['; }, '?');
+    for (std::size_t at = 0, size = 0; at < name.size(); at += size) {
+        size = framework::LetterSize(name, at);
+        // To the client a backslash takes its meaning from what follows, and it looks at bytes: the
+        // second one of a letter may be one. Half a letter would not reach it.
+        if (std::string_view(name).substr(at, size).find_first_of(" [\\") != std::string::npos)
+            name.replace(at, size, size, '?');
+    }
     return name;
 }
 
@@ -73,15 +80,24 @@ std::string Printable(std::string_view value) {
     return text;
 }
 
+/// Half a letter would take the quote behind it, or the backslash before that, for its other half.
+void RefuseHalfLetters(std::string_view value) {
+    if (!framework::IsWhole(value))
+        throw framework::Exception("The name or message " + Printable(value) +
+                                   " has half a letter in it ");
+}
+
 /// Refuses what a command line does not carry to the client as it is: it ends at a zero, and the
 /// client's records and protocol have one line for each value.
 void RefuseControls(std::string_view value) {
+    RefuseHalfLetters(value);
     if (std::ranges::any_of(value, IsControl))
         throw framework::Exception("The name " + Printable(value) + " has control characters ");
 }
 
 /// Messages have lines and tabs.
 void RefuseControlsInMessage(std::string_view text) {
+    RefuseHalfLetters(text);
     const auto refused = [](char ch) {
         return IsControl(ch) && ch != '\t' && ch != '\n' && ch != '\r';
     };
@@ -108,12 +124,16 @@ std::string QuoteArgument(std::string_view value, bool always) {
         return std::string(value);
     std::string quoted = "\"";
     std::size_t backslashes = 0;
-    for (const char ch : value) {
+    for (std::size_t at = 0, size = 0; at < value.size(); at += size) {
+        // The second byte of a letter counts as no backslash: the system hands the command line on
+        // in wide characters, and run-time libraries that part it in bytes again, those of our
+        // clients among them, step over the bytes behind lead bytes.
+        size = framework::LetterSize(value, at);
         // Backslashes count as themselves unless a quote follows them.
-        if (ch == '"')
+        if (value[at] == '"')
             quoted.append(backslashes + 1, '\\');
-        backslashes = ch == '\\' ? backslashes + 1 : 0;
-        quoted += ch;
+        backslashes = value[at] == '\\' ? backslashes + 1 : 0;
+        quoted += value.substr(at, size);
     }
     quoted.append(backslashes, '\\');
     return quoted + '"';

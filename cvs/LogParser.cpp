@@ -4,6 +4,7 @@
 #include <string>
 
 #include "core/Cvs_utils.h"
+#include "framework/base/lead_bytes.h"
 #include "framework/base/text.h"
 
 namespace tandrel {
@@ -27,7 +28,7 @@ public:
     TSearch(std::string_view text, std::string_view word) : Text_(text), Word_(word) {}
     std::size_t From(std::size_t start) {
         if (!Searched_ || (Found_ != None && Found_ < start)) {
-            Found_ = Text_.find(Word_, start);
+            Found_ = framework::FindText(Text_, Word_, start);
             Searched_ = true;
         }
         return Found_;

@@ -14,6 +14,7 @@
 #include "cvs/Dialogs.h"
 #include "framework/base/exceptions.h"
 #include "framework/base/files.h"
+#include "framework/base/lead_bytes.h"
 #include "framework/base/paths.h"
 #include "framework/base/patience.h"
 #include "framework/base/text.h"
@@ -47,7 +48,7 @@ void RemoveFolder(const std::string& path, framework::TPatience& patience) {
 bool IsModulePath(const std::string& name) {
     std::size_t start = 0;
     for (;;) {
-        const std::size_t end = std::min(name.find_first_of("/\\", start), name.size());
+        const std::size_t end = std::min(framework::FindFirstOf(name, "/\\", start), name.size());
         // The system ignores dots and blanks behind a name; one of nothing else leads up or
         // nowhere.
         std::string part = name.substr(start, end - start);

@@ -13,6 +13,7 @@
 #include "framework/base/exceptions.h"
 #include "framework/base/files.h"
 #include "framework/base/format.h"
+#include "framework/base/lead_bytes.h"
 #include "framework/base/names.h"
 #include "framework/base/string_list.h"
 #include "framework/base/text.h"
@@ -23,7 +24,8 @@ namespace {
 /// Whether a path below the folder leads through the client's records, or through a folder that the
 /// system takes for them.
 bool IsAdminPath(const std::string& path, const std::string& folder) {
-    return framework::UpperCase(path).find("\\CVS\\", folder.size()) != std::string::npos;
+    return framework::FindText(framework::UpperCase(path), "\\CVS\\", folder.size()) !=
+           std::string::npos;
 }
 
 /// Makes the folders below one folder below another, too; folders without files are in no list.
@@ -252,7 +254,7 @@ bool TCvsObject::BringFilesBack(const TMovedFolder& moved) {
         for (const std::string& path : kept) {
             if (!IsAdminPath(path, moved.Backup))
                 mine.Add(path);
-            else if (path.find("\\CVS\\", moved.Backup.size()) == std::string::npos)
+            else if (framework::FindText(path, "\\CVS\\", moved.Backup.size()) == std::string::npos)
                 // The user's own folder; only its name means another to the client.
                 leave(path, "its folder has the name of the client's records");
         }

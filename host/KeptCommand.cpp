@@ -2,6 +2,7 @@
 
 #include "cvs/AdminFiles.h"
 #include "cvs/CommandBuilder.h"
+#include "framework/base/lead_bytes.h"
 #include "framework/base/text.h"
 
 namespace host {
@@ -40,18 +41,21 @@ std::vector<std::string> SplitArguments(const std::string& line) {
             argument.append(backslashes, '\\');
             if (at == line.size() || (!quoted && (line[at] == ' ' || line[at] == '\t')))
                 break;
-            argument += line[at];
+            const std::size_t size = LetterSize(line, at);
+            argument.append(line, at, size);
+            // Its second byte may look like a backslash.
+            at += size - 1;
         }
         arguments.push_back(std::move(argument));
     }
 }
 
 bool IsNameBelow(const std::string& name) {
-    if (name.empty() || name.find_first_of(":*?\"<>|") != std::string::npos)
+    if (name.empty() || FindFirstOf(name, ":*?\"<>|") != std::string::npos)
         return false;
     std::size_t start = 0;
     for (;;) {
-        const std::size_t end = std::min(name.find_first_of("\\/", start), name.size());
+        const std::size_t end = std::min(FindFirstOf(name, "\\/", start), name.size());
         // The system ignores dots and blanks behind a name; one of nothing else leads up.
         std::string part = name.substr(start, end - start);
         part.resize(part.find_last_not_of(". ") + 1);

@@ -5,6 +5,7 @@
 #include "core/Cvs_utils.h"
 #include "framework/base/files.h"
 #include "framework/base/import.h"
+#include "framework/base/lead_bytes.h"
 #include "framework/base/paths.h"
 
 namespace host {
@@ -74,7 +75,7 @@ std::string FindClient(const TSettings& settings, std::vector<std::string>* look
 }
 
 std::string FindRemoteShell(const std::string& chosen) {
-    if (chosen.find_first_of("\\/:") != std::string::npos)
+    if (FindFirstOf(chosen, "\\/:") != std::string::npos)
         return chosen;
     if (!chosen.empty())
         return FindProgram(chosen);

@@ -4,13 +4,13 @@
 // After the system's types.
 #include <shlobj.h>
 
-#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstdio>
 
 #include "core/Cvs_utils.h"
 #include "framework/base/exceptions.h"
+#include "framework/base/lead_bytes.h"
 #include "framework/base/paths.h"
 #include "framework/base/registry.h"
 #include "framework/base/text.h"
@@ -32,7 +32,7 @@ std::string RecentName(std::size_t index) {
 std::string TSettings::ProjectKey(const std::string& folder) const {
     // A key's name holds no backslash.
     std::string name = UpperCase(folder);
-    std::replace(name.begin(), name.end(), '\\', '/');
+    ReplaceCharacter(name, '\\', '/');
     return Key_ + "\\Projects\\" + name;
 }
 

@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "framework/base/files.h"
+#include "framework/base/lead_bytes.h"
 #include "framework/base/paths.h"
 #include "framework/base/registry.h"
 #include "framework/base/text.h"
@@ -38,7 +39,7 @@ std::string ProgramOf(const std::string& command) {
         word = word.substr(1, word.find('"', 1) - 1);
     else
         word = word.substr(0, word.find(' '));
-    if (word.find_first_of("\\/:") == std::string::npos)
+    if (FindFirstOf(word, "\\/:") == std::string::npos)
         if (const std::string found = FindProgram(word); !found.empty())
             return found;
     return word;
@@ -86,7 +87,7 @@ public:
         Tool_.FProjectDir = FolderFor(tool, project);
         Tool_.FInitDir = "$(ProjectDir)";
         const std::string word = Trim(Command_);
-        const bool isBare = word.find_first_of(" \\/:\"") == std::string::npos;
+        const bool isBare = FindFirstOf(word, " \\/:\"") == std::string::npos;
         const std::string path = isBare ? ProgramOf(word) : word;
         if (FileExists(path))
             Tool_.FCommand = AsCommand(path);
@@ -122,7 +123,7 @@ private:
 }  // namespace
 
 bool TMainForm::MayRunTool(const TCommand& tool) {
-    constexpr const char* ForInterpreter = "&|<>^%!\"`;=,()";
+    constexpr const wchar_t* ForInterpreter = L"&|<>^%!\"`;=,()";
     const bool interpreted = IsInterpreted(tool.FCommand);
     for (const TArgument& argument : Tools_.Arguments) {
         // Whatever letter follows the "$".
@@ -134,7 +135,8 @@ bool TMainForm::MayRunTool(const TCommand& tool) {
             value.find('"') != std::string::npos ||
             std::any_of(value.begin(), value.end(),
                         [](char c) { return static_cast<unsigned char>(c) < ' '; }) ||
-            (interpreted && value.find_first_of(ForInterpreter) != std::string::npos);
+            // It reads what the system makes of the bytes.
+            (interpreted && ToWide(value).find_first_of(ForInterpreter) != std::wstring::npos);
         if (isOdd &&
             !AskRisk("The tool " + tool.FName + " is to get\r\n" + value + "\r\nfor $(" +
                      argument.FName + "). Letters in it may be taken for commands. Run it?"))

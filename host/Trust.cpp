@@ -9,6 +9,7 @@
 #include "cvs/AdminFiles.h"
 #include "framework/base/exceptions.h"
 #include "framework/base/files.h"
+#include "framework/base/lead_bytes.h"
 #include "framework/base/text.h"
 #include "framework/base/text_file.h"
 #include "host/KeptCommand.h"
@@ -42,7 +43,7 @@ std::string_view PasswordIn(std::string_view root) {
     if (!root.starts_with(':'))
         return {};
     const std::size_t user = root.find(':', 1);
-    const std::size_t server = root.rfind('@');
+    const std::size_t server = FindLastOf(root, "@");
     if (user == std::string_view::npos || server == std::string_view::npos || server < user)
         return {};
     const std::size_t password = root.find(':', user + 1);
@@ -82,7 +83,7 @@ bool IsPlainPath(std::string_view path) {
 }
 
 bool IsPlainServer(std::string_view rest) {
-    if (const std::size_t at = rest.rfind('@'); at != std::string_view::npos) {
+    if (const std::size_t at = FindLastOf(rest, "@"); at != std::string_view::npos) {
         const std::string_view user = rest.substr(0, std::min(rest.find(':'), at));
         if (user.empty() || user.starts_with('-') || !IsOneOf(user, "._-"))
             return false;

@@ -4,6 +4,7 @@
 
 #include "framework/base/exceptions.h"
 #include "framework/base/files.h"
+#include "framework/base/lead_bytes.h"
 #include "framework/base/names.h"
 #include "framework/base/paths.h"
 #include "tools/Macros.h"
@@ -40,7 +41,7 @@ bool IsOnPath(const std::string& name) {
         std::string folder = path.substr(begin, end - begin);
         if (folder.empty())
             continue;
-        if (!folder.ends_with('\\'))
+        if (!framework::EndsWith(folder, '\\'))
             folder += '\\';
         if (IsEntry(folder + name))
             return true;

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "framework/base/exceptions.h"
+#include "framework/base/lead_bytes.h"
 #include "framework/base/paths.h"
 #include "framework/base/temp_file.h"
 #include "framework/base/text.h"
@@ -51,7 +52,7 @@ std::string TCommand::GetInitDir() const {
         folder = framework::ExtractFilePath(FCommand);
     if (folder.empty())
         folder = CurrentDirectory();
-    return folder.ends_with('\\') ? folder : folder + '\\';
+    return framework::EndsWith(folder, '\\') ? folder : folder + '\\';
 }
 
 void TToolsClass::ExecuteMenu(int index) {

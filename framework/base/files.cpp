@@ -2,6 +2,7 @@
 
 #include "framework/base/exceptions.h"
 #include "framework/base/file_functions.h"
+#include "framework/base/lead_bytes.h"
 #include "framework/base/names.h"
 #include "framework/base/paths.h"
 #include "framework/base/patience.h"
@@ -61,7 +62,7 @@ bool IsLinkEntry(const WIN32_FIND_DATAW& entry) {
 
 bool IsLink(const std::string& path) {
     // A name that ends in a separator is that of what lies behind the link.
-    const std::size_t last = path.find_last_not_of("\\/");
+    const std::size_t last = FindLastNotOf(path, "\\/");
     if (last == std::string::npos || IsPattern(path))
         return false;
     WIN32_FIND_DATAW entry{};

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "framework/base/lead_bytes.h"
 #include "framework/base/text.h"
 
 namespace framework {
@@ -48,8 +49,8 @@ std::wstring WithoutUnusable(std::wstring_view name, std::size_t length) {
 
 std::string FromOtherLetters(std::wstring name) {
     std::string result = FromWide(name);
-    // The second byte of a letter may look like a separator.
-    std::ranges::replace(result, '\\', Unusable);
+    // None has a separator, so this is a look-alike of another letter.
+    ReplaceCharacter(result, '\\', Unusable);
     if (result.find(Unusable) != std::string::npos || ToWide(result) == name)
         return result;
     // Not all code pages tell which letters they lack.

@@ -2,6 +2,8 @@
 
 #include <cstddef>
 
+#include "framework/base/lead_bytes.h"
+
 namespace framework {
 
 namespace {
@@ -10,7 +12,7 @@ constexpr std::string_view Separators = "\\/";
 
 /// Length of the part of a path that names the folder, the separator included.
 std::size_t FolderLength(std::string_view path) {
-    const std::size_t last = path.find_last_of("\\/:");
+    const std::size_t last = FindLastOf(path, "\\/:");
     return last == std::string_view::npos ? 0 : last + 1;
 }
 
@@ -26,7 +28,7 @@ std::string ExtractFilePath(std::string_view path) {
 
 std::string ExtractFileDir(std::string_view path) {
     const std::string_view folder = path.substr(0, FolderLength(path));
-    const std::size_t last = folder.find_last_not_of(Separators);
+    const std::size_t last = FindLastNotOf(folder, Separators);
     // Nothing but separators, or a drive: they are the root itself.
     if (last == std::string_view::npos)
         return std::string(folder);

@@ -6,6 +6,8 @@
 
 #include <cstddef>
 
+#include "framework/base/lead_bytes.h"
+
 namespace framework {
 
 namespace {
@@ -28,6 +30,31 @@ char WesternUpper(char c) {
 }
 #endif
 
+#if defined(_WIN32)
+/// A letter of two bytes. It stays as it is when its capital has another number of them.
+void UpperLetter(std::string& text, std::size_t at) {
+    std::wstring wide = ToWide(std::string_view(text).substr(at, 2));
+    if (wide.size() != 1)
+        return;
+    ::CharUpperBuffW(wide.data(), 1);
+    if (const std::string upper = FromWide(wide); upper.size() == 2)
+        text.replace(at, 2, upper);
+}
+
+/// Letter by letter: the system does not keep the length.
+void UpperLetters(std::string& text) {
+    for (std::size_t at = 0, size = 0; at < text.size(); at += size) {
+        size = LetterSize(text, at);
+        if (size == 2)
+            UpperLetter(text, at);
+        else if (IsAscii(text[at]))
+            text[at] = AsciiUpper(text[at]);
+        else
+            ::CharUpperBuffA(&text[at], 1);
+    }
+}
+#endif
+
 bool IsBlank(char c) {
     return static_cast<unsigned char>(c) <= ' ';
 }
@@ -37,7 +64,10 @@ bool IsBlank(char c) {
 std::string UpperCase(std::string_view text) {
     std::string result(text);
 #if defined(_WIN32)
-    ::CharUpperBuffA(result.data(), static_cast<DWORD>(result.size()));
+    if (LeadBytes().Any())
+        UpperLetters(result);
+    else
+        ::CharUpperBuffA(result.data(), static_cast<DWORD>(result.size()));
 #else
     for (char& c : result)
         c = WesternUpper(c);

@@ -7,9 +7,10 @@
 
 namespace framework {
 
-/// Texts are single-byte text in the process's code page unless a name says otherwise.
+/// Texts are in the process's code page, whose letters have one byte or two (lead_bytes.h), unless
+/// a name says otherwise.
 
-/// Upper case by the rules of the process's code page, character by character: the length stays.
+/// Upper case by the rules of the process's code page, letter by letter: each stays in its place.
 FRAMEWORK_API std::string UpperCase(std::string_view text);
 /// True when both texts are equal in upper case.
 FRAMEWORK_API bool SameText(std::string_view a, std::string_view b);

@@ -7,6 +7,7 @@
 #include "framework/base/registry.h"
 #include "support/Files.h"
 #include "tests/core/TestObject.h"
+#include "tests/support/Japanese.h"
 
 namespace {
 
@@ -156,6 +157,24 @@ TEST_F(Customvcs, GivesABackupName) {
     EXPECT_EQ(Obj.Get_NewName(), "");
     Obj.Set_WorkingDirectory("C:\\A\\Mod");
     EXPECT_EQ(Obj.Get_NewName(), "C:\\A\\Mod.precvs");
+}
+
+TEST_F(Customvcs, SplitsADirectoryWithLettersOfTwoBytes) {
+    const tests::Japanese letters;
+    const std::string source = tests::Source, so = source.substr(0, 2);
+    for (const auto& [module, root] : {std::pair{source, "C:\\" + so + "\\"},
+                                       {source, std::string("C:\\")},
+                                       {so, "C:\\\x83\x83\\"},
+                                       {std::string("X"), "C:\\" + source + "\\"}}) {
+        Obj.Set_WorkingDirectory(root + module);
+        EXPECT_EQ(Obj.Modulename(), module);
+        EXPECT_EQ(Obj.ProjectRoot(), root);
+        EXPECT_EQ(Obj.Get_NewName(), root + module + ".precvs");
+    }
+    Obj.Set_ProjectRoot("C:\\" + so);
+    EXPECT_EQ(Obj.WorkingDirectory(), "C:\\" + so + "\\X");
+    TFileItem& item = Obj.FileItems.AddFile("C:\\" + so + "\\" + source + ".c", Km_none);
+    EXPECT_EQ(item.Directory + "|" + item.Name, "C:\\" + so + "|" + source + ".c");
 }
 
 TEST_F(Customvcs, FormatsMessagesOnlyWithArguments) {

@@ -8,6 +8,7 @@
 #include "cvs/Cvstempl_types.h"
 #include "framework/base/exceptions.h"
 #include "framework/base/string_list.h"
+#include "tests/support/Japanese.h"
 
 namespace tandrel {
 namespace {
@@ -186,6 +187,26 @@ TEST(Utils, RefuseANameOutsideTheRoot) {
         }
     }
     EXPECT_THROW(GetRelativePath("", "C:\\Work", "f.c"), framework::Exception);
+}
+
+TEST(Utils, TakeNoHalfOfALetterForASeparator) {
+    const tests::Japanese Letters;
+    const std::string Source = tests::Source, So = Source.substr(0, 2), Root = "C:\\" + So;
+    EXPECT_EQ(SlashSep(Root, Source), Root + "\\" + Source);
+    EXPECT_EQ(SlashSep(Root + "\\", ""), Root + "\\");
+    EXPECT_EQ(RemoveSlashSep(Root), Root);
+    EXPECT_EQ(RemoveSlashSep(Root + "\\"), Root);
+    EXPECT_EQ(GetRelativePath(Root, Root, "f.c"), "f.c");
+    EXPECT_EQ(GetRelativePath(Root + "\\", Root + "\\" + Source + "\\" + So, "f.c"),
+              Source + "\\" + So + "\\f.c");
+    EXPECT_THROW(GetRelativePath("X", "C:\\" + Source, "f.c"), framework::Exception);
+    EXPECT_EQ(FirstChar(Source), So);
+    EXPECT_EQ(LastPos(Source, "\\") + LastPos("\\" + Source, "\\"), 1);
+    EXPECT_EQ(CountFromPosToString(Source + "[", 1, '['), 6);
+    EXPECT_EQ(RemoveBeforeString(Source + "[a", "["), "a");
+    std::string Copied;
+    CopyFromPosToString(Source + "[a", 1, '[', Copied);
+    EXPECT_EQ(Copied, Source);
 }
 
 TEST(Cvsroot, IsComposedForEachConnection) {

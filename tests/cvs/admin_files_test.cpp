@@ -6,6 +6,7 @@
 #include "framework/base/exceptions.h"
 #include "framework/base/files.h"
 #include "tests/cvs/Sandbox.h"
+#include "tests/support/Japanese.h"
 
 namespace {
 
@@ -45,6 +46,20 @@ TEST(AdminFiles, TakesARootApart) {
         EXPECT_EQ(root.Server, server) << line;
         EXPECT_EQ(root.Path, path) << line;
     }
+}
+
+TEST(AdminFiles, TakesARootWithLettersOfTwoBytesApart) {
+    const tests::Japanese letters;
+    const TRootLine root = ParseRootLine(":pserver:\x83@me:\x83@@host:/r\x83@x");
+    EXPECT_EQ(root.User, "\x83@me");
+    EXPECT_EQ(root.Server, "host");
+    EXPECT_EQ(ParseRootLine(":ext:host:/r\x83@x").Server, "host");
+    TCvsObject obj;
+    obj.SetCVSROOT("C:\\repo");
+    obj.Set_Modulename("X");
+    const std::string copy = "C:\\" + std::string(tests::Source);
+    EXPECT_EQ(obj.Get_RepositoryPath(copy + "\\x\\a"), "C:\\repo\\x\\a");
+    EXPECT_EQ(obj.Get_RepositoryPath(copy), "");
 }
 
 TEST(AdminFiles, RecognisesAWorkingCopy) {

@@ -7,9 +7,11 @@
 #include <string>
 #include <vector>
 
+#include "cvs/CommandBuilder.h"
 #include "framework/base/datetime.h"
 #include "framework/base/exceptions.h"
 #include "tests/cvs/Sandbox.h"
+#include "tests/support/Japanese.h"
 
 namespace {
 
@@ -583,6 +585,35 @@ TEST_F(CommandTable, StrictQuotingKeepsAValueWhole) {
     obj.DiffSpec.Kind = dctRevision;
     obj.Operation = otDiff;
     EXPECT_THROW(obj.ParseCommand(), framework::Exception);
+}
+
+TEST_F(CommandTable, KnowsLettersOfTwoBytes) {
+    const tests::Japanese letters;
+    const std::string source = tests::Source, so = source.substr(0, 2);
+    tests::TSandboxObject obj(Sandbox, Copy);
+    for (const std::string& file : {so + "\\" + source + "\\1.c", source + ".c"})
+        obj.FileItems.AddFile(Copy + "\\" + file, Km_none);
+    obj.AddFilesToCommad();
+    EXPECT_EQ(obj.CommandLine,
+              so + " " + so + "\\" + source + " " + so + "\\" + source + "\\1.c " + source + ".c");
+    // A backslash before a quote is doubled, or marks the quote; the half of a letter is none.
+    EXPECT_EQ(QuoteArgument("a " + so, false), "\"a " + so + "\"");
+    EXPECT_EQ(QuoteArgument(so + "\\", true), "\"" + so + "\\\\\"");
+    EXPECT_EQ(QuoteArgument(so + "\"", false), "\"" + so + "\\\"\"");
+
+    obj.StrictQuoting = true;
+    obj.FileItems.Clear();
+    obj.FileItems.AddIgnore(Copy + "\\" + source + ".o");
+    obj.Operation = otImport;
+    obj.CommandLine.clear();
+    obj.ParseCommand();
+    EXPECT_EQ(obj.CommandLine, " import -I ????\x83X.o -m \"no messages\" mod  ")
+        << "to the client half a letter is a part of a pattern";
+    // The half that stands before the mark of a quote would take that for its other half.
+    for (const std::string name : {"x\x83\" -d C:\\evil \"", "x\x83", "x\x83 y"}) {
+        obj.Set_Modulename(name);
+        EXPECT_THROW(obj.ParseCommand(), framework::Exception) << name;
+    }
 }
 
 TEST_F(CommandTable, OptionsStayUntilTheyAreReset) {

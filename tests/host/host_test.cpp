@@ -15,6 +15,7 @@
 #include "support/Process.h"
 #include "support/WaitUntil.h"
 #include "tests/support/FormDriver.h"
+#include "tests/support/Japanese.h"
 #include "tests/support/Tidy.h"
 
 namespace {
@@ -37,6 +38,9 @@ TEST(Settings, RememberTheProjectsOpenedLast) {
     settings.Forget("C:\\p9");
     EXPECT_EQ(settings.RecentProjects()[1], "C:\\p8");
     EXPECT_NE(settings.ProjectKey("C:\\a\\b"), settings.ProjectKey("C:\\a"));
+    const tests::Japanese letters;
+    EXPECT_EQ(settings.ProjectKey("C:\\" + std::string(tests::Source)),
+              key + "\\Projects\\C:/" + tests::Source);
 }
 
 // --- documents --------------------------------------------------------------------------------

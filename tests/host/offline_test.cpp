@@ -9,6 +9,7 @@
 #include "host/KeptCommand.h"
 #include "host/OfflineLog.h"
 #include "tests/host/Projects.h"
+#include "tests/support/Japanese.h"
 #include "tests/support/Scanner.h"
 
 namespace {
@@ -55,6 +56,18 @@ TEST(KeptCommands, AreReadBackAndTakeThemselvesBack) {
         back += kept.Description() + "; ";
     EXPECT_EQ(back, "add a b.c, sub\\x;y.c; remove -x.c, gone.c; add gone.c; add moved.c; ");
     EXPECT_TRUE(WithoutTakenBack({}).empty());
+}
+
+TEST(KeptCommands, KnowLettersOfTwoBytes) {
+    const Japanese letters;
+    const std::string source = Source, so = source.substr(0, 2), folder = "C:\\" + so;
+    const TKeptCommand given{false, "say " + so, {so, so + "\\" + source, Bar + (" b" + so)}};
+    const auto read = ParseKeptCommand(KeptLine(given, folder), folder);
+    ASSERT_TRUE(read) << KeptLine(given, folder);
+    EXPECT_EQ(read->Names, given.Names);
+    EXPECT_EQ(read->Message, given.Message);
+    for (const std::string& name : {so + "\\..\\..\\x", so + "\\CVS\\Root", so + "|"})
+        EXPECT_FALSE(IsNameBelow(name)) << name;
 }
 
 TEST(WaitingCommands, AreRunOnceInTheirOrder) {

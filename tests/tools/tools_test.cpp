@@ -6,6 +6,7 @@
 #include "support/Process.h"
 #include "support/WaitUntil.h"
 #include "tests/support/FormDriver.h"
+#include "tests/support/Japanese.h"
 #include "tests/tools/ToolsFixture.h"
 #include "tools/tools_frm.h"
 
@@ -90,6 +91,9 @@ TEST_F(UserTools, ChooseTheFolder) {
     tool.FProjectDir = "C:\\project";
     tool.FInitDir = "$(ProjectDir) before FileDir and CurDir";
     EXPECT_EQ(tool.GetInitDir(), "C:\\project\\");
+    const tests::Japanese letters;
+    tool.FInitDir = "C:\\\x83\\";
+    EXPECT_EQ(tool.GetInitDir(), "C:\\\x83\\\\") << "half a letter ends no folder";
 }
 
 TEST_F(UserTools, CheckTheirCommands) {
