@@ -13,6 +13,7 @@
 #include "framework/base/file_functions.h"
 #include "framework/base/format.h"
 #include "framework/base/handle.h"
+#include "framework/base/lead_bytes.h"
 #include "framework/threads/synchronize.h"
 
 namespace tandrel::Progress_frm {
@@ -110,7 +111,8 @@ TProgressThread::TChild TProgressThread::StartChild(const std::string& directory
 }
 
 bool TProgressThread::ReadOutput(TChild& child) {
-    std::array<char, ChunkSize + 1> chunk{};
+    std::array<char, ChunkSize> buffer;
+    framework::TLetterPieces pieces;
     try {
         for (;;) {
             child.Answers.EndWhenTaken(child.Output.Get(), child.Process.Get(),
@@ -119,22 +121,28 @@ bool TProgressThread::ReadOutput(TChild& child) {
             if (Obj_.Aborted)
                 return true;
             DWORD read = 0;
-            if (!framework::FileFunctions().Read(child.Output.Get(), chunk.data(), ChunkSize, &read,
-                                                 nullptr))
+            if (!framework::FileFunctions().Read(child.Output.Get(), buffer.data(), ChunkSize,
+                                                 &read, nullptr)) {
+                HandOver(pieces.Rest());
                 return false;
-            // A write of nothing is read, too, and is not the end.
-            if (read == 0)
+            }
+            // A write of nothing is read, too, and is not the end. Of a letter there may be half.
+            const std::string chunk = pieces.Next({buffer.data(), read});
+            if (chunk.empty())
                 continue;
-            chunk[read] = '\0';
             if (Obj_.AnswerPrompts)
-                AnswerPrompt(child, chunk.data());
-            if ((!Obj_.SuppressOutput || !Obj_.OutputList) && Obj_.OnMessage)
-                SendMsg2(chunk.data());
+                AnswerPrompt(child, chunk.c_str());
+            HandOver(chunk);
         }
     } catch (...) {
         // Whatever went wrong with a chunk, the child must still be seen to its end.
         return false;
     }
+}
+
+void TProgressThread::HandOver(const std::string& chunk) {
+    if (!chunk.empty() && (!Obj_.SuppressOutput || !Obj_.OutputList) && Obj_.OnMessage)
+        SendMsg2(chunk.c_str());
 }
 
 void TProgressThread::AnswerPrompt(TChild& child, const char* output) {

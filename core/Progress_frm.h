@@ -57,6 +57,7 @@ private:
     /// Reads until the child closes its output or the run is aborted; true when it was aborted.
     bool ReadOutput(TChild& child);
     void AnswerPrompt(TChild& child, const char* output);
+    void HandOver(const std::string& chunk);
     void AwaitEnd(TChild& child);
 
     TCustomCvsObj& Obj_;

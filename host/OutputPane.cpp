@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "framework/base/lead_bytes.h"
+
 namespace host {
 
 namespace {
@@ -17,7 +19,10 @@ std::string LastPart(const std::string& text, std::size_t size) {
     if (text.size() <= size)
         return text;
     const std::size_t line = text.find('\n', text.size() - size);
-    return text.substr(line == std::string::npos ? text.size() - size : line + 1);
+    if (line != std::string::npos)
+        return text.substr(line + 1);
+    const std::size_t start = text.size() - size;
+    return text.substr(framework::IsTrailByte(text, start) ? start + 1 : start);
 }
 
 }  // namespace
@@ -38,8 +43,10 @@ void TOutputPane::Flush() {
     if (Shown_ + Waiting_.size() > MostShown) {
         const std::string text =
             Cut + LastPart((Waiting_.size() < Remaining ? View_.Text() : "") + Waiting_, Remaining);
-        View_.SetText(text);
-        View_.Append("");
+        // The rest of its last letter may come later.
+        const std::size_t whole = framework::WholeLetters(text).size();
+        View_.SetText(text.substr(0, whole));
+        View_.Append(text.substr(whole));
         Shown_ = text.size();
     } else {
         View_.Append(Waiting_);

@@ -5,6 +5,8 @@
 #include <string_view>
 #include <utility>
 
+#include "framework/base/lead_bytes.h"
+
 namespace host {
 
 namespace {
@@ -35,7 +37,9 @@ std::size_t EndOfMethod(std::string_view text, std::size_t at) {
 }
 
 /// Where the password of the root ends whose user begins at `user`: at the last "@" of the line
-/// that a server follows. A password may hold anything, another "@" included.
+/// that a server follows. A password may hold anything, another "@" included. The second byte of a
+/// letter may look like one, and counts: servers send texts of other code pages, and it is better
+/// to hide too much.
 std::size_t EndOfPassword(std::string_view line, std::size_t password) {
     for (std::size_t at = line.rfind('@'); at != std::string_view::npos && at >= password;
          at = at == 0 ? std::string_view::npos : line.rfind('@', at - 1)) {
@@ -55,7 +59,7 @@ void MaskLine(std::string& line) {
         if (user == std::string_view::npos || user == line.size())
             continue;
         // The user's name; one without a password ends in "@", a server without a user in "/".
-        const std::size_t colon = line.find_first_of(":@/", user);
+        const std::size_t colon = framework::FindFirstOf(line, ":@/", user);
         if (colon == std::string::npos || line[colon] != ':')
             continue;
         const std::size_t end = EndOfPassword(line, colon + 1);
@@ -102,6 +106,9 @@ std::size_t BeginOfUnfinished(std::string_view text, const std::string& known) {
                 begin = std::min(begin, text.size() - length);
                 break;
             }
+    // No letter is parted.
+    if (framework::IsTrailByte(text, begin))
+        --begin;
     return text.size() - begin > LongestHeld ? text.size() : begin;
 }
 

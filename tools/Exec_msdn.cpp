@@ -6,6 +6,7 @@
 #include "framework/base/child_pipes.h"
 #include "framework/base/exceptions.h"
 #include "framework/base/file_functions.h"
+#include "framework/base/lead_bytes.h"
 #include "tools/Exec_threads.h"
 
 namespace tandrel::Exec_obj {
@@ -97,11 +98,12 @@ void TProgressThread::ExecuteCmd_FromMSDN() {
 
 void TProgressThread::ReadToEnd(HANDLE pipe, void (TProgressThread::*handOver)(std::string_view)) {
     std::array<char, 1023> buffer;
+    framework::TLetterPieces pieces;
     for (DWORD read = 0; framework::FileFunctions().Read(
              pipe, buffer.data(), static_cast<DWORD>(buffer.size()), &read, nullptr);
          read = 0)
-        if (read > 0)
-            (this->*handOver)({buffer.data(), read});
+        (this->*handOver)(pieces.Next({buffer.data(), read}));
+    (this->*handOver)(pieces.Rest());
 }
 
 }  // namespace tandrel::Exec_obj

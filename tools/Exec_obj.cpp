@@ -1,5 +1,6 @@
 #include "tools/Exec_obj.h"
 
+#include "framework/base/lead_bytes.h"
 #include "framework/base/oem.h"
 #include "framework/threads/synchronize.h"
 #include "framework/ui/application.h"
@@ -9,7 +10,7 @@ namespace tandrel {
 namespace {
 
 constexpr unsigned StopDelay = 500;      // ms
-constexpr std::size_t TextLimit = 1024;  // characters of a text given to an event
+constexpr std::size_t TextLimit = 1024;  // bytes of a text given to an event
 
 }  // namespace
 
@@ -104,7 +105,8 @@ void TExecuteClass::ErrorMessageProc(std::string_view fmt, framework::FormatArgs
 }
 
 std::string TExecuteClass::EventText(const std::string& text) const {
-    std::string cut = text.substr(0, TextLimit);
+    // What is short enough stays as it is, also when it ends in half a letter.
+    std::string cut(text.size() > TextLimit ? framework::WholeLetters(text, TextLimit) : text);
     return FOemConvert ? framework::FromOem(std::move(cut)) : cut;
 }
 

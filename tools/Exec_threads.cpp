@@ -10,6 +10,7 @@
 #include "framework/base/child_pipes.h"
 #include "framework/base/exceptions.h"
 #include "framework/base/file_functions.h"
+#include "framework/base/lead_bytes.h"
 #include "framework/threads/synchronize.h"
 #include "tools/Exec_obj.h"
 
@@ -147,18 +148,19 @@ void TProgressThread::AwaitQuiet(TChild& child, TErrorReadThread& errors) {
 
 void TProgressThread::ReadOutput(TChild& child) {
     std::array<char, ChunkSize> buffer;
+    framework::TLetterPieces pieces;
     try {
         for (DWORD read = 0;; read = 0) {
             child.Answers.EndWhenTaken(child.Output.Get(), child.Process.Get(),
                                        [] { return false; });
             if (!framework::FileFunctions().Read(child.Output.Get(), buffer.data(), ChunkSize,
-                                                 &read, nullptr))
+                                                 &read, nullptr)) {
+                HandOverOutput(pieces.Rest());
                 return;
-            // A write of nothing is read, too, and is not the end.
-            if (read == 0)
-                continue;
-            const std::string_view chunk(buffer.data(), read);
-            if (!ExecuteClass.FConfirmFlag) {
+            }
+            // A write of nothing is read, too, and is not the end. Of a letter there may be half.
+            const std::string chunk = pieces.Next({buffer.data(), read});
+            if (!ExecuteClass.FConfirmFlag || chunk.empty()) {
                 HandOverOutput(chunk);
                 continue;
             }
@@ -177,6 +179,8 @@ void TProgressThread::ReadOutput(TChild& child) {
 }
 
 void TProgressThread::HandOverOutput(std::string_view chunk) {
+    if (chunk.empty())
+        return;
     Msg = chunk;
     framework::Synchronize([this] {
         KeepBytes(ExecuteClass, Msg);
@@ -185,6 +189,8 @@ void TProgressThread::HandOverOutput(std::string_view chunk) {
 }
 
 void TProgressThread::HandOverErrors(std::string_view chunk) {
+    if (chunk.empty())
+        return;
     ErrMsg = chunk;
     framework::Synchronize([this] {
         KeepBytes(ExecuteClass, ErrMsg);
@@ -272,20 +278,28 @@ void TErrorReadThread::Stop() {
 
 void TErrorReadThread::ReadErrors() {
     std::array<char, ChunkSize> buffer;
+    framework::TLetterPieces pieces;
     for (DWORD read = 0;
          !Terminated() && ::ReadFile(Read_.Get(), buffer.data(), ChunkSize, &read, nullptr) &&
          read > 0;
          read = 0, QuietSince_ = ::GetTickCount64()) {
         QuietSince_ = HandingOver;
-        ErrMsg.assign(buffer.data(), read);
-        framework::Synchronize([this] {
-            KeepBytes(ExecuteClass_, ErrMsg);
-            AErrorMessageProc();
-        });
+        HandOver(pieces.Next({buffer.data(), read}));
         DWORD written = 0;
         if (Echo_ && !::WriteFile(EchoHandle_, buffer.data(), read, &written, nullptr))
             return;
     }
+    HandOver(pieces.Rest());
+}
+
+void TErrorReadThread::HandOver(std::string chunk) {
+    if (chunk.empty())
+        return;
+    ErrMsg = std::move(chunk);
+    framework::Synchronize([this] {
+        KeepBytes(ExecuteClass_, ErrMsg);
+        AErrorMessageProc();
+    });
 }
 
 void TErrorReadThread::AErrorMessageProc() {

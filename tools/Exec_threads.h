@@ -93,6 +93,7 @@ protected:
 
 private:
     void ReadErrors();
+    void HandOver(std::string chunk);
 
     static constexpr ULONGLONG HandingOver = 0;
     std::atomic<ULONGLONG> QuietSince_{::GetTickCount64()};

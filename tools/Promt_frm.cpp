@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "framework/base/lead_bytes.h"
 #include "framework/ui/dialog_sizes.h"
 #include "framework/ui/labels.h"
 #include "framework/ui/ok_cancel.h"
@@ -21,7 +22,9 @@ constexpr int FieldLeft = 110, FieldWidth = FormWidth - FieldLeft - Margin,
 constexpr std::size_t LongestCommand = 1000;
 
 std::string Shortened(const std::string& command) {
-    return command.size() > LongestCommand ? command.substr(0, LongestCommand) + "..." : command;
+    return command.size() > LongestCommand
+               ? std::string(WholeLetters(command, LongestCommand)) + "..."
+               : command;
 }
 
 }  // namespace

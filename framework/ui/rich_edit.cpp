@@ -130,7 +130,7 @@ std::string TTextControl::Text() const {
         else if (c != L'\n')
             result += c;
     }
-    return FromWide(result);
+    return FromWide(result) + Pieces_.Held();
 }
 
 void TTextControl::SetText(const std::string& text) {
@@ -143,6 +143,7 @@ void TTextControl::Read(WPARAM format, const void* text, std::size_t bytes) {
     // To take the lines of a long text out can cost the square of their number.
     if (::SendMessageW(Handle(), EM_GETLINECOUNT, 0, 0) > ManyLines)
         RenewControl();
+    Pieces_.Rest();
     TReader reader{static_cast<const char*>(text), bytes};
     EDITSTREAM stream{reinterpret_cast<DWORD_PTR>(&reader), 0, ReadPiece};
     ::SendMessageW(Handle(), EM_STREAMIN, format, reinterpret_cast<LPARAM>(&stream));
@@ -150,9 +151,10 @@ void TTextControl::Read(WPARAM format, const void* text, std::size_t bytes) {
 
 void TTextControl::Append(const std::string& text) {
     // The second piece of a line's end is nothing more.
-    const bool rest = AfterReturn_ && text.starts_with('\n');
-    AfterReturn_ = text.ends_with('\r');
-    const std::wstring wide = ToControl(ToWide(text.substr(rest ? 1 : 0)));
+    const std::string whole = Pieces_.Next(text);
+    const bool rest = AfterReturn_ && whole.starts_with('\n');
+    AfterReturn_ = whole.ends_with('\r');
+    const std::wstring wide = ToControl(ToWide(whole.substr(rest ? 1 : 0)));
     ::SendMessageW(Handle(), EM_SETSEL, static_cast<WPARAM>(-1), -1);
     ::SendMessageW(Handle(), EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(wide.c_str()));
     ::SendMessageW(Handle(), WM_VSCROLL, SB_BOTTOM, 0);
@@ -244,7 +246,7 @@ std::vector<std::optional<COLORREF>> Paint(const std::string& text,
     }
     for (std::size_t i = 0; i + 1 < text.size(); ++i) {
         const bool lineEnd = text[i] == '\r' && text[i + 1] == '\n';
-        if (!lineEnd && !::IsDBCSLeadByte(static_cast<BYTE>(text[i])))
+        if (!lineEnd && LetterSize(text, i) == 1)
             continue;
         painted[i + 1] = painted[i];
         ++i;

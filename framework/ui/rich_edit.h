@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "framework/api.h"
+#include "framework/base/lead_bytes.h"
 #include "framework/ui/control.h"
 #include "framework/ui/views.h"
 
@@ -20,7 +21,8 @@ public:
     std::string Text() const override;
     void SetText(const std::string& text) override;
     void Clear() { SetText({}); }
-    /// Adds text at the end and brings that into view. A CR LF may come in two pieces.
+    /// Adds text at the end and brings that into view. A CR LF may come in two pieces, and so may a
+    /// letter of two bytes: its first one is in Text, but shows only with what is added next.
     void Append(const std::string& text);
 
     /// The control asks nobody for its colours: it is told.
@@ -47,6 +49,7 @@ private:
     void TellColor();
 
     bool AfterReturn_ = false;  // what was appended last ended so
+    TLetterPieces Pieces_;
     TKind Kind_;
 };
 

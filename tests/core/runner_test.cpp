@@ -9,6 +9,7 @@
 #include "framework/ui/timer.h"
 #include "support/WaitUntil.h"
 #include "tests/core/TestObject.h"
+#include "tests/support/Japanese.h"
 #include "tests/support/Leaks.h"
 
 namespace {
@@ -169,6 +170,27 @@ TEST_F(Runner, CapturesUpToTheLimit) {
     EXPECT_EQ(Obj.OutputList.load(), nullptr);
     EXPECT_LE(text.size(), 51u * 1023 + 2) << "and the end of the last line";
     EXPECT_EQ(text.find("\r\n0000000000000001"), 62u) << "lines that two chunks share are whole";
+}
+
+BOOL WINAPI ReadOneByte(HANDLE file, void* buffer, DWORD, DWORD* read, OVERLAPPED* overlapped) {
+    return ::ReadFile(file, buffer, 1, read, overlapped);
+}
+
+TEST_F(Runner, CutsNoLetterInTwo) {
+    const tests::Japanese letters;
+    const std::string source = tests::Source;
+    Obj.Run("say-and-sleep " + std::string(1022, 'x') + source + " 0");
+    ASSERT_EQ(Obj.Messages.Texts.size(), 3u);
+    EXPECT_EQ(Obj.Messages.Texts[0].size(), 1022u);
+    EXPECT_EQ(Obj.Messages.Texts[1], source);
+    framework::FileFunctions().Read = ReadOneByte;
+    Obj.Run("say-and-sleep " + source + "a\x83 0");
+    framework::FileFunctions() = {};
+    Obj.Messages.Texts.pop_back();
+    EXPECT_EQ(Obj.Messages.Texts,
+              (std::vector<std::string>{source.substr(0, 2), source.substr(2, 2), source.substr(4),
+                                        "a", "\x83"}))
+        << "what never became a letter is told in the end";
 }
 
 TEST_F(Runner, WithholdsSuppressedOutputOnlyWhileCapturing) {

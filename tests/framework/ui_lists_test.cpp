@@ -13,6 +13,7 @@
 #include "framework/ui/list_view.h"
 #include "framework/ui/rich_edit.h"
 #include "framework/ui/tree_view.h"
+#include "tests/support/Japanese.h"
 
 namespace {
 
@@ -254,6 +255,25 @@ TEST(Memos, GiveBackWhatWasSet) {
     EXPECT_EQ(::GetNextDlgTabItem(form.Handle(), memo.Handle(), FALSE), next.Handle());
     EXPECT_EQ(memo.Height(), 200);
     EXPECT_EQ(memo.Text(), "one\r\ntwo\r\nthree\r\n");
+}
+
+TEST(Memos, ShowALetterWhenItsSecondPieceHasCome) {
+    TForm form("memo");
+    auto& memo = form.Make<TMemo>("Memo1", form);
+    const auto shown = [&] { return ::GetWindowTextLengthW(memo.Handle()); };
+    const tests::Japanese letters;
+    memo.Append("a\x83");
+    EXPECT_EQ(shown(), 1);
+    EXPECT_EQ(memo.Text(), "a\x83") << "nothing is lost for who reads it";
+    memo.Append("");
+    memo.Append("\\");
+    EXPECT_EQ(shown(), 3) << "here the code page takes its bytes for two";
+    memo.Append("\r");
+    memo.Append("\n\x83");
+    EXPECT_EQ(memo.Text(), "a\x83\\\r\n\x83");
+    memo.SetText("b");
+    memo.Append("c");
+    EXPECT_EQ(memo.Text(), "bc");
 }
 
 // Types as the keyboard does, through the dialog that the form is.

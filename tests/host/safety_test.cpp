@@ -13,6 +13,7 @@
 #include "host/Programs.h"
 #include "host/Trust.h"
 #include "tests/host/Projects.h"
+#include "tests/support/Japanese.h"
 
 namespace {
 
@@ -55,6 +56,19 @@ TEST(Passwords, AreNotShownInPiecesEither) {
         }
     TMaskedPieces pieces;
     EXPECT_EQ(pieces.Next("CVS password: ", ""), "CVS password: ") << "a question is not held back";
+}
+
+TEST(Passwords, KnowLettersOfTwoBytes) {
+    const Japanese letters;
+    EXPECT_EQ(MaskPasswords(":pserver:\x83@me:pw@host:/r"), ":pserver:\x83@me:***@host:/r");
+    EXPECT_EQ(CutPassword(":pserver:me:pw@host:/r\x83@x"), ":pserver:me@host:/r\x83@x");
+    EXPECT_EQ(CutPassword(":pserver:me@host:/r\x83@x"), ":pserver:me@host:/r\x83@x");
+    EXPECT_TRUE(IsPlainRoot(":pserver:me@host:/r\x83@x"));
+    EXPECT_FALSE(IsPlainRoot(":ext:a\x83@-oProxyCommand=x@host:/r"));
+    // What is held back begins like a password, with the second half of a letter.
+    TMaskedPieces pieces;
+    EXPECT_EQ(pieces.Next("a\x83X", "Xsecret"), "a");
+    EXPECT_EQ(pieces.Next("b", "Xsecret"), "\x83Xb");
 }
 
 /// All values below a key.
@@ -323,6 +337,12 @@ TEST_F(Hostile, ProgramsInTheFolderAreNotStarted) {
     EXPECT_NE(Told().find("CVS_RSH=" + shell), std::string::npos) << Told();
     ::SetEnvironmentVariableA("PATH", path);
     ::SetCurrentDirectoryA(before);
+}
+
+TEST(RemoteShells, WithoutAFolderAreLookedFor) {
+    const Japanese letters;
+    EXPECT_EQ(FindRemoteShell("C:\\a.exe"), "C:\\a.exe");
+    EXPECT_EQ(FindRemoteShell(Source), "") << "no backslash in it";
 }
 
 TEST_F(Projects, SayThatThereIsNoClientAndAskForOne) {

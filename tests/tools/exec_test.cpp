@@ -11,6 +11,7 @@
 #include "framework/ui/application.h"
 #include "support/Process.h"
 #include "support/WaitUntil.h"
+#include "tests/support/Japanese.h"
 #include "tests/support/Leaks.h"
 #include "tests/tools/ToolsFixture.h"
 #include "tools/Exec_obj.h"
@@ -332,6 +333,35 @@ TEST_F(ToolRunner, HasAnotherWayThatPutsTheStandardHandlesBack) {
     EXPECT_EQ(Runner.FStream->Bytes(), "standarderrorstandarderror");
     EXPECT_EQ(tests::MessageOf([&] { run("no-such-tool"); }), "Could not create process ");
     EXPECT_EQ(StandardHandles(), before);
+}
+
+TEST_F(ToolRunner, CutsNoLetterInTwo) {
+    const tests::Japanese letters;
+    const std::string source = tests::Source, text = std::string(1022, 'x') + source;
+    std::vector<std::string> outputs, errors;
+    Runner.OnOutPutMessage = [&](TObject*, const std::string& piece) { outputs.push_back(piece); };
+    Runner.OnOutPutErrorMessage = [&](TObject*, const std::string& piece) {
+        errors.push_back(piece);
+    };
+    const std::vector<std::string> whole = {std::string(1022, 'x'), source};
+    Runner.FStream = &Stream;
+    const std::string arguments = "say-both " + text + " " + text + "\x83 0";
+    Run(arguments);
+    EXPECT_EQ(outputs, whole);
+    ASSERT_EQ(errors.size(), 3u);
+    EXPECT_EQ(errors[1], source);
+    EXPECT_EQ(errors[2], "\x83") << "what never became a letter is told in the end";
+    EXPECT_EQ(Stream.Size(), 2 * text.size() + 1);
+    outputs.clear();
+    errors.clear();
+    Runner.FCmdLine = support::FakeClient() + " " + arguments;
+    tandrel::Exec_obj::TProgressThread(true, Runner).ExecuteCmd_FromMSDN();
+    EXPECT_EQ(outputs, whole);
+    ASSERT_EQ(errors.size(), 3u);
+    EXPECT_EQ(errors[1] + errors[2], source + "\x83");
+    outputs.clear();
+    Runner.OutPutMessage(std::string(1023, 'x') + source);
+    EXPECT_EQ(outputs.front().size(), 1023u);
 }
 
 TEST_F(ToolRunner, LeavesNothingBehindAfterTwoHundredRuns) {
