@@ -82,7 +82,8 @@ bool SameText(std::string_view a, std::string_view b) {
         return false;
     for (std::size_t at = 0; at < a.size(); ++at) {
         if (!IsAscii(a[at]) || !IsAscii(b[at]))
-            return UpperCase(a.substr(at)) == UpperCase(b.substr(at));
+            return a.substr(at) == b.substr(at) ||
+                   UpperCase(a.substr(at)) == UpperCase(b.substr(at));
         if (AsciiUpper(a[at]) != AsciiUpper(b[at]))
             return false;
     }
