@@ -10,8 +10,8 @@ class TStringList;
 
 namespace tandrel {
 
-/// Helpers for paths, command lines and the client's output. Texts are in the process's
-/// code page. Positions count bytes, from 1; a position before the text stands for its start,
+/// Helpers for paths, command lines and the client's output. Texts are in the process's code page.
+/// Positions count bytes, from 1; a position before the text stands for its start,
 /// one behind it for its end.
 
 /// Joins a folder and a name with exactly one backslash. An empty folder gives an empty result.

@@ -131,8 +131,9 @@ bool TMainForm::MayRunTool(const TCommand& tool) {
             tool.FArguments.find(argument.FName + ")") == std::string::npos)
             continue;
         const std::string& value = argument.FValue;
+        // Half a letter would take a quote behind it for its other half.
         const bool isOdd =
-            value.find('"') != std::string::npos ||
+            value.find('"') != std::string::npos || !IsWhole(value) ||
             std::any_of(value.begin(), value.end(),
                         [](char c) { return static_cast<unsigned char>(c) < ' '; }) ||
             // It reads what the system makes of the bytes.

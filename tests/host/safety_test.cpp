@@ -409,6 +409,12 @@ TEST_F(HostileTools, NamesAreNotCommands) {
     RunTool(Folder / "tool.bat", "plain");
     EXPECT_EQ(Asked, "") << "it is not passed on";
     EXPECT_NE(Shown.find("got plain"), std::string::npos) << Shown;
+
+    ::DeleteFileA((Folder / "one\\x&echo evil&.c").c_str());
+    WriteBytes(Folder / "one\\half\x83.c", "");
+    const Japanese letters;
+    RunTool(Folder / "tool.bat", "$(File)");
+    EXPECT_NE(Asked.find("half\x83.c"), std::string::npos) << "it could take a quote along";
 }
 
 TEST_F(HostileTools, RunInTheProjectWhateverItIsCalled) {

@@ -26,7 +26,7 @@ inline constexpr const char* Source = "\x83\\\x81[\x83X";
 /// One letter with a vertical bar, one with an "@".
 inline constexpr const char* Bar = "\x83|";
 inline constexpr const char* At = "\x83@";
-/// Letters whose second bytes are lead bytes by themselves, the last but one before a backslash.
+/// Two letters whose second bytes are lead bytes by themselves.
 inline constexpr const char* Leads = "\x83\x83\x83\x83";
 
 }  // namespace tests
