@@ -14,7 +14,7 @@ lock_checkout
 ensure_packages
 mkdir -p "$root/out"
 for preset in win32 win64; do
-    build_preset "$preset" tandrel tandrel-host tandrel_runtime
+    build_preset "$preset" tandrel hosting workbench tandrel_runtime
     logged "package-$preset" "packing $preset" \
         "$root/scripts/make-zip.sh" "$root/build/$preset" "$preset" "$root/out"
     say "$(ls "$root"/out/tandrel-*-"$preset".zip)"

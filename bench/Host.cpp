@@ -11,9 +11,9 @@
 #include "bench/Table.h"
 #include "framework/base/exceptions.h"
 #include "framework/ui/application.h"
-#include "host/MainForm.h"
 #include "support/Files.h"
 #include "support/Process.h"
+#include "workbench/MainForm.h"
 
 namespace bench {
 namespace {
@@ -55,9 +55,9 @@ public:
     }
 
 private:
-    host::TSettings Settings_;
+    hosting::TSettings Settings_;
     TPackageRegistry Packages_;
-    host::TMainForm Form_;
+    workbench::TMainForm Form_;
     bool Done_ = false;
 };
 

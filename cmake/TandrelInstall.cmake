@@ -5,13 +5,13 @@ target_compile_features(framework INTERFACE cxx_std_20)
 target_compile_definitions(framework INTERFACE
     $<INSTALL_INTERFACE:NOMINMAX> $<INSTALL_INTERFACE:_WIN32_WINNT=0x0601>)
 
-install(TARGETS framework tandrel EXPORT TandrelTargets
+install(TARGETS framework tandrel hosting EXPORT TandrelTargets
     RUNTIME DESTINATION bin ARCHIVE DESTINATION lib)
-install(TARGETS tandrel-host RUNTIME DESTINATION bin)
+install(TARGETS workbench RUNTIME DESTINATION bin)
 install(DIRECTORY ${CMAKE_BINARY_DIR}/bin/ DESTINATION bin
     FILES_MATCHING PATTERN "libstdc++-6.dll" PATTERN "libgcc_s_*.dll" PATTERN "libwinpthread-1.dll")
 
-foreach(folder framework core cvs forms tools package)
+foreach(folder framework core cvs forms tools package hosting)
     install(DIRECTORY ${PROJECT_SOURCE_DIR}/${folder} DESTINATION include
         FILES_MATCHING PATTERN "*.h")
 endforeach()

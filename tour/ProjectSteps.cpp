@@ -15,7 +15,7 @@ using support::StepOf;
 using support::Type;
 
 void TTour::OpenTheProject() {
-    Form_ = std::make_unique<host::TMainForm>(Settings_, Packages_);
+    Form_ = std::make_unique<workbench::TMainForm>(Settings_, Packages_);
     Form_->Show();
     Expect(!MenuItem("Working copy/Commit...").Enabled(), "nothing to commit without a project");
     Form_->OpenProject(Project_);

@@ -29,7 +29,7 @@ void Rest(TForm& form) {
 }
 
 BOOL CALLBACK CountDocument(HWND window, LPARAM data) {
-    auto* const form = dynamic_cast<host::TDocumentForm*>(TControl::FromHandle(window));
+    auto* const form = dynamic_cast<workbench::TDocumentForm*>(TControl::FromHandle(window));
     if (form && form->Visible())
         ++*reinterpret_cast<int*>(data);
     return TRUE;

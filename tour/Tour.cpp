@@ -20,11 +20,11 @@ TTour::TTour(const std::string& out) : Play_(out) {
           {"build.log", "built\r\n"}})
         support::WriteBytes(Project_ + "\\" + name, text);
     // Questions of the host's; they stand in the transcript.
-    DialogFunctions().AskYesNo = DialogFunctions().AskRisk = [this](const std::string&,
-                                                                    const std::string& text) {
-        Play_.Tell("asked: " + text + "\r\nanswered: Yes\r\n");
-        return true;
-    };
+    DialogFunctions().AskYesNo =
+        DialogFunctions().AskRisk = [this](const std::string&, const std::string& text) {
+            Play_.Tell("asked: " + text + "\r\nanswered: Yes\r\n");
+            return true;
+        };
     Application().OnException = [](const std::exception& error) {
         throw std::runtime_error(std::string("the host says: ") + error.what());
     };

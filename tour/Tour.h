@@ -4,10 +4,10 @@
 #include <vector>
 
 #include "framework/base/packages.h"
-#include "host/MainForm.h"
-#include "host/Settings.h"
+#include "hosting/Settings.h"
 #include "support/Files.h"
 #include "support/Play.h"
+#include "workbench/MainForm.h"
 
 namespace tour {
 
@@ -69,8 +69,8 @@ private:
     const std::string Repository_ = Folder_ / "repository";
     support::TPlay Play_;
     framework::TPackageRegistry Packages_;
-    host::TSettings Settings_{"Software\\Tandrel Tour"};
-    std::unique_ptr<host::TMainForm> Form_;
+    hosting::TSettings Settings_{"Software\\Tandrel Tour"};
+    std::unique_ptr<workbench::TMainForm> Form_;
     std::size_t ToldBefore_ = 0;
 };
 

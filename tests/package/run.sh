@@ -14,7 +14,7 @@ trap 'rm -rf "$work"' EXIT
 cd "$work"
 cmake -E tar xf tandrel-*-"$target".zip
 release=$(ls -d "$work"/tandrel-*/)
-for file in LICENSE README.md docs/user-guide.md bin/tandrel-host.exe bin/tandrel.dll \
+for file in LICENSE README.md docs/user-guide.md bin/tandrel.exe bin/tandrel.dll bin/hosting.dll \
     bin/framework.dll include/cvs/Cvstempl.h include/forms/Frames.h lib/cmake/Tandrel/TandrelConfig.cmake; do
     [ -e "$release$file" ] || { echo "the release has no $file"; exit 1; }
 done

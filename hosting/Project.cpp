@@ -1,0 +1,480 @@
+#include "hosting/Project.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "core/CvsExecute.h"
+#include "core/Cvs_utils.h"
+#include "core/Progress_frm.h"
+#include "framework/base/exceptions.h"
+#include "framework/base/files.h"
+#include "framework/base/paths.h"
+#include "framework/base/text.h"
+#include "hosting/PasswordMask.h"
+#include "hosting/Programs.h"
+
+namespace hosting {
+
+using namespace framework;
+using namespace tandrel;
+
+namespace {
+
+// Lists of labels come in pieces of a kilobyte; the default limit cuts them after fifty.
+constexpr int LongestOutput = 16384;
+
+/// Lets a timer tick while it lives.
+class TTicking {
+public:
+    explicit TTicking(TTimer& timer) : Timer_(timer) { Timer_.Restart(); }
+    ~TTicking() { Timer_.SetEnabled(false); }
+    TTicking(const TTicking&) = delete;
+    TTicking& operator=(const TTicking&) = delete;
+
+private:
+    TTimer& Timer_;
+};
+
+}  // namespace
+
+TProject::TProject(TProjectHost& window, TSettings& settings, const std::string& folder)
+    : Window_(window),
+      Settings_(settings),
+      Folder_(folder),
+      OfflineLog_(folder, settings.ProjectFile("Waiting", folder)) {
+    Cvs_.StrictQuoting = Cvs_.KeepIgnorePatterns = Cvs_.ReadAllEntries = true;
+    Cvs_.OutputListLimit = LongestOutput;
+    CancelWatch_.OnTimer = [this](TObject*) { CancelWatchTick(); };
+    BindEvents();
+    if (const std::string client = FindClient(Settings_); !client.empty())
+        Cvs_.CvsExecutable = AsCommand(client);
+    else
+        Cvs_.CvsExecutable.clear();
+    Load();
+    Reload();
+}
+
+void TProject::BindEvents() {
+    Cvs_.OnMessage = [this](TObject*, const std::string& text) { MessageReceived(text); };
+    // Before the files are read, what the editors hold has to be on disk. Abort ends the operation
+    // without a word.
+    const auto save = [this](TCvsObject&) {
+        if (!Window_.SaveDocuments())
+            Abort();
+    };
+    Cvs_.OnCommit = Cvs_.OnUpdate = Cvs_.OnDiff = save;
+    Cvs_.OnRelease = [this, save](TCvsObject& cvs) {
+        save(cvs);
+        // The client wants the folder; one that was checked out under another name has a neighbour
+        // called like its module.
+        cvs.Set_ProjectRoot(ExtractFileDir(Folder_));
+        cvs.Set_Modulename(ExtractFileName(Folder_));
+    };
+    Cvs_.OnCreateLabel = Cvs_.OnCreateBranch = save;
+    // Dialogs compose the root with the password. The client asks for it when it wants it.
+    // And they may have chosen another way to the server.
+    const auto withoutPassword = [this](TCvsObject& cvs) {
+        TakeRootFromDialog(cvs);
+        if (!FindPrograms())
+            Abort();
+    };
+    Cvs_.OnLogin = Cvs_.OnLogout = withoutPassword;
+    Cvs_.OnPullProject = [withoutPassword](TCvsObject& cvs) {
+        withoutPassword(cvs);
+        // The client starts in the folder that the user named.
+        ForceDirectories(cvs.ProjectRoot());
+    };
+    // The client refuses to delete a label with the option for branches.
+    Cvs_.OnDeleteLabel = [](TCvsObject& cvs) { cvs.TagDeleteBranch = false; };
+    Cvs_.OnPlaceProject = [this, save, withoutPassword](TCvsObject& cvs) {
+        save(cvs);
+        withoutPassword(cvs);
+        BeforePlacing();
+    };
+}
+
+void TProject::BeforePlacing() {
+    // A name that also occurs earlier in the path parts it at the wrong place: another folder may
+    // have come out.
+    const std::string folder = RemoveSlashSep(Cvs_.WorkingDirectory());
+    if (!SameText(folder, Folder_) &&
+        !Window_.AskYesNo("The folder\r\n" + folder + "\r\nis about to be placed, not\r\n" +
+                          Folder_ + "\r\nGo on?"))
+        Abort();
+    RepairRoot();
+    // The client wants both tags, for which there is no dialog.
+    if (Cvs_.VendorTag.empty())
+        Cvs_.VendorTag = "VENDOR";
+    if (Cvs_.ReleaseTag.empty())
+        Cvs_.ReleaseTag = "START";
+    if (!Window_.AskForTags(Cvs_.VendorTag, Cvs_.ReleaseTag))
+        Abort();
+}
+
+void TProject::MessageReceived(const std::string& text) {
+    if (const std::string shown = Pieces_.Next(text, KnownPassword()); !shown.empty())
+        Window_.Tell(shown);
+    const TStringList* const captured = Cvs_.OutputList;
+    if (captured && captured->Count() == LongestOutput + 1)
+        Window_.Tell("The answer is too long: only its first part is used.\r\n");
+    // The client has one question. What it says behind it is none.
+    if (Cvs_.Operation == otRelease && text.find("re you sure") != std::string::npos)
+        Cvs_.AnswerPrompts = false;
+    if (Cvs_.Operation == otLogin && text.find("CVS password:") != std::string::npos)
+        Cvs_.AnswerPrompts = false;
+    if (Running() && !std::exchange(HasLooked_, true))
+        Tree_.Look(Cvs_.CvsExecutable);
+    // Reading goes on when this has been handled, unless it is not to.
+    WatchCancel();
+}
+
+const std::string& TProject::KnownPassword() const {
+    return Cvs_.Password.empty() ? Password_ : Cvs_.Password;
+}
+
+void TProject::ForgetPassword() {
+    // Once it has logged in the client has it. Dialogs would show it, and put it into the
+    // environment of whatever is started next.
+    Cvs_.SetCVSROOT(RootWithoutPassword(Cvs_));
+    if (!Cvs_.Password.empty())
+        Password_ = std::exchange(Cvs_.Password, {});
+}
+
+void TProject::TellRest() {
+    if (const std::string rest = Pieces_.Rest(KnownPassword()); !rest.empty())
+        Window_.Tell(rest);
+}
+
+// --- trust ------------------------------------------------------------------------------------
+
+void TProject::Examine() {
+    Roots_ = {};
+    Trusted_ = !Stored();
+    if (Trusted_)
+        return;
+    Roots_ = ReadRoots(Folder_);
+    Trusted_ = Settings_.Read(Settings_.ProjectKey(Folder_), "TRUSTED", "") == Roots_.Print();
+    if (!Trusted_)
+        Window_.Tell("The files in " + Folder_ + " belong to the repository " + Roots_.Root +
+                     "\r\n");
+    if (Roots_.FilesWithPassword.empty() ||
+        !Window_.AskYesNo("The records of\r\n" + Folder_ +
+                          "\r\nhold a password that everybody can read who can read the folder. "
+                          "Take it out? The client then asks for it once, at Log in."))
+        return;
+    try {
+        CutPasswords(Roots_);
+    } catch (const EInOutError& error) {
+        Window_.Tell(std::string(error.what()) + "\r\n");
+    }
+}
+
+bool TProject::MayRun() {
+    if (Trusted_ || !Stored())
+        return true;
+    const std::string question = QuestionAbout(Folder_, Roots_);
+    if (!question.empty() && !Window_.AskRisk(question))
+        return false;
+    Trust(Folder_);
+    Trusted_ = true;
+    return true;
+}
+
+void TProject::Trust(const std::string& folder) {
+    try {
+        Settings_.Write(Settings_.ProjectKey(folder), "TRUSTED", ReadRoots(folder).Print());
+    } catch (const ERegistryError&) {
+        // The user is asked again.
+    }
+}
+
+bool TProject::FindPrograms() {
+    if (Cvs_.CvsExecutable.empty()) {
+        const std::string client = Window_.AskForClient();
+        if (client.empty())
+            return false;
+        Cvs_.CvsExecutable = AsCommand(client);
+    }
+    if (Cvs_.ConnectionType != cnSSH)
+        return true;
+    // Left to the client it would also be looked for in the working copy.
+    const std::string shell = FindRemoteShell(Cvs_.CVS_RSH());
+    if (shell.empty()) {
+        Window_.Tell(
+            "There is no program to reach the server with: neither ssh nor rsh is in the "
+            "PATH. Choose one in Repository > Options.\r\n");
+        return false;
+    }
+    Cvs_.SetEnvVariable("CVS_RSH", shell);
+    return true;
+}
+
+// --- state ------------------------------------------------------------------------------------
+
+void TProject::Load() {
+    const TProjectState state = TProjectState::Load(Settings_, Settings_.ProjectKey(Folder_));
+    state.PutInto(Cvs_);
+    if (state.Online) {
+        // Before the folder is known: a log that lies there is none of ours.
+        Cvs_.Set_ServerOnline(true);
+        return;
+    }
+    try {
+        OfflineLog_.Continue();
+    } catch (const EInOutError& error) {
+        Window_.Tell(std::string(error.what()) + "\r\n");
+    }
+}
+
+void TProject::Save() {
+    try {
+        TProjectState::Of(Cvs_).Store(Settings_, Settings_.ProjectKey(Folder_));
+    } catch (const Exception& error) {
+        // The user can still work, and close the window.
+        Window_.Tell(std::string(error.what()) + "\r\n");
+    }
+}
+
+bool TProject::Running() const {
+    return Cvs_.ExecuteClass->Thread != nullptr;
+}
+
+void TProject::RepairRoot() {
+    const std::string folder = RemoveSlashSep(Cvs_.WorkingDirectory());
+    if (SameText(SlashSep(Cvs_.ProjectRoot(), Cvs_.Modulename()), folder) &&
+        Cvs_.WorkingDirectory() == folder)
+        return;
+    // Checked out under another name: commands that name the module run above its folder.
+    const std::string module = Cvs_.Modulename();
+    Cvs_.Set_ProjectRoot(ExtractFileDir(folder));
+    Cvs_.Set_Modulename(module);
+    if (SameText(RemoveSlashSep(Cvs_.WorkingDirectory()), folder))
+        return;
+    Cvs_.Set_WorkingDirectory(folder);
+}
+
+void TProject::Prepare(const std::vector<std::string>& selection) {
+    Tree_.Forget();
+    HasLooked_ = false;
+    TicksSinceCancel_ = 0;
+    Options.PutInto(Cvs_, selection);
+    TProcessState::PutInto(Cvs_);
+    RepairRoot();
+}
+
+void TProject::ReturnToFolder() {
+    // Placing, pulling and making a repository leave the object at what they made.
+    Cvs_.Set_WorkingDirectory(Folder_);
+    if (!Cvs_.IsVCSStoredFlag)
+        return;
+    // The connection of a working copy is what its records say. What they leave open must not come
+    // from somewhere else.
+    Cvs_.Server.clear();
+    Cvs_.UserName.clear();
+    Cvs_.SpecialPort.clear();
+    Cvs_.Path.clear();
+    Cvs_.SetCVSROOT({});
+    Cvs_.Set_WorkingDirectory(Folder_);
+}
+
+void TProject::Reload() {
+    ReturnToFolder();
+    Examine();
+    Cvs_.Load_WorkDirTree();
+}
+
+// --- operations -------------------------------------------------------------------------------
+
+bool TProject::Operate(const std::function<bool(TCvsObject&)>& operation,
+                       const std::vector<std::string>& selection) {
+    if (Running() || !MayRun())
+        return false;
+    const bool wasStored = Stored();
+    Prepare(selection);
+    if (!FindPrograms())
+        return false;
+    Cvs_.ModelCurrent = false;
+    KeepOffline();
+    const TTicking watching(CancelWatch_);
+    const TFlagForCall deleting(Cvs_.DeleteLocalFiles, false);
+    const TFileItemsForCall cleared(Cvs_.FileItems);
+    const TConnectionType type = Cvs_.ConnectionType;
+    const std::string root = Cvs_.CVSROOT();
+    bool done = false;
+    try {
+        done = operation(Cvs_);
+    } catch (const EAbort&) {
+        // The user did not want to go on.
+    } catch (const Exception& error) {
+        Window_.Tell(MaskPasswords(error.what(), KnownPassword()) + "\r\n");
+    }
+    TellRest();
+    // Dialogs hand over the type as soon as it is chosen, its root when they are accepted. The one
+    // without the other would send the next command to another repository.
+    if (!done && Cvs_.CVSROOT() == root)
+        Cvs_.ConnectionType = type;
+    std::string folder = RemoveSlashSep(Cvs_.WorkingDirectory());
+    std::ranges::replace(folder, '/', '\\');
+    const bool isHere = SameText(folder, Folder_);
+    ForgetPassword();
+    const bool modelIsOfFolder = Cvs_.ModelCurrent && isHere;
+    // What the user has placed or pulled is known.
+    if (done && Cvs_.GetIsVCSstored() && (Cvs_.WizardDataAccepted || (isHere && !wasStored)))
+        Trust(folder);
+    ReturnToFolder();
+    if (Stored() != wasStored)
+        Examine();
+    KeepOffline();
+    if (!modelIsOfFolder)
+        Cvs_.Load_WorkDirTree();
+    return done;
+}
+
+bool TProject::Move(const std::string& from, const std::string& to) {
+    if (FileExists(to) || DirectoryExists(to)) {
+        Window_.Tell("There is already " + to + "\r\n");
+        return false;
+    }
+    return Operate([&](TCvsObject& cvs) {
+        const bool isKept = !cvs.ServerOnline() && cvs.ConnectionType != cnLocal;
+        const bool done = cvs.MoveFile(from, to, true);
+        // A command that is kept has no success, so the package stops behind the first.
+        if (!done && isKept && FileExists(to) && !FileExists(from))
+            cvs.AddFile(to);
+        return done;
+    });
+}
+
+void TProject::WatchCancel() {
+    // The progress form's button only leaves a mark.
+    const auto& thread = Cvs_.ExecuteClass->Thread;
+    if (thread && thread->CancelMark)
+        Cvs_.Aborted = true;
+}
+
+void TProject::CancelWatchTick() {
+    constexpr int Patience = 2;
+    Window_.ShowTold();
+    WatchCancel();
+    if (!Running())
+        return;
+    Tree_.Look(Cvs_.CvsExecutable);
+    if (!Cvs_.Aborted) {
+        TicksSinceCancel_ = 0;
+        return;
+    }
+    // A client that waits for its server for ever writes nothing, and reading waits with it. What
+    // it has started may hold the pipe when it is gone itself.
+    if (++TicksSinceCancel_ >= Patience && Tree_.End(Cvs_.CvsExecutable) &&
+        TicksSinceCancel_ == Patience)
+        Window_.Tell("The command did not answer and was ended.\r\n");
+}
+
+// --- off-line ---------------------------------------------------------------------------------
+
+bool TProject::TakeKept() {
+    const auto refused = OfflineLog_.Take();
+    if (!refused)
+        return false;
+    for (const std::string& line : *refused)
+        Window_.Tell("Left out, because it neither adds nor removes files of this project: " +
+                     MaskPasswords(line) + "\r\n");
+    return true;
+}
+
+void TProject::KeepOffline() {
+    if (Online())
+        return;
+    // What was kept must not be lost with a file that looks like nobody's, nor what is kept next.
+    try {
+        TakeKept();
+        OfflineLog_.Continue();
+    } catch (const EInOutError& error) {
+        Window_.Tell(std::string(error.what()) + "\r\n");
+    }
+}
+
+void TProject::SetOnline(bool online) {
+    if (online == Online())
+        return;
+    if (!online) {
+        const std::string aside = OfflineLog_.Begin();
+        if (!aside.empty())
+            Window_.Tell("A log of commands that was not begun here is now called " + aside +
+                         "\r\n");
+        Cvs_.Set_ServerOnline(false);
+        return Save();
+    }
+    // The package would drop what is left in its log.
+    if (!TakeKept())
+        return Window_.Tell(
+            "Another host is running what waits for the server. Try again when it "
+            "is done.\r\n");
+    Cvs_.Set_ServerOnline(true);
+    Save();
+    RunWaiting();
+}
+
+bool TProject::RunKept(const TKeptCommand& kept) {
+    std::vector<std::string> paths;
+    for (const std::string& name : kept.Names) {
+        // Folders on the way to a file come by themselves, in a command before its own.
+        const bool isOnTheWay =
+            std::any_of(kept.Names.begin(), kept.Names.end(), [&](const std::string& other) {
+                return other.size() > name.size() && other[name.size()] == '\\' &&
+                       SameText(other.substr(0, name.size()), name);
+            });
+        if (!isOnTheWay)
+            paths.push_back(SlashSep(Folder_, name));
+    }
+    Prepare(paths);
+    if (!FindPrograms())
+        return false;
+    const TFileItemsForCall cleared(Cvs_.FileItems);
+    Cvs_.CommitMessage = kept.Message;
+    return kept.Removes ? Cvs_.Remove() : Cvs_.Add();
+}
+
+void TProject::SettleInterrupted() {
+    try {
+        const std::optional<TKeptCommand> command = OfflineLog_.Interrupted();
+        if (!command)
+            return;
+        const bool isDone = Window_.AskRisk(
+            "The host was ended, or could not write, while this command ran for the server:\r\n   "
+            " " +
+            command->Description() +
+            "\r\nIt may have been done. Is it to be forgotten? Otherwise it waits, to be run once "
+            "more.");
+        OfflineLog_.SettleInterrupted(!isDone);
+        Window_.Tell((isDone ? "Forgotten: " : "It waits again: ") + command->Description() +
+                     "\r\n");
+    } catch (const EInOutError& error) {
+        Window_.Tell(std::string(error.what()) + "\r\n");
+    }
+}
+
+void TProject::RunWaiting() {
+    if (Running() || !Online() || !MayRun() || !FindPrograms())
+        return;
+    SettleInterrupted();
+    for (const TKeptCommand& kept : Waiting())
+        Window_.Tell("Waiting: " + kept.Description() + "\r\n");
+    const TTicking watching(CancelWatch_);
+    bool done = false;
+    try {
+        done = OfflineLog_.Run([this](const TKeptCommand& kept) {
+            return RunKept(kept) ||
+                   !Window_.AskYesNo("The command\r\n" + kept.Description() +
+                                     "\r\nhas failed. Keep it for later, with all behind it?");
+        });
+    } catch (const EInOutError& error) {
+        Window_.Tell(std::string(error.what()) + "\r\n");
+    }
+    TellRest();
+    if (!done)
+        Window_.Tell("Commands are still waiting for the server.\r\n");
+    Reload();
+}
+
+}  // namespace hosting

@@ -1,0 +1,127 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "cvs/Cvstempl.h"
+#include "framework/ui/timer.h"
+#include "hosting/ClientProcess.h"
+#include "hosting/OfflineLog.h"
+#include "hosting/PasswordMask.h"
+#include "hosting/ProjectState.h"
+#include "hosting/Settings.h"
+#include "hosting/Trust.h"
+
+namespace hosting {
+
+/// What a project asks of the window it is shown in.
+class TProjectHost {
+public:
+    virtual ~TProjectHost() = default;
+    /// What an operation tells; passwords are masked already.
+    virtual void Tell(const std::string& text) = 0;
+    /// An operation is about to read the project's files: what the editors hold has to be on disk.
+    /// False when the user does not want to go on.
+    virtual bool SaveDocuments() = 0;
+    /// Asks for the tags of a project that is about to be placed. False when the user does not want
+    /// to go on.
+    virtual bool AskForTags(std::string& vendor, std::string& release) = 0;
+    virtual bool AskYesNo(const std::string& question) = 0;
+    /// For what could harm: No unless the user chooses Yes.
+    virtual bool AskRisk(const std::string& question) = 0;
+    /// There is no client: tells so, and lets the user choose one. @return its path, or an empty
+    /// text.
+    virtual std::string AskForClient() = 0;
+    /// Nothing was told for a while: what is not shown yet is to be shown.
+    virtual void ShowTold() = 0;
+};
+
+/// An open project: a folder, and the version-control object that works on it. Main thread only.
+///
+/// The package leaves options as they were, and keeps the connection in the environment, which all
+/// projects share. So each operation runs through Operate, which puts the three kinds of state
+/// (host/ProjectState.h) where they belong before, and takes the project's after it.
+class TProject {
+public:
+    /// @param folder an existing one, without a trailing backslash.
+    TProject(TProjectHost& window, TSettings& settings, const std::string& folder);
+    TProject(const TProject&) = delete;
+    TProject& operator=(const TProject&) = delete;
+
+    const std::string& Folder() const { return Folder_; }
+    tandrel::TCvsObject& Cvs() { return Cvs_; }
+    bool Stored() const { return Cvs_.IsVCSStoredFlag; }
+    bool Running() const;
+
+    /// What no dialog of the package sets.
+    TOperationState Options;
+
+    /// Runs an operation on the selection (full paths; none for the whole project). @return what
+    /// the operation says, false when another one is running.
+    bool Operate(const std::function<bool(tandrel::TCvsObject&)>& operation,
+                 const std::vector<std::string>& selection = {});
+
+    /// Moves a file, for version control, too. While the server is off-line both halves are kept
+    /// for later. @param to must not be there yet.
+    bool Move(const std::string& from, const std::string& to);
+
+    /// Whether the server can be reached, as the user says; a new project begins on-line.
+    bool Online() const { return Cvs_.ServerOnline(); }
+    /// Off-line, adding and removing are kept for later; on-line again, they are run. Raises
+    /// EInOutError when there is no keeping them.
+    void SetOnline(bool online);
+    /// What is kept for later.
+    std::vector<TKeptCommand> Waiting() const { return OfflineLog_.Waiting(!Online()); }
+    /// Asks what is to become of a command that was interrupted while it ran, if there is one.
+    void SettleInterrupted();
+    /// Runs what waits; only while on-line.
+    void RunWaiting();
+
+    /// Reads the files anew.
+    void Reload();
+    /// Stores what belongs to the project. What cannot be stored is told.
+    void Save();
+
+private:
+    void BindEvents();
+    /// Finds out whether the folder is one that commands may run in.
+    void Examine();
+    /// Whether they may, asking the user where that is not known.
+    bool MayRun();
+    void Trust(const std::string& folder);
+    bool FindPrograms();
+    void BeforePlacing();
+    void Load();
+    void Prepare(const std::vector<std::string>& selection);
+    void ReturnToFolder();
+    void RepairRoot();
+    void TellRest();
+    /// False when another host runs what waits.
+    bool TakeKept();
+    void KeepOffline();
+    const std::string& KnownPassword() const;
+    void ForgetPassword();
+    bool RunKept(const TKeptCommand& kept);
+    void MessageReceived(const std::string& text);
+    void WatchCancel();
+    void CancelWatchTick();
+
+    TProjectHost& Window_;
+    TSettings& Settings_;
+    const std::string Folder_;
+    const TOfflineLog OfflineLog_;
+    // Sees to the mark of a run that says nothing. A tick within the quiet second after which the
+    // progress form shows would keep it hidden, and there would be nothing to press: the interval
+    // is longer, and other projects' watches stand still.
+    framework::TTimer CancelWatch_{1500};
+    int TicksSinceCancel_ = 0;
+    TClientTree Tree_;
+    bool HasLooked_ = false;  // which processes the command has
+    TMaskedPieces Pieces_;
+    std::string Password_;  // typed last; never to be shown
+    TRoots Roots_;
+    bool Trusted_ = false;
+    tandrel::TCvsObject Cvs_;
+};
+
+}  // namespace hosting

@@ -1,0 +1,90 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "framework/ui/application.h"
+#include "framework/ui/dialogs.h"
+#include "framework/ui/menus.h"
+#include "framework/ui/rich_edit.h"
+#include "support/Drive.h"
+#include "support/Files.h"
+#include "support/Process.h"
+#include "tests/support/FormDriver.h"
+#include "workbench/MainForm.h"
+
+namespace tests {
+
+using namespace framework;
+using namespace hosting;
+using namespace workbench;
+using tandrel::TCvsObject;
+
+/// Chooses an item of the form's menu.
+inline void Pick(const TForm& form, const std::string& caption) {
+    for (const TMenuItem* menu : form.Find<TMainMenu>("Menu")->Items())
+        for (TMenuItem* item : menu->Items())
+            if (item->Caption() == caption)
+                return item->Click();
+    ADD_FAILURE() << "no such item";
+}
+
+/// The host's window, with two folders to open: "one" and "two".
+class Projects : public testing::Test {
+protected:
+    Projects() {
+        support::WriteBytes(Folder / "one\\a.c", "a");
+        support::WriteBytes(Folder / "two\\b.c", "b");
+    }
+    ~Projects() override {
+        Application().SetMainWindow(nullptr);
+        DialogFunctions() = Dialogs_;
+    }
+
+    /// What the user answers to the next questions.
+    void Answer(bool yes) {
+        DialogFunctions().AskYesNo =
+            DialogFunctions().AskRisk = [this, yes](const std::string&, const std::string& text) {
+                Asked += text + "\n";
+                return yes;
+            };
+    }
+    std::string Told() { return support::Part<TRichEdit>(Form, "Output").Text(); }
+    /// Chooses a row of the list.
+    void Select(const std::string& name) {
+        auto& list = support::Part<TListView>(Form, "List");
+        for (int i = 0; i < list.Count(); ++i)
+            if (list.Row(i).Caption == name)
+                return list.Select(i);
+        FAIL() << "There is no " << name;
+    }
+    /// Does something with the project at hand, as the menu does: the rows show what there is
+    /// afterwards.
+    bool Operate(const std::function<bool(TCvsObject&)>& operation) {
+        bool done = false;
+        Form.Operate([&](TCvsObject& cvs) { return done = operation(cvs); }, false);
+        return done;
+    }
+    /// Runs the fake client in the project at hand.
+    bool Run(const std::string& arguments) {
+        return Operate([&](TCvsObject& cvs) {
+            cvs.CvsExecutable = support::FakeClient();
+            cvs.CommandLine = " " + arguments;
+            cvs.Execute(Folder.Path());
+            return cvs.ExitCode == 0;
+        });
+    }
+
+    const support::TTempFolder Folder{"projects"};
+    const std::string Key = "Software\\Tandrel Test " + std::to_string(::GetCurrentProcessId());
+    TSettings Settings{Key, Folder / "data"};
+    TPackageRegistry Packages;
+    TMainForm Form{Settings, Packages};
+    std::string Asked;
+
+private:
+    const TDialogFunctions Dialogs_ = DialogFunctions();
+};
+
+}  // namespace tests

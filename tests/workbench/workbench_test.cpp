@@ -1,0 +1,226 @@
+// The host's own parts: documents, settings, children.
+
+#include <gtest/gtest.h>
+
+#include "framework/base/files.h"
+#include "framework/base/handle.h"
+#include "framework/ui/application.h"
+#include "framework/ui/dialogs.h"
+#include "hosting/ChildJob.h"
+#include "hosting/Settings.h"
+#include "support/Drive.h"
+#include "support/Files.h"
+#include "support/Process.h"
+#include "support/WaitUntil.h"
+#include "tests/support/FormDriver.h"
+#include "tests/support/Japanese.h"
+#include "tests/support/Tidy.h"
+#include "workbench/DocumentForm.h"
+#include "workbench/InputForm.h"
+
+namespace {
+
+using namespace framework;
+using namespace hosting;
+using namespace workbench;
+using support::ReadBytes;
+using support::WriteBytes;
+
+TEST(Settings, RememberTheProjectsOpenedLast) {
+    const std::string key = "Software\\Tandrel Test " + std::to_string(::GetTickCount64());
+    TSettings settings(key);
+    EXPECT_TRUE(settings.RecentProjects().empty());
+    for (int i = 0; i < 10; ++i)
+        settings.Remember("C:\\p" + std::to_string(i));
+    settings.Remember("c:\\P5");
+    const auto recent = settings.RecentProjects();
+    ASSERT_EQ(recent.size(), 8u);
+    EXPECT_EQ(recent[0] + recent[1] + recent[7], "c:\\P5C:\\p9C:\\p2");
+    settings.Forget("C:\\p9");
+    EXPECT_EQ(settings.RecentProjects()[1], "C:\\p8");
+    EXPECT_NE(settings.ProjectKey("C:\\a\\b"), settings.ProjectKey("C:\\a"));
+    const tests::Japanese letters;
+    EXPECT_EQ(settings.ProjectKey("C:\\" + std::string(tests::Source)),
+              key + "\\Projects\\C:/" + tests::Source);
+}
+
+// --- documents --------------------------------------------------------------------------------
+
+class Documents : public testing::Test {
+protected:
+    Documents() : Dialogs_(DialogFunctions()) {}
+    ~Documents() override { DialogFunctions() = Dialogs_; }
+
+    /// What the user answers to the next question.
+    void Answer(bool yes) {
+        DialogFunctions().AskYesNo = [this, yes](const std::string&, const std::string&) {
+            ++Questions;
+            return yes;
+        };
+    }
+
+    const support::TTempFolder Folder{"documents"};
+    int Questions = 0;
+
+private:
+    const TDialogFunctions Dialogs_;
+};
+
+TEST_F(Documents, KeepEveryByteThatTheUserDidNotChange) {
+    for (const std::string& text :
+         {std::string("one\r\ntwo\r\n"), std::string("unix\nlines\n"), std::string("no end"),
+          std::string("\xE4 \x01 \t tab\r\n\r\n")}) {
+        WriteBytes(Folder / "file", text);
+        TDocumentForm form(Folder / "file");
+        auto& memo = support::Part<TMemo>(form, "Memo1");
+        EXPECT_FALSE(memo.ReadOnly()) << text;
+        memo.SetText(memo.Text() + "more");
+        EXPECT_TRUE(form.Modified());
+        EXPECT_TRUE(form.Save());
+        EXPECT_EQ(ReadBytes(Folder / "file"), text + "more");
+    }
+    for (const std::string& text :
+         {std::string("mixed\r\nline\nends"), std::string("zero\0inside", 11)}) {
+        WriteBytes(Folder / "file", text);
+        TDocumentForm form(Folder / "file");
+        EXPECT_TRUE(support::Part<TMemo>(form, "Memo1").ReadOnly()) << "it would be damaged";
+    }
+}
+
+TEST_F(Documents, FollowTheFileUntilTheUserTypes) {
+    WriteBytes(Folder / "file", "before");
+    TDocumentForm form(Folder / "file");
+    auto& memo = support::Part<TMemo>(form, "Memo1");
+    WriteBytes(Folder / "file", "updated");
+    form.Reload();
+    EXPECT_EQ(memo.Text(), "updated");
+    memo.SetText("typed");
+    WriteBytes(Folder / "file", "again");
+    form.Reload();
+    EXPECT_EQ(memo.Text(), "typed");
+    // What somebody else has written is not written over without a word.
+    DialogFunctions().AskRisk = [](const std::string&, const std::string&) { return false; };
+    EXPECT_FALSE(form.Save());
+    EXPECT_EQ(ReadBytes(Folder / "file"), "again");
+    form.Show();
+    Answer(false);
+    form.Close();
+    EXPECT_FALSE(form.Visible());
+    EXPECT_EQ(ReadBytes(Folder / "file"), "again") << "not to be saved";
+
+    TDocumentForm fresh("Output", "of a tool");
+    fresh.Show();
+    fresh.Close();
+    EXPECT_EQ(Questions, 1) << "nothing was typed: nothing is asked";
+    fresh.Show();
+    support::Part<TMemo>(fresh, "Memo1").SetText("of a user");
+    Answer(true);
+    DialogFunctions().SaveFile = [](const std::string&, std::string&) { return false; };
+    fresh.Close();
+    EXPECT_TRUE(fresh.Visible()) << "the user gave up";
+    DialogFunctions().SaveFile = [this](const std::string&, std::string& file) {
+        file = Folder / "saved";
+        return true;
+    };
+    fresh.Close();
+    EXPECT_EQ(ReadBytes(Folder / "saved"), "of a user");
+}
+
+TEST(Inputs, ComeBackAsTyped) {
+    std::vector<TInput> inputs = {{TInput::Text, "Text", "a & b", {}},
+                                  {TInput::Flag, "A flag", "1", {}},
+                                  {TInput::Choice, "Choice", "two", {"one", "two"}}};
+    tests::ExpectForm("Ask", [](TForm& form) {
+        tests::ExpectTidy(form);
+        support::Type(form, "Input1", "\"c\" \xE4");
+        support::Check(form, "Input2", false);
+        support::Choose(form, "Input3", 0);
+        support::Press(form, "BitBtn1");
+    });
+    EXPECT_TRUE(AskFor("Ask", inputs));
+    EXPECT_EQ(inputs[0].Value + "|" + inputs[1].Value + "|" + inputs[2].Value, "\"c\" \xE4||one");
+    tests::ExpectForm("Ask", [](TForm& form) {
+        support::Type(form, "Input1", "lost");
+        tests::PressKey(form, VK_ESCAPE);
+    });
+    EXPECT_FALSE(AskFor("Ask", inputs));
+    EXPECT_EQ(inputs[0].Value, "\"c\" \xE4");
+}
+
+// --- the process ------------------------------------------------------------------------------
+
+std::string ProgramBeside(const std::string& name) {
+    char path[MAX_PATH];
+    ::GetModuleFileNameA(nullptr, path, MAX_PATH);
+    const std::string self = path;
+    return self.substr(0, self.find_last_of('\\') + 1) + name;
+}
+
+struct TStarted {
+    explicit TStarted(std::string line) {
+        SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
+        KernelHandle write;
+        EXPECT_TRUE(::CreatePipe(Output.Receive(), write.Receive(), &inherited, 0));
+        ::SetHandleInformation(Output.Get(), HANDLE_FLAG_INHERIT, 0);
+        STARTUPINFOA startup{};
+        startup.cb = sizeof startup;
+        startup.dwFlags = STARTF_USESTDHANDLES;
+        startup.hStdOutput = startup.hStdError = write.Get();
+        PROCESS_INFORMATION process{};
+        EXPECT_TRUE(::CreateProcessA(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr,
+                                     "C:\\", &startup, &process));
+        Process.Reset(process.hProcess);
+        Id = process.dwProcessId;
+        ::CloseHandle(process.hThread);
+    }
+    ~TStarted() { ::TerminateProcess(Process.Get(), 1); }
+    std::string ReadLine() const {
+        std::string line;
+        DWORD read = 0;
+        for (char c = 0; ::ReadFile(Output.Get(), &c, 1, &read, nullptr) && read && c != '\n';)
+            line += c;
+        return line;
+    }
+    KernelHandle Process, Output;
+    DWORD Id = 0;
+};
+
+BOOL WINAPI RefuseJob(HANDLE, HANDLE) {
+    ::SetLastError(ERROR_ACCESS_DENIED);
+    return FALSE;
+}
+
+TEST(ChildJob, IsDoneWithoutWhereThereIsNone) {
+    // As Windows 7 does for a process that is in a job already.
+    const TChildJob none(RefuseJob);
+    EXPECT_FALSE(none.Ties());
+}
+
+TEST(KilledHost, TakesItsChildrenWithIt) {
+    const TStarted started("\"" + ProgramBeside("job_host.exe") + "\"");
+    const auto child = static_cast<DWORD>(std::stoul(started.ReadLine()));
+    const KernelHandle handle(::OpenProcess(SYNCHRONIZE, FALSE, child));
+    ASSERT_TRUE(handle);
+    EXPECT_EQ(::WaitForSingleObject(handle.Get(), 0), static_cast<DWORD>(WAIT_TIMEOUT));
+    ::TerminateProcess(started.Process.Get(), 9);
+    EXPECT_EQ(::WaitForSingleObject(handle.Get(), 60000), static_cast<DWORD>(WAIT_OBJECT_0));
+}
+
+TEST(Host, OpensAFolderAndCloses) {
+    const support::TTempFolder folder("started");
+    WriteBytes(folder / "file.txt", "text");
+    const TStarted host("\"" + ProgramBeside("tandrel.exe") + "\" \"" + folder.Path() + "\"");
+    HWND window = nullptr;
+    const std::string caption = folder.Path().substr(folder.Path().rfind('\\') + 1) + " - Tandrel";
+    ASSERT_TRUE(support::WaitUntil([&] {
+        window = ::FindWindowA("FrameworkForm", caption.c_str());
+        return window && ::IsWindowVisible(window);
+    }));
+    ::PostMessageA(window, WM_CLOSE, 0, 0);
+    EXPECT_EQ(::WaitForSingleObject(host.Process.Get(), 60000), static_cast<DWORD>(WAIT_OBJECT_0));
+    DWORD code = 99;
+    ::GetExitCodeProcess(host.Process.Get(), &code);
+    EXPECT_EQ(code, 0u);
+}
+
+}  // namespace
