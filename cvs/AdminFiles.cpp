@@ -161,6 +161,9 @@ TEntryLine ParseEntryLine(std::string_view line) {
         return entry;
     entry.Revision = CutField(line);
     entry.TimeStamp = CutField(line);
+    entry.Options = CutField(line);
+    // The last field has no slash behind it.
+    entry.Tag = line;
     return entry;
 }
 

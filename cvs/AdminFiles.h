@@ -32,6 +32,8 @@ struct TEntryLine {
     std::string_view Name;  ///< Empty when the line names nothing.
     std::string_view Revision;
     std::string_view TimeStamp;
+    std::string_view Options;  ///< Such as "-kb".
+    std::string_view Tag;      ///< What the file stays on, behind a letter for its kind.
 };
 
 /// Takes an entry apart. Any text gives a result; a field that does not end in a slash is empty.

@@ -10,6 +10,7 @@
 #include "framework/base/files.h"
 #include "framework/base/paths.h"
 #include "framework/base/text.h"
+#include "hosting/KeptCommand.h"
 #include "hosting/PasswordMask.h"
 #include "hosting/Programs.h"
 
@@ -34,6 +35,22 @@ public:
 private:
     TTimer& Timer_;
 };
+
+/// A selection in parts that a command line takes, with room for what else is in it.
+std::vector<std::vector<std::string>> PartsOf(const std::vector<std::string>& selection) {
+    constexpr std::size_t Most = 24000, BesidesName = 3;  // bytes
+    std::vector<std::vector<std::string>> parts(1);
+    std::size_t size = 0;
+    for (const std::string& path : selection) {
+        size += path.size() + BesidesName;
+        if (size > Most && !parts.back().empty()) {
+            parts.emplace_back();
+            size = path.size() + BesidesName;
+        }
+        parts.back().push_back(path);
+    }
+    return parts;
+}
 
 }  // namespace
 
@@ -112,8 +129,10 @@ void TProject::BeforePlacing() {
 }
 
 void TProject::MessageReceived(const std::string& text) {
-    if (const std::string shown = Pieces_.Next(text, KnownPassword()); !shown.empty())
+    if (const std::string shown = Pieces_.Next(text, KnownPassword()); !shown.empty()) {
+        Summary_.Add(shown);
         Window_.Tell(shown);
+    }
     const TStringList* const captured = Cvs_.OutputList;
     if (captured && captured->Count() == LongestOutput + 1)
         Window_.Tell("The answer is too long: only its first part is used.\r\n");
@@ -141,8 +160,10 @@ void TProject::ForgetPassword() {
 }
 
 void TProject::TellRest() {
-    if (const std::string rest = Pieces_.Rest(KnownPassword()); !rest.empty())
+    if (const std::string rest = Pieces_.Rest(KnownPassword()); !rest.empty()) {
+        Summary_.Add(rest);
         Window_.Tell(rest);
+    }
 }
 
 // --- trust ------------------------------------------------------------------------------------
@@ -290,19 +311,20 @@ bool TProject::Operate(const std::function<bool(TCvsObject&)>& operation,
     if (Running() || !MayRun())
         return false;
     const bool wasStored = Stored();
-    Prepare(selection);
+    const std::vector<std::string> first = PartsOf(selection).front();
+    BeginCommand();
+    Prepare(first);
     if (!FindPrograms())
         return false;
     Cvs_.ModelCurrent = false;
     KeepOffline();
     const TTicking watching(CancelWatch_);
     const TFlagForCall deleting(Cvs_.DeleteLocalFiles, false);
-    const TFileItemsForCall cleared(Cvs_.FileItems);
     const TConnectionType type = Cvs_.ConnectionType;
     const std::string root = Cvs_.CVSROOT();
     bool done = false;
     try {
-        done = operation(Cvs_);
+        done = RunParts(operation, selection);
     } catch (const EAbort&) {
         // The user did not want to go on.
     } catch (const Exception& error) {
@@ -327,7 +349,65 @@ bool TProject::Operate(const std::function<bool(TCvsObject&)>& operation,
     KeepOffline();
     if (!modelIsOfFolder)
         Cvs_.Load_WorkDirTree();
+    Succeeded_ = done;
     return done;
+}
+
+bool TProject::RunParts(const std::function<bool(TCvsObject&)>& operation,
+                        const std::vector<std::string>& selection) {
+    FurtherPart_ = false;
+    for (const std::vector<std::string>& part : PartsOf(selection)) {
+        // The first one is prepared: the program may have looked at it.
+        if (FurtherPart_)
+            Prepare(part);
+        const TFileItemsForCall cleared(Cvs_.FileItems);
+        if (!operation(Cvs_) || Stopped_)
+            return false;
+        FurtherPart_ = true;
+    }
+    return true;
+}
+
+void TProject::BeginCommand() {
+    Summary_ = {};
+    Stopped_ = false;
+    StartedAt_ = ::GetTickCount64();
+}
+
+void TProject::Stop() {
+    if (!Running())
+        return;
+    Stopped_ = Cvs_.Aborted = true;
+}
+
+std::string TProject::RunningText() const {
+    if (!Running())
+        return {};
+    const ULONGLONG seconds = (::GetTickCount64() - StartedAt_) / 1000;
+    return Trim(MaskPasswords(Cvs_.CommandLine, KnownPassword())) + " - " +
+           std::to_string(seconds) + " s";
+}
+
+std::string TProject::Outcome() const {
+    const std::string said = Summary_.Text();
+    if (Stopped_ || Cvs_.Aborted)
+        return said.empty() ? "Stopped" : "Stopped: " + said;
+    if (!said.empty())
+        return said;
+    return Succeeded_ ? "Done" : "Not done";
+}
+
+std::string TProject::FileOf(const std::string& name) const {
+    std::string path = name;
+    std::ranges::replace(path, '/', '\\');
+    if (!IsNameBelow(path))
+        return {};
+    // Commands that name the module run above its folder.
+    for (const std::string& from : {Folder_, ExtractFileDir(Folder_)})
+        if (const std::string file = SlashSep(from, path);
+            FileExists(file) && SameText(file.substr(0, Folder_.size()), Folder_))
+            return file;
+    return {};
 }
 
 bool TProject::Move(const std::string& from, const std::string& to) {
@@ -348,7 +428,7 @@ bool TProject::Move(const std::string& from, const std::string& to) {
 void TProject::WatchCancel() {
     // The progress form's button only leaves a mark.
     const auto& thread = Cvs_.ExecuteClass->Thread;
-    if (thread && thread->CancelMark)
+    if (Stopped_ || (thread && thread->CancelMark))
         Cvs_.Aborted = true;
 }
 

@@ -6,6 +6,7 @@
 #include "cvs/Cvstempl.h"
 #include "framework/ui/timer.h"
 #include "hosting/ClientProcess.h"
+#include "hosting/CommandSummary.h"
 #include "hosting/OfflineLog.h"
 #include "hosting/PasswordMask.h"
 #include "hosting/ProjectState.h"
@@ -56,10 +57,25 @@ public:
     /// What no dialog of the package sets.
     TOperationState Options;
 
-    /// Runs an operation on the selection (full paths; none for the whole project). @return what
-    /// the operation says, false when another one is running.
+    /// Runs an operation on the selection (full paths; none for the whole project). A selection
+    /// that no command line takes is worked on in parts, one after the other, until one fails.
+    /// @return what the operation says, false when another one is running.
     bool Operate(const std::function<bool(tandrel::TCvsObject&)>& operation,
                  const std::vector<std::string>& selection = {});
+
+    /// Within an operation: it has been called for an earlier part of the selection. What it asked
+    /// the user then is not to be asked again.
+    bool IsFurtherPart() const { return FurtherPart_; }
+    /// Ends the command that runs, also one that talks all the time or never. Returns at once.
+    void Stop();
+    /// What runs, for the user: the command and since when; empty when nothing does.
+    std::string RunningText() const;
+    /// What came of the last operation, for the user.
+    std::string Outcome() const;
+    /// What the client said in it. FileOf finds the files that it names.
+    const TCommandSummary& Summary() const { return Summary_; }
+    /// The file that a name stands for that the client has written; empty when there is none.
+    std::string FileOf(const std::string& name) const;
 
     /// Moves a file, for version control, too. While the server is off-line both halves are kept
     /// for later. @param to must not be there yet.
@@ -90,8 +106,11 @@ private:
     bool MayRun();
     void Trust(const std::string& folder);
     bool FindPrograms();
+    bool RunParts(const std::function<bool(tandrel::TCvsObject&)>& operation,
+                  const std::vector<std::string>& selection);
     void BeforePlacing();
     void Load();
+    void BeginCommand();
     void Prepare(const std::vector<std::string>& selection);
     void ReturnToFolder();
     void RepairRoot();
@@ -116,7 +135,12 @@ private:
     framework::TTimer CancelWatch_{1500};
     int TicksSinceCancel_ = 0;
     TClientTree Tree_;
-    bool HasLooked_ = false;  // which processes the command has
+    TCommandSummary Summary_;
+    bool FurtherPart_ = false;
+    bool Stopped_ = false;     // by the user
+    bool Succeeded_ = true;    // the last operation
+    ULONGLONG StartedAt_ = 0;  // ms
+    bool HasLooked_ = false;   // which processes the command has
     TMaskedPieces Pieces_;
     std::string Password_;  // typed last; never to be shown
     TRoots Roots_;

@@ -29,6 +29,9 @@ public:
     /// The key of the user's tools.
     std::string ToolsKey() const { return Key_ + "\\Tools"; }
 
+    /// The key of how the window is arranged.
+    std::string WindowKey() const { return Key_ + "\\Window"; }
+
     /// The client that the user has chosen, with its folder; empty when it is to be looked for.
     std::string Client() const { return Read(Key_, "Client", ""); }
     void SetClient(const std::string& path) { Write(Key_, "Client", path); }

@@ -203,9 +203,10 @@ void TTour::Annotate() {
     Select("notes.txt");
     Choose("Selection/Annotate");
     ExpectTold(": Noted.");
-    for (const char* item : {"Log", "Status", "Edit", "Editors", "Watch", "Watchers", "Unedit"}) {
+    for (const char* item : {"Selection/Log", "Selection/Status", "Editing/Edit", "Editing/Editors",
+                             "Editing/Watch", "Editing/Watchers", "Editing/Unedit"}) {
         Select("notes.txt");
-        Choose(std::string("Selection/") + item);
+        Choose(item);
     }
     ExpectTold("Working revision:");
     Choose("Working copy/Log of the module");

@@ -22,9 +22,15 @@ TTour::TTour(const std::string& out) : Play_(out) {
     // Questions of the host's; they stand in the transcript.
     DialogFunctions().AskYesNo =
         DialogFunctions().AskRisk = [this](const std::string&, const std::string& text) {
-            Play_.Tell("asked: " + text + "\r\nanswered: Yes\r\n");
-            return true;
+            // What was pulled is looked at on disk.
+            const bool yes = !text.starts_with("Open\r\n");
+            Play_.Tell("asked: " + text + "\r\nanswered: " + (yes ? "Yes" : "No") + "\r\n");
+            return yes;
         };
+    DialogFunctions().AskYesNoCancel = [this](const std::string&, const std::string& text) {
+        Play_.Tell("asked: " + text + "\r\nanswered: Yes\r\n");
+        return TAnswer::Yes;
+    };
     Application().OnException = [](const std::exception& error) {
         throw std::runtime_error(std::string("the host says: ") + error.what());
     };
@@ -117,8 +123,10 @@ void TTour::TellModel(const tandrel::TWorkDirTree& tree, const std::string& inde
 void TTour::Select(const std::string& name) {
     auto& list = support::Part<TListView>(*Form_, "List");
     for (int i = 0; i < list.Count(); ++i)
-        if (list.Row(i).Caption == name)
+        if (list.Row(i).Caption == name) {
+            list.Select(-1);
             return list.Select(i);
+        }
     throw std::runtime_error("there is no row " + name);
 }
 

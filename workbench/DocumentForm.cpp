@@ -1,5 +1,6 @@
 #include "workbench/DocumentForm.h"
 
+#include "core/Cvs_utils.h"
 #include "framework/base/exceptions.h"
 #include "framework/base/files.h"
 #include "framework/base/paths.h"
@@ -9,6 +10,7 @@ namespace workbench {
 
 using namespace framework;
 using namespace hosting;
+using tandrel::SlashSep;
 
 namespace {
 
@@ -22,18 +24,34 @@ std::string WithoutReturns(const std::string& text) {
     return result;
 }
 
+/// Files of one name are told apart by where they are.
+std::string TitleOf(const std::string& path) {
+    return ExtractFileName(path) + " - " + ExtractFileDir(path);
+}
+
+std::string ReadText(const std::string& path) {
+    const std::uint64_t size = FileSize(path);
+    if (size > TDocumentForm::MostBytes)
+        throw Exception(path + " is too large to be shown here: it has " +
+                        std::to_string(size >> 20) + " MB.");
+    return ReadFileBytes(path);
+}
+
 }  // namespace
 
-TDocumentForm::TDocumentForm(const std::string& caption, const std::string& text)
-    : TForm(caption, TFormBorder::Main), Title_(caption) {
+TDocumentForm::TDocumentForm(const std::string& caption, const std::string& text,
+                             const std::string& folder)
+    : TForm(caption, TFormBorder::Main), Title_(caption), Folder_(folder) {
     AddControls();
-    Load(text);
+    if (text.size() > MostBytes)
+        Title_ += " (first part)";
+    Load(text.substr(0, MostBytes));
 }
 
 TDocumentForm::TDocumentForm(const std::string& path)
-    : TForm(path, TFormBorder::Main), Path_(path), Title_(ExtractFileName(path)) {
+    : TForm(path, TFormBorder::Main), Path_(path), Title_(TitleOf(path)) {
     AddControls();
-    Load(ReadFileBytes(Path_));
+    Load(ReadText(Path_));
 }
 
 void TDocumentForm::AddControls() {
@@ -79,11 +97,11 @@ bool TDocumentForm::Save() {
     if (!Modified_)
         return true;
     if (Path_.empty()) {
-        std::string path;
+        std::string path = Folder_.empty() ? "" : SlashSep(Folder_, "");
         if (!DialogFunctions().SaveFile(Filter, path))
             return false;
         Path_ = path;
-        Title_ = ExtractFileName(path);
+        Title_ = TitleOf(path);
     } else if (FileExists(Path_) && ReadFileBytes(Path_) != OnDisk_ &&
                !DialogFunctions().AskRisk(
                    Title_, Path_ +
@@ -96,12 +114,14 @@ bool TDocumentForm::Save() {
     OnDisk_ = bytes;
     Modified_ = false;
     ShowCaption();
+    if (OnSaved)
+        OnSaved(Path_);
     return true;
 }
 
 void TDocumentForm::MovedTo(const std::string& path) {
     Path_ = path;
-    Title_ = ExtractFileName(path);
+    Title_ = TitleOf(path);
     ShowCaption();
 }
 
@@ -112,16 +132,29 @@ TUnsavedText TDocumentForm::Unsaved() const {
 void TDocumentForm::Reload() {
     if (Path_.empty() || Modified_ || !FileExists(Path_))
         return;
-    const std::string bytes = ReadFileBytes(Path_);
+    const std::string bytes = ReadText(Path_);
     if (bytes != Bytes())
         Load(bytes);
 }
 
+bool TDocumentForm::AskToSave() {
+    if (!Modified_)
+        return true;
+    switch (DialogFunctions().AskYesNoCancel(
+        "Tandrel", "Save the changes to\r\n" + (Path_.empty() ? Title_ : Path_) + "?")) {
+        case TAnswer::Yes:
+            return Save();
+        case TAnswer::No:
+            return true;
+        case TAnswer::Cancel:
+            break;
+    }
+    return false;
+}
+
 void TDocumentForm::CloseQuery() {
-    if (Modified_ && DialogFunctions().AskYesNo(Title_, "Save the changes to " + Title_ + "?") &&
-        !Save())
-        return;
-    SetVisible(false);
+    if (AskToSave())
+        SetVisible(false);
 }
 
 }  // namespace workbench

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "framework/ui/form.h"
@@ -13,9 +14,14 @@ namespace workbench {
 /// only shown.
 class TDocumentForm : public framework::TForm {
 public:
-    /// A new text, which is nothing to save until the user changes it.
-    TDocumentForm(const std::string& caption, const std::string& text);
-    /// A file. Raises framework::EInOutError when it cannot be read.
+    /// The largest text that a window takes, in bytes: the control needs many times its memory.
+    static constexpr std::size_t MostBytes = 8 << 20;
+
+    /// A new text, which is nothing to save until the user changes it. @param folder where it would
+    /// be saved. Of a text that is too large the first part is shown.
+    TDocumentForm(const std::string& caption, const std::string& text, const std::string& folder);
+    /// A file. Raises framework::EInOutError when it cannot be read, framework::Exception when it
+    /// is larger than MostBytes.
     explicit TDocumentForm(const std::string& path);
 
     /// Empty for a text that has no file yet.
@@ -30,9 +36,14 @@ public:
     hosting::TUnsavedText Unsaved() const;
     /// Shows the file as it is now, unless the user has changed the text.
     void Reload();
+    /// Asks whether changes are to be saved. False when the user gave up; with No they stay.
+    bool AskToSave();
     /// Asks whether changes are to be saved, and hides the form: its owner frees it. It stays when
     /// the user gives up.
     void Close() { CloseQuery(); }
+
+    /// The file was written.
+    std::function<void(const std::string& path)> OnSaved;
 
 protected:
     void CloseQuery() override;
@@ -45,6 +56,7 @@ private:
 
     std::string Path_;
     std::string Title_;
+    std::string Folder_;      // where a new text would be saved
     std::string OnDisk_;      // the file as it was read or written last
     bool UnixLines_ = false;  // lines end in LF alone
     bool Modified_ = false;

@@ -11,7 +11,6 @@
 namespace workbench {
 
 using namespace framework;
-using namespace hosting;
 
 namespace {
 

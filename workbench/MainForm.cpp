@@ -13,9 +13,9 @@
 #include "framework/ui/application.h"
 #include "framework/ui/dialogs.h"
 #include "framework/ui/image_list.h"
-#include "framework/ui/labels.h"
 #include "hosting/Programs.h"
 #include "workbench/InputForm.h"
+#include "workbench/Pictures.h"
 
 namespace workbench {
 
@@ -26,28 +26,7 @@ using namespace tandrel;
 namespace {
 
 constexpr const char* Title = "Tandrel";
-
-TWorkDirItem* ItemOf(TObject* data) {
-    return dynamic_cast<TWorkDirItem*>(data);
-}
-
-std::optional<COLORREF> ColourOf(TObject* data) {
-    if (dynamic_cast<const TMissingFile*>(data))
-        return RGB(160, 96, 0);
-    const TWorkDirItem& item = *ItemOf(data);
-    if (!item.Included)
-        return RGB(128, 128, 128);
-    if (!item.InRepository)
-        return RGB(0, 128, 0);
-    return item.Changed && !item.IsDirectory ? std::optional(RGB(192, 0, 0)) : std::nullopt;
-}
-
-void AddMissingRow(TListRows& rows, TMissingFile& file) {
-    rows.Add({.Caption = file.Name,
-              .SubItems = {file.Removed ? "Removed" : "Missing", file.Revision, file.TimeStamp},
-              .ImageIndex = -1,
-              .Data = &file});
-}
+enum TStatusPart { CountsPart, OutcomePart };
 
 }  // namespace
 
@@ -55,6 +34,7 @@ TMainForm::TMainForm(TSettings& settings, const TPackageRegistry& packages)
     : TForm(Title, TFormBorder::Main),
       Settings_(settings),
       Packages_(packages),
+      State_(TWindowState::Load(settings)),
       Tools_(*this, settings),
       WholeOutput_(settings.DataFolder("Output")),
       Recovery_(settings.DataFolder("Recovered")) {
@@ -62,67 +42,131 @@ TMainForm::TMainForm(TSettings& settings, const TPackageRegistry& packages)
     AddControls();
     BindTools();
     BuildMenu();
+    BuildToolBar();
+    BuildPopups();
     ShowProject();
     Tell(Recovery_.Notice());
 }
 
 TMainForm::~TMainForm() {
-    for (TDocumentForm* document : Documents_)
-        document->Free();
-    // What shows the model goes before it, the menu before the window, the projects before what
-    // they tell to.
-    ClearViews();
+    // The menu goes before the window, the projects before what they tell to.
+    Rows_->OnSelect = nullptr;
+    Folders_->OnSelect = nullptr;
     Projects_.clear();
+    Current_ = nullptr;
     FreeComponents();
 }
 
 void TMainForm::AddControls() {
+    const auto orElse = [](int stored, int usual) { return stored > 0 ? stored : usual; };
+    const RECT room = WorkArea();
+    SetMinClientSize(Scale(420), Scale(300));
+    SetClientSize(std::min<int>(Scale(orElse(State_.Width, 900)), room.right - room.left),
+                  std::min<int>(Scale(orElse(State_.Height, 640)), room.bottom - room.top));
+    const SIZE size = ClientSize();
+
+    Pictures_.emplace(Scale(16));
+    AddPictures(*Pictures_);
+    ToolBar_ = &Make<TToolBar>("ToolBar", *this, *Pictures_);
+    ToolBar_->SetAlign(TAlign::Top);
     auto& top = Make<TPanel>("Top", *this);
     auto& label = Make<TLabel>("", top, "Project");
     ProjectList_ = &Make<TComboBox>("Projects", top);
-    SetClientSize(Scale(760), Scale(560));
-    SetMinClientSize(Scale(420), Scale(300));
-    top.SetBounds(0, 0, Scale(760), Scale(30));
+    top.SetBounds(0, 0, size.cx, Scale(30));
     label.SetBounds(Scale(6), Scale(8), label.Width(), label.Height());
-    ProjectList_->SetBounds(Scale(54), Scale(4), Scale(700), Scale(21));
+    ProjectList_->SetBounds(Scale(54), Scale(4), size.cx - Scale(60), Scale(21));
     ProjectList_->SetAnchors(akLeft | akTop | akRight);
     ProjectList_->OnChange = [this](TObject*) {
         TurnTo(static_cast<std::size_t>(ProjectList_->ItemIndex()));
     };
     top.SetAlign(TAlign::Top);
 
-    auto& files = Make<TPanel>("Files", *this);
-    files.SetBounds(0, 0, 0, Scale(330));
-    files.SetAlign(TAlign::Top);
-    Make<TSplitter>("Splitter1", *this, files, TAlign::Top, 80);
-    Output_ = &Make<TRichEdit>("Output", *this);
-    Output_->SetReadOnly(true);
-    Pane_.emplace(*Output_);
-    Output_->SetAlign(TAlign::Client);
+    Status_ = &Make<TStatusBar>("Status", *this, std::vector{200, 0});
+    Status_->SetAlign(TAlign::Bottom);
+    Status_->OnPartClick = [this](int) {
+        if (Current_ && !Busy_)
+            Reveal(Current_->FileOf(Current_->Summary().First()));
+    };
+    Files_ = &Make<TPanel>("Files", *this);
+    Files_->SetBounds(0, 0, size.cx, Scale(orElse(State_.FilesHeight, 360)));
+    Files_->SetAlign(TAlign::Top);
+    Make<TSplitter>("Splitter1", *this, *Files_, TAlign::Top, 80);
+    AddFilePane(*Files_);
+    AddOutput();
+}
 
+void TMainForm::AddFilePane(TControl& files) {
     Tree_ = &Make<TTreeView>("Tree", files);
-    Tree_->SetBounds(0, 0, Scale(220), 0);
+    Tree_->SetBounds(0, 0, Scale(State_.TreeWidth > 0 ? State_.TreeWidth : 220), 0);
     Tree_->SetAlign(TAlign::Left);
     Make<TSplitter>("Splitter2", files, *Tree_, TAlign::Left, 80);
-    List_ = &Make<TListView>("List", files);
+    auto& right = Make<TPanel>("Right", files);
+    AddFilter(right);
+    List_ = &Make<TListView>("List", right, TListViewStyle{.MultiSelect = true, .Sortable = true});
     List_->SetAlign(TAlign::Client);
-    for (const auto& [caption, width] :
-         {std::pair{"Filename", 150}, {"Status", 140}, {"Revision", 70}, {"TimeStamp", 150}})
-        List_->AddColumn(caption, width);
+    right.SetAlign(TAlign::Client);
     if (const HIMAGELIST icons = ShellSmallImageList()) {
         Tree_->SetImages(icons);
         List_->SetImages(icons);
     }
-    Tree_->OnChange = [this](TObject*) { ShowList(); };
-    Tree_->OnExpanding = [this](TTreeViewNode& node) { return Expand(node); };
-    Tree_->OnDeletion = [](TTreeViewNode& node) {
-        TWorkDirItem* const item = ItemOf(node.Data());
-        if (item && item->TreeNode == &node)
-            item->TreeNode = nullptr;
+    Folders_.emplace(*Tree_);
+    Rows_.emplace(*List_);
+    List_->SetColumnWidths(State_.ColumnWidths);
+    Rows_->SetView(State_.View);
+    Folders_->OnSelect = [this] { ShowRows(); };
+    Rows_->OnSelect = [this] {
+        ShowCounts();
+        EnableMenu();
     };
-    List_->OnRowColor = [](const TListRow& row) { return ColourOf(row.Data); };
-    List_->OnSelectItem = [this](TObject*) { EnableMenu(); };
     List_->OnDblClick = [this](TObject*) { OpenSelection(); };
+}
+
+void TMainForm::AddFilter(TControl& parent) {
+    auto& bar = Make<TPanel>("FilterBar", parent);
+    auto& label = Make<TLabel>("", bar, "Filter");
+    Filter_ = &Make<TEdit>("Filter", bar);
+    bar.SetBounds(0, 0, Scale(600), Scale(28));
+    label.SetBounds(Scale(4), Scale(6), label.Width(), label.Height());
+    int left = Scale(8) + label.Width();
+    Filter_->SetBounds(left, Scale(3), Scale(120), Scale(21));
+    left += Scale(128);
+    const auto add = [&](const char* name, const char* caption, bool checked) {
+        auto& box = Make<TCheckBox>(name, bar, caption);
+        box.SetMnemonicText(caption);
+        const int width = box.TextSize(caption).cx + Scale(22);
+        box.SetBounds(left, Scale(5), width, Scale(17));
+        box.SetChecked(checked);
+        box.OnClick = [this](TObject*) { FilterChanged(); };
+        left += width + Scale(8);
+        return &box;
+    };
+    ChangedOnly_ = add("ChangedOnly", "Changed only", State_.View.ChangedOnly);
+    HideIgnored_ = add("HideIgnored", "Hide ignored", State_.View.HideIgnored);
+    WithFolders_ = add("WithFolders", "With folders below", State_.WithFolders);
+    Filter_->OnChange = [this](TObject*) { FilterChanged(); };
+    bar.SetAlign(TAlign::Top);
+}
+
+void TMainForm::AddOutput() {
+    Output_ = &Make<TRichEdit>("Output", *this);
+    Output_->SetReadOnly(true);
+    Output_->SetAlign(TAlign::Client);
+    Pane_.emplace(*Output_);
+    Pane_->OnFile = [this](const std::string& name) {
+        if (Current_)
+            Reveal(Current_->FileOf(name));
+    };
+}
+
+void TMainForm::FilterChanged() {
+    TFileView view = Rows_->View();
+    view.ChangedOnly = ChangedOnly_->Checked();
+    view.HideIgnored = HideIgnored_->Checked();
+    view.Filter = Trim(Filter_->Text());
+    Rows_->SetView(view);
+    if (std::exchange(State_.WithFolders, WithFolders_->Checked()) != State_.WithFolders)
+        ShowRows();
+    ShowCounts();
 }
 
 // --- projects ---------------------------------------------------------------------------------
@@ -145,7 +189,12 @@ void TMainForm::OpenProject(const std::string& folder) {
     Settings_.Remember(path);
     TurnTo(static_cast<std::size_t>(at - Projects_.begin()));
     if (isNew)
-        TellWhatWaits(*Current_);
+        return TellWhatWaits(*Current_);
+    // Whatever was done to it meanwhile.
+    if (Busy_)
+        return;
+    Current_->Reload();
+    ShowFiles();
 }
 
 void TMainForm::TellWhatWaits(TProject& project) {
@@ -172,17 +221,14 @@ void TMainForm::TellWhatWaits(TProject& project) {
 }
 
 void TMainForm::TurnTo(std::size_t index) {
-    // The files shown are those of the project before: they go first.
-    ClearViews();
     Current_ = index < Projects_.size() ? Projects_[index].get() : nullptr;
     ShowProject();
 }
 
 void TMainForm::CloseProject() {
-    if (!Current_ || Current_->Running() || !SaveDocuments())
+    if (Busy_ || !Current_ || !SaveDocuments())
         return;
     Current_->Save();
-    ClearViews();
     std::erase_if(Projects_, [&](const auto& open) { return open.get() == Current_; });
     TurnTo(0);
 }
@@ -203,156 +249,114 @@ void TMainForm::ShowProject() {
     ShowFiles();
 }
 
-void TMainForm::ClearList() {
-    List_->Rows().Clear();
-    Missing_.clear();
-}
-
-void TMainForm::ClearViews() {
-    // Clearing the tree moves its selection, which would fill the list again.
-    Showing_ = false;
-    ClearList();
-    Tree_->Clear();
-}
-
 void TMainForm::ShowFiles() {
-    Showing_ = true;
-    if (Current_) {
-        const TTreeUpdate update(*Tree_);
-        Tree_->Clear();
-        TTreeViewNode& top = Tree_->Root().AddChild(ExtractFileName(Current_->Folder()));
-        const TComForCall com;
-        const int folder = GetShellImage(Current_->Folder(), false, false);
-        top.SetImages(folder, folder, 0);
-        for (TWorkDirItem& item : Current_->Cvs().WorkDirTree) {
-            if (!item.IsDirectory)
-                continue;
-            TTreeViewNode& node = top.AddChild(item.Name);
-            node.SetData(&item);
-            node.SetImages(item.ImageIndex, item.ImageIndex, 0);
-            node.SetHasChildren(true);
-        }
+    if (!Current_) {
+        Folders_->Clear();
+        return ShowRows();
     }
-    if (Current_)
-        Tree_->Root().Children().front()->SetExpanded(true);
-    ShowList();
+    TFolderRow top = FoldersOf(Current_->Folder(), Current_->Cvs().WorkDirTree);
+    const TComForCall com;
+    top.ImageIndex = GetShellImage(Current_->Folder(), false, false);
+    if (!Folders_->Show(std::move(top)))
+        ShowRows();
 }
 
-bool TMainForm::Expand(TTreeViewNode& node) {
-    TWorkDirItem* const item = ItemOf(node.Data());
-    if (!item)
-        return true;
-    const TTreeUpdate update(*Tree_);
-    bool allow = true;
-    item->OnExpanding(node, allow);
-    return allow;
-}
-
-void TMainForm::AddRows(const std::string& folder, TWorkDirTree& items) {
-    for (TWorkDirItem& entry : items)
-        AddLwItems(List_->Rows(), entry);
-    Missing_ = FindMissingFiles(folder, items);
-    for (const auto& file : Missing_)
-        AddMissingRow(List_->Rows(), *file);
-}
-
-void TMainForm::ShowList() {
-    TTreeViewNode* const node = Tree_->Selected();
-    TWorkDirItem* const item = node ? ItemOf(node->Data()) : nullptr;
-    {
-        const TListUpdate update(List_->Rows());
-        ClearList();
-        if (!Showing_)
-            return;
-        if (item && !item->IsDirectory)
-            AddLwItems(List_->Rows(), *item);
-        else if (item)
-            AddRows(SlashSep(item->Directory, item->Name), *item->Children);
-        else if (Current_)
-            AddRows(Current_->Folder(), Current_->Cvs().WorkDirTree);
-    }
+void TMainForm::ShowRows() {
+    const std::string folder = Folders_->Folder();
+    const TWorkDirTree* const items =
+        Current_ ? ItemsOf(Current_->Folder(), Current_->Cvs().WorkDirTree, folder) : nullptr;
+    if (!items)
+        Rows_->Show("", false, {});
+    else if (State_.WithFolders)
+        Rows_->Show(folder, true, RowsBelow(folder, *items));
+    else
+        Rows_->Show(folder, false, RowsOf(folder, *items));
+    ShowCounts();
     EnableMenu();
 }
 
-std::optional<TMainForm::TSelected> TMainForm::Selected() const {
-    const TListRow* const row = List_->Selected();
-    if (row)
-        if (const auto* file = dynamic_cast<const TMissingFile*>(row->Data))
-            return TSelected{SlashSep(file->Directory, file->Name), false};
-    const TTreeViewNode* const node = Tree_->Selected();
-    const TWorkDirItem* const item = row    ? ItemOf(row->Data)
-                                     : node ? ItemOf(node->Data())
-                                            : nullptr;
-    if (!item)
-        return {};
-    return TSelected{SlashSep(item->Directory, item->Name), item->IsDirectory};
+void TMainForm::ShowCounts() {
+    const std::size_t all = Rows_->Count(), shown = Rows_->Shown();
+    const std::size_t selected = List_->SelectedIndices().size();
+    std::string text =
+        shown == all ? std::to_string(all) : std::to_string(shown) + " of " + std::to_string(all);
+    text += all == 1 ? " entry" : " entries";
+    if (selected > 1)
+        text += ", " + std::to_string(selected) + " selected";
+    Status_->SetPartText(CountsPart, Current_ ? text : "");
+}
+
+void TMainForm::ShowStatus(const std::string& text) {
+    Status_->SetPartText(OutcomePart, text);
 }
 
 std::vector<std::string> TMainForm::Selection() const {
-    const auto selected = Selected();
-    return selected ? std::vector{selected->Path} : std::vector<std::string>{};
+    std::vector<std::string> paths;
+    for (const TFileRow* row : Rows_->Selection())
+        paths.push_back(row->Path());
+    if (const std::string folder = Folders_->Folder();
+        paths.empty() && Current_ && !SameText(folder, Current_->Folder()))
+        paths.push_back(folder);
+    return paths;
+}
+
+void TMainForm::Reveal(const std::string& path) {
+    if (path.empty() || !Current_)
+        return;
+    // What the view hides is to be seen now.
+    Filter_->SetText("");
+    ChangedOnly_->SetChecked(false);
+    if (!State_.WithFolders)
+        Folders_->Select(ExtractFileDir(path));
+    FilterChanged();
+    if (!Rows_->Select(path) && Folders_->Select(ExtractFileDir(path)))
+        Rows_->Select(path);
+    List_->SetFocus();
 }
 
 // --- documents --------------------------------------------------------------------------------
 
-void TMainForm::ForgetClosedDocuments() {
-    std::erase_if(Documents_, [](TDocumentForm* document) {
-        if (document->Visible())
-            return false;
-        document->Free();
-        return true;
-    });
-}
-
-TDocumentForm* TMainForm::FindDocument(const std::string& path) const {
-    for (TDocumentForm* document : Documents_)
-        if (SameText(document->Path(), path))
-            return document;
-    return nullptr;
-}
-
 void TMainForm::OpenDocument(const std::string& path) {
-    ForgetClosedDocuments();
-    TDocumentForm* document = FindDocument(path);
-    if (!document) {
-        document = &Application().CreateForm<TDocumentForm>(path);
-        Documents_.push_back(document);
-    }
-    document->Reload();
-    document->Show();
-    ::SetForegroundWindow(document->Handle());
+    Documents_.Open(path);
 }
 
 void TMainForm::ReloadDocuments() {
-    ForgetClosedDocuments();
-    for (TDocumentForm* document : Documents_) {
-        try {
-            document->Reload();
-        } catch (const EInOutError& error) {
-            // Another program holds the file.
-            Tell(std::string(error.what()) + "\r\n");
-        }
-    }
+    Tell(Documents_.Reload());
+}
+
+void TMainForm::FileSaved(const std::string& path) {
+    // A command that is about to run reads everything anew when it is over.
+    if (Busy_ || AskedToSave_ || !Current_ ||
+        !SameText(path.substr(0, Current_->Folder().size()), Current_->Folder()))
+        return;
+    Current_->Reload();
+    ShowFiles();
 }
 
 bool TMainForm::SaveDocuments() {
     if (Busy_ && std::exchange(AskedToSave_, true))
         return true;
-    ForgetClosedDocuments();
-    for (TDocumentForm* document : Documents_)
-        if (document->Modified() && AskYesNo("Save the changes to " + document->Text() + "?") &&
-            !document->Save())
-            return false;
-    return true;
+    const bool before = std::exchange(AskedToSave_, true);
+    const bool saved = Documents_.Save();
+    AskedToSave_ = Busy_ || before;
+    return saved;
 }
 
 // --- what projects ask ------------------------------------------------------------------------
 
 void TMainForm::Tell(const std::string& text) {
+    if (text.empty())
+        return;
     WholeOutput_.Add(text);
     Pane_->Add(text);
     if (!Busy_)
         Pane_->Flush();
+}
+
+void TMainForm::ShowTold() {
+    Pane_->Flush();
+    if (Current_ && Current_->Running())
+        ShowStatus(Current_->RunningText());
 }
 
 bool TMainForm::AskRisk(const std::string& question) {
@@ -395,20 +399,15 @@ void TMainForm::CloseQuery() {
         ClosePending_ = true;
         return Tell("The window closes when the command has ended.\r\n");
     }
-    ForgetClosedDocuments();
-    for (TDocumentForm* document : Documents_) {
-        document->Close();
-        if (document->Visible())
-            return;
-    }
-    for (const auto& project : Projects_)
-        project->Save();
+    if (!Documents_.Close())
+        return;
+    EndSession();
+    Recovery_.Forget();
     Application().Terminate();
 }
 
 bool TMainForm::QueryEndSession() {
-    const bool unsaved = std::any_of(Documents_.begin(), Documents_.end(),
-                                     [](const auto* document) { return document->Modified(); });
+    const bool unsaved = !Documents_.Unsaved().empty();
     ::ShutdownBlockReasonDestroy(Handle());
     if (!Busy_ && !unsaved)
         return true;
@@ -421,21 +420,27 @@ bool TMainForm::QueryEndSession() {
 void TMainForm::EndSession() {
     for (const auto& project : Projects_)
         project->Save();
-    Recovery_.Write(UnsavedTexts());
-}
-
-std::vector<TUnsavedText> TMainForm::UnsavedTexts() const {
-    std::vector<TUnsavedText> texts;
-    for (const TDocumentForm* document : Documents_)
-        if (document->Modified())
-            texts.push_back(document->Unsaved());
-    return texts;
+    const auto units = [this](int pixels) { return ::MulDiv(pixels, 96, Scale(96)); };
+    if (!::IsZoomed(Handle()) && !::IsIconic(Handle())) {
+        State_.Width = units(ClientSize().cx);
+        State_.Height = units(ClientSize().cy);
+        State_.FilesHeight = units(Files_->Height());
+        State_.TreeWidth = units(Tree_->Width());
+    }
+    State_.ColumnWidths = List_->ColumnWidths();
+    State_.View = Rows_->View();
+    State_.Store(Settings_);
+    Recovery_.Write(Documents_.Unsaved());
 }
 
 void TMainForm::CloseIfPending() {
     // Once: the user may then choose to stay.
     if (std::exchange(ClosePending_, false))
         CloseQuery();
+}
+
+void TMainForm::Shown() {
+    List_->SetFocus();
 }
 
 }  // namespace workbench

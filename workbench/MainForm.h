@@ -1,33 +1,41 @@
 #pragma once
 
+#include <initializer_list>
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "framework/base/packages.h"
+#include "framework/ui/buttons.h"
 #include "framework/ui/combo_box.h"
+#include "framework/ui/edits.h"
 #include "framework/ui/form.h"
+#include "framework/ui/labels.h"
 #include "framework/ui/list_view.h"
 #include "framework/ui/menus.h"
 #include "framework/ui/rich_edit.h"
 #include "framework/ui/splitter.h"
+#include "framework/ui/status_bar.h"
+#include "framework/ui/tool_bar.h"
 #include "framework/ui/tree_view.h"
 #include "hosting/KeptOutput.h"
-#include "hosting/MissingFiles.h"
 #include "hosting/Project.h"
 #include "hosting/Recovery.h"
 #include "hosting/Settings.h"
 #include "hosting/ToolRuns.h"
-#include "workbench/DocumentForm.h"
+#include "workbench/Documents.h"
+#include "workbench/FileList.h"
+#include "workbench/FolderTree.h"
 #include "workbench/OutputPane.h"
+#include "workbench/WindowState.h"
 
 namespace workbench {
 
-/// The host's window: the open projects, the files of the one at hand, what operations tell.
+/// The program's window: the open projects, the files of the one at hand, what operations tell.
 class TMainForm : public framework::TForm, public hosting::TProjectHost {
 public:
-    /// @param packages what the host has loaded. Both must outlive the form.
+    /// @param packages what the program has loaded. Both must outlive the form.
     TMainForm(hosting::TSettings& settings, const framework::TPackageRegistry& packages);
     ~TMainForm() override;
 
@@ -37,9 +45,13 @@ public:
     hosting::TProject* Project() const { return Current_; }
     /// Runs an operation of the project at hand, and shows what has become of the files.
     void Operate(const std::function<bool(tandrel::TCvsObject&)>& operation, bool onSelection);
+    /// The same on these files and folders (full paths; none for the whole project).
+    void OperateOn(const std::vector<std::string>& paths,
+                   const std::function<bool(tandrel::TCvsObject&)>& operation);
     /// Does something else with the project at hand, likewise.
     void Busily(const std::function<void(hosting::TProject& project)>& action);
-    /// The list entry and tree node chosen, as full paths; the project itself counts as nothing.
+    /// The chosen files and folders, as full paths: those of the list, else the folder of the tree.
+    /// The project itself counts as nothing.
     std::vector<std::string> Selection() const;
 
     // --- TProjectHost
@@ -49,49 +61,49 @@ public:
     bool AskYesNo(const std::string& question) override;
     bool AskRisk(const std::string& question) override;
     std::string AskForClient() override;
-    void ShowTold() override { Pane_->Flush(); }
+    void ShowTold() override;
 
 private:
     // --- the window (MainForm.cpp)
     void AddControls();
+    void AddFilePane(framework::TControl& files);
+    void AddFilter(framework::TControl& parent);
+    void AddOutput();
     void CloseQuery() override;
     bool QueryEndSession() override;
     void EndSession() override;
+    void Shown() override;
     /// Closes the window when the user wanted to while something was running.
     void CloseIfPending();
     void TurnTo(std::size_t index);
     void CloseProject();
     void ShowProject();
+    /// Shows what the model says now. What is selected, open and in view stays so.
     void ShowFiles();
-    void ShowList();
-    bool Expand(framework::TTreeViewNode& node);
+    void ShowRows();
+    void ShowStatus(const std::string& text);
+    void ShowCounts();
+    void FilterChanged();
     /// Offers to run what waits for the server, or tells that it waits.
     void TellWhatWaits(hosting::TProject& project);
-    /// Empties the views: they show items of the model, which is about to be built anew.
-    void ClearViews();
-    void ClearList();
-    void AddRows(const std::string& folder, tandrel::TWorkDirTree& items);
-    /// What is chosen: a file or folder of the model, or a missing file.
-    struct TSelected {
-        std::string Path;
-        bool IsDirectory = false;
-    };
-    std::optional<TSelected> Selected() const;
     void OpenDocument(const std::string& path);
-    TDocumentForm* FindDocument(const std::string& path) const;
-    void ForgetClosedDocuments();
-    /// Shows what has become of the files that are open; one that cannot be read stays as it was.
     void ReloadDocuments();
-    std::vector<hosting::TUnsavedText> UnsavedTexts() const;
+    void FileSaved(const std::string& path);
+    /// Selects a file or folder of the project at hand where it is.
+    void Reveal(const std::string& path);
 
     // --- the menu (Menus.cpp)
     struct TMenuCommand;
     static const std::vector<TMenuCommand>& Commands();
     void BuildMenu();
+    void BuildToolBar();
+    void BuildPopups();
     void EnableMenu();
     void ShowRecent();
     bool CanRun(const TMenuCommand& command) const;
     void Run(const TMenuCommand& command);
+
+    // --- what it does (Actions.cpp)
     void RunWaiting();
     void Import();
     void CheckOut();
@@ -102,15 +114,33 @@ private:
     void AskForFile();
     void Refresh();
     void NewDocument();
-    void CompareSelection();
-    void AskForNewName();
+    void OpenSelection();
     void AskForOptions();
     void ToggleOnline();
-    void IgnoreSelection();
-    void OpenSelection();
     void ShowAbout();
     void ShowWholeOutput();
     void TakeOut();
+    void StopCommand();
+    void CreateRepository();
+    void PullProject();
+    /// Runs an operation while no project is open.
+    void WithoutProject(const std::function<bool(tandrel::TCvsObject&)>& operation);
+    void AskForText();
+    void FindNext();
+
+    // --- with files (FileActions.cpp)
+    void AddSelection();
+    void RemoveSelection(bool deleteFiles);
+    void CommitSelection();
+    void CommitProject();
+    void UpdateProject();
+    void UpdateSelection();
+    void RevertSelection();
+    void CompareSelection();
+    std::vector<hosting::TFileRow> SelectedFiles(
+        std::initializer_list<hosting::TFileState> states) const;
+    void AskForNewName();
+    void IgnoreSelection();
 
     // --- the tools (ToolMenu.cpp)
     void BindTools();
@@ -120,14 +150,14 @@ private:
 
     hosting::TSettings& Settings_;
     const framework::TPackageRegistry& Packages_;
+    TWindowState State_;
     std::vector<std::unique_ptr<hosting::TProject>> Projects_;
     hosting::TProject* Current_ = nullptr;
-    std::vector<TDocumentForm*> Documents_;  // the application's
+    TDocuments Documents_;
     hosting::TToolRuns Tools_;
     bool ClosePending_ = false;
     bool Busy_ = false;
     bool AskedToSave_ = false;  // for the command at hand
-    bool Showing_ = true;       // the model is there for the views to show
 
     /// Something runs as long as it lives.
     struct TBusy {
@@ -142,12 +172,29 @@ private:
     std::vector<framework::TMenuItem*> Items_;  // of Commands, in their order
     framework::TMenuItem* RecentMenu_;
     framework::TMenuItem* ToolsMenu_;
+    std::optional<framework::TImageList> Pictures_;
+    /// A button, and the command that it stands for.
+    struct TButtonOf {
+        framework::TToolButton* Button;
+        const TMenuCommand* Command;
+    };
+    std::vector<TButtonOf> Buttons_;
+    std::vector<std::pair<framework::TMenuItem*, const TMenuCommand*>> PopupItems_;
+    std::string SoughtText_;
+    framework::TToolBar* ToolBar_;
     framework::TComboBox* ProjectList_;
+    framework::TPanel* Files_;
     framework::TTreeView* Tree_;
     framework::TListView* List_;
-    hosting::TMissingFiles Missing_;  // what rows of the list show
+    std::optional<TFolderTree> Folders_;  // what Tree_ shows
+    std::optional<TFileList> Rows_;       // what List_ shows
+    framework::TEdit* Filter_;
+    framework::TCheckBox* ChangedOnly_;
+    framework::TCheckBox* HideIgnored_;
+    framework::TCheckBox* WithFolders_;
     framework::TRichEdit* Output_;
     std::optional<TOutputPane> Pane_;  // what Output_ shows
+    framework::TStatusBar* Status_;
     hosting::TKeptOutput WholeOutput_;
     hosting::TRecovery Recovery_;
 };

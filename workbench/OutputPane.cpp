@@ -5,8 +5,12 @@
 #include <algorithm>
 
 #include "framework/base/lead_bytes.h"
+#include "hosting/CommandSummary.h"
 
 namespace workbench {
+
+using namespace framework;
+using namespace hosting;
 
 namespace {
 
@@ -26,6 +30,21 @@ std::string LastPart(const std::string& text, std::size_t size) {
 }
 
 }  // namespace
+
+TOutputPane::TOutputPane(TRichEdit& view) : View_(view) {
+    View_.SetFixedPitch();
+    View_.OnClick = [this](TObject*) {
+        const TFileMention mention = ParseMention(View_.CaretLine());
+        if (mention.Letter && OnFile)
+            OnFile(mention.Name);
+    };
+}
+
+void TOutputPane::Clear() {
+    Waiting_.clear();
+    View_.Clear();
+    Shown_ = 0;
+}
 
 void TOutputPane::Add(const std::string& text) {
     Waiting_ += text;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 
 #include "framework/ui/rich_edit.h"
@@ -15,11 +16,17 @@ public:
     /// What is shown at most, in bytes, and what remains when more comes.
     static constexpr std::size_t MostShown = 1 << 20, Remaining = MostShown / 2;
 
-    explicit TOutputPane(framework::TRichEdit& view) : View_(view) {}
+    explicit TOutputPane(framework::TRichEdit& view);
+    TOutputPane(const TOutputPane&) = delete;
+    TOutputPane& operator=(const TOutputPane&) = delete;
 
     void Add(const std::string& text);
     /// Shows what has not been shown yet.
     void Flush();
+    void Clear();
+
+    /// The user has clicked a line in which the client names a file, as the client wrote it.
+    std::function<void(const std::string& name)> OnFile;
 
 private:
     framework::TRichEdit& View_;

@@ -33,10 +33,8 @@ void TMainForm::BindTools() {
     Tools_.Tools.OnFinishExecute = [this](TCommand& command, TMemoryStream* output) {
         if (!command.FCaptureNewDoc || !output)
             return;
-        ForgetClosedDocuments();
-        Documents_.push_back(
-            &Application().CreateForm<TDocumentForm>(command.FName, std::string(output->Bytes())));
-        Documents_.back()->Show();
+        Documents_.OpenNew(command.FName, std::string(output->Bytes()),
+                           Current_ ? Current_->Folder() : "");
     };
 }
 
@@ -70,7 +68,7 @@ void TMainForm::RunTool(int index) {
         Tools_.Run(index, Current_, selection.empty() ? "" : selection.front(), [&] {
             for (const auto& project : Projects_)
                 project->Save();
-            recoverable.Begin(UnsavedTexts());
+            recoverable.Begin(Documents_.Unsaved());
         });
     } catch (...) {
         Application().HandleException();

@@ -27,6 +27,8 @@ FRAMEWORK_API void EraseFile(const std::string& path, TPatience& patience);
 /// Makes a folder and the folders above it; raises EInOutError when one cannot be made.
 FRAMEWORK_API void ForceDirectories(const std::string& path);
 
+/// The size of a file in bytes; raises EInOutError.
+FRAMEWORK_API std::uint64_t FileSize(const std::string& path);
 /// Reads a file, byte for byte; raises EInOutError.
 FRAMEWORK_API std::string ReadFileBytes(const std::string& path);
 /// Makes these bytes a file, in a folder that exists; raises EInOutError.

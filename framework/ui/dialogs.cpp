@@ -78,7 +78,7 @@ bool SelectDirectory(const std::string& title, std::string& directory) {
     BROWSEINFOW info{};
     info.hwndOwner = Owner();
     info.lpszTitle = start.Title.c_str();
-    info.ulFlags = BIF_RETURNONLYFSDIRS | BIF_NEWDIALOGSTYLE;
+    info.ulFlags = BIF_RETURNONLYFSDIRS | BIF_USENEWUI;
     info.lpfn = FolderEvent;
     info.lParam = reinterpret_cast<LPARAM>(&start);
     // The owner is the dialog's to disable: it is enabled again before the dialog goes, and so
@@ -95,6 +95,16 @@ bool SelectDirectory(const std::string& title, std::string& directory) {
     return named;
 }
 
+/// The ending of a filter's first pattern; empty when that takes any.
+std::wstring EndingOf(const std::string& filter) {
+    const std::size_t pattern = filter.find("|*.");
+    if (pattern == std::string::npos)
+        return {};
+    const std::size_t start = pattern + 3;
+    const std::string ending = filter.substr(start, filter.find_first_of(";|", start) - start);
+    return ending == "*" ? std::wstring() : ToWide(ending);
+}
+
 bool ChooseFile(const char* function, DWORD flags, const std::string& filter, std::string& file) {
     // Opening and saving take the same.
     const auto choose = ImportFunction<decltype(::GetOpenFileNameW)>(L"comdlg32.dll", function);
@@ -104,6 +114,10 @@ bool ChooseFile(const char* function, DWORD flags, const std::string& filter, st
     std::ranges::replace(patterns, L'|', L'\0');
     constexpr std::size_t LongestPath = 32768;
     std::wstring name = ToWide(file).substr(0, LongestPath - 1);
+    std::wstring folder;
+    if (name.ends_with(L'\\'))
+        folder.swap(name);
+    const std::wstring ending = EndingOf(filter);
     name.resize(LongestPath, L'\0');
     OPENFILENAMEW dialog{};
     dialog.lStructSize = sizeof dialog;
@@ -111,6 +125,8 @@ bool ChooseFile(const char* function, DWORD flags, const std::string& filter, st
     dialog.lpstrFilter = patterns.c_str();
     dialog.lpstrFile = name.data();
     dialog.nMaxFile = LongestPath;
+    dialog.lpstrInitialDir = folder.empty() ? nullptr : folder.c_str();
+    dialog.lpstrDefExt = ending.empty() ? nullptr : ending.c_str();
     dialog.Flags = flags | OFN_EXPLORER | OFN_HIDEREADONLY | OFN_NOCHANGEDIR | OFN_PATHMUSTEXIST;
     const TTaskWindowsDisabled others(dialog.hwndOwner);
     if (!choose(&dialog))
@@ -127,25 +143,30 @@ bool SaveFile(const std::string& filter, std::string& file) {
     return ChooseFile("GetSaveFileNameW", OFN_OVERWRITEPROMPT, filter, file);
 }
 
-bool Ask(const std::string& caption, const std::string& text, UINT looks) {
+int Ask(const std::string& caption, const std::string& text, UINT looks) {
     const HWND owner = Owner();
     const TTaskWindowsDisabled others(owner);
-    return ::MessageBoxW(owner, ToWide(text).c_str(), ToWide(caption).c_str(), MB_YESNO | looks) ==
-           IDYES;
+    return ::MessageBoxW(owner, ToWide(text).c_str(), ToWide(caption).c_str(), looks);
 }
 
 bool AskYesNo(const std::string& caption, const std::string& text) {
-    return Ask(caption, text, MB_ICONQUESTION);
+    return Ask(caption, text, MB_YESNO | MB_ICONQUESTION) == IDYES;
+}
+
+TAnswer AskYesNoCancel(const std::string& caption, const std::string& text) {
+    const int answer = Ask(caption, text, MB_YESNOCANCEL | MB_ICONQUESTION);
+    return answer == IDYES ? TAnswer::Yes : answer == IDNO ? TAnswer::No : TAnswer::Cancel;
 }
 
 bool AskRisk(const std::string& caption, const std::string& text) {
-    return Ask(caption, text, MB_ICONWARNING | MB_DEFBUTTON2);
+    return Ask(caption, text, MB_YESNO | MB_ICONWARNING | MB_DEFBUTTON2) == IDYES;
 }
 
 }  // namespace
 
 TDialogFunctions& DialogFunctions() {
-    static TDialogFunctions functions{SelectDirectory, OpenFile, SaveFile, AskYesNo, AskRisk};
+    static TDialogFunctions functions{SelectDirectory, OpenFile,       SaveFile,
+                                      AskYesNo,        AskYesNoCancel, AskRisk};
     return functions;
 }
 

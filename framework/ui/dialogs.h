@@ -7,6 +7,9 @@
 
 namespace framework {
 
+/// What is answered to a question that can be given up.
+enum class TAnswer { Yes, No, Cancel };
+
 /// The system's own dialogs, as functions that can be replaced by others. Each is modal: no other
 /// window of the thread can be used meanwhile. Main thread only.
 struct TDialogFunctions {
@@ -20,11 +23,16 @@ struct TDialogFunctions {
     /// `file` as it was, when the user gave up.
     std::function<bool(const std::string& filter, std::string& file)> OpenFile;
 
-    /// As OpenFile, for a file to write: asks before one that exists is taken.
+    /// As OpenFile, for a file to write: asks before one that exists is taken. @param file may be a
+    /// folder with a trailing backslash, to begin there. Without an ending it gets the one of the
+    /// filter's first pattern.
     std::function<bool(const std::string& filter, std::string& file)> SaveFile;
 
     /// A question that is answered with Yes or No.
     std::function<bool(const std::string& caption, const std::string& text)> AskYesNo;
+
+    /// As AskYesNo, but the user can also give up what led to it, with Escape as well.
+    std::function<TAnswer(const std::string& caption, const std::string& text)> AskYesNoCancel;
 
     /// As AskYesNo, with a warning's picture and No as what Enter chooses: for what could harm.
     std::function<bool(const std::string& caption, const std::string& text)> AskRisk;

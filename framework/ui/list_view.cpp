@@ -25,11 +25,12 @@ void SetStates(HWND list, int index, UINT states, UINT mask) {
 TListView::TListView(TControl& parent, TListViewStyle style) : TControl(&parent), Rows_(*this) {
     const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_LISTVIEW_CLASSES};
     ::InitCommonControlsEx(&classes);
-    const DWORD header = style.Header ? LVS_NOSORTHEADER : LVS_NOCOLUMNHEADER;
+    const DWORD header = !style.Header ? LVS_NOCOLUMNHEADER : style.Sortable ? 0 : LVS_NOSORTHEADER;
     const DWORD edit = style.EditCaptions ? LVS_EDITLABELS : 0;
+    const DWORD single = style.MultiSelect ? 0 : LVS_SINGLESEL;
     CreateHandle(WC_LISTVIEWW,
-                 WS_CHILD | WS_VISIBLE | WS_TABSTOP | LVS_REPORT | LVS_OWNERDATA | LVS_SINGLESEL |
-                     LVS_SHOWSELALWAYS | LVS_SHAREIMAGELISTS | header | edit,
+                 WS_CHILD | WS_VISIBLE | WS_TABSTOP | LVS_REPORT | LVS_OWNERDATA |
+                     LVS_SHOWSELALWAYS | LVS_SHAREIMAGELISTS | header | edit | single,
                  WS_EX_CLIENTEDGE, parent.Handle());
     ::SendMessageW(Handle(), LVM_SETEXTENDEDLISTVIEWSTYLE, LVS_EX_FULLROWSELECT,
                    LVS_EX_FULLROWSELECT);
@@ -44,6 +45,37 @@ void TListView::AddColumn(const std::string& caption, int width) {
     column.iSubItem = Columns_;
     ::SendMessageW(Handle(), LVM_INSERTCOLUMNW, static_cast<WPARAM>(Columns_++),
                    reinterpret_cast<LPARAM>(&column));
+}
+
+std::vector<int> TListView::ColumnWidths() {
+    const int dpi = Form().Scale(96);
+    std::vector<int> widths;
+    for (int i = 0; i < Columns_; ++i)
+        widths.push_back(::MulDiv(static_cast<int>(::SendMessageW(Handle(), LVM_GETCOLUMNWIDTH,
+                                                                  static_cast<WPARAM>(i), 0)),
+                                  96, dpi));
+    return widths;
+}
+
+void TListView::SetColumnWidths(const std::vector<int>& widths) {
+    for (std::size_t i = 0; i < widths.size() && i < static_cast<std::size_t>(Columns_); ++i)
+        if (widths[i] > 0)
+            ::SendMessageW(Handle(), LVM_SETCOLUMNWIDTH, i, Form().Scale(widths[i]));
+}
+
+void TListView::SetSortMark(int column, bool descending) {
+    const auto header = reinterpret_cast<HWND>(::SendMessageW(Handle(), LVM_GETHEADER, 0, 0));
+    for (int i = 0; i < Columns_; ++i) {
+        HDITEMW item{};
+        item.mask = HDI_FORMAT;
+        ::SendMessageW(header, HDM_GETITEMW, static_cast<WPARAM>(i),
+                       reinterpret_cast<LPARAM>(&item));
+        item.fmt &= ~(HDF_SORTUP | HDF_SORTDOWN);
+        if (i == column)
+            item.fmt |= descending ? HDF_SORTDOWN : HDF_SORTUP;
+        ::SendMessageW(header, HDM_SETITEMW, static_cast<WPARAM>(i),
+                       reinterpret_cast<LPARAM>(&item));
+    }
 }
 
 void TListView::SetImages(HIMAGELIST images) {
@@ -81,6 +113,38 @@ void TListView::RowsChanged(bool cleared) {
         OnChange(this);
 }
 
+void TListView::RedrawWhatDiffers(const std::vector<TListRow>& before) {
+    const auto top = static_cast<std::size_t>(::SendMessageW(Handle(), LVM_GETTOPINDEX, 0, 0));
+    const auto page = static_cast<std::size_t>(::SendMessageW(Handle(), LVM_GETCOUNTPERPAGE, 0, 0));
+    const std::size_t end = std::min(top + page + 1, Rows_.Items.size());
+    for (std::size_t i = top; i < end; ++i)
+        if (i >= before.size() || before[i] != Rows_.Items[i])
+            ::SendMessageW(Handle(), LVM_REDRAWITEMS, i, static_cast<LPARAM>(i));
+}
+
+void TListView::Replace(std::vector<TListRow> rows, const std::vector<int>& selected, int focused) {
+    const std::vector<int> selectedBefore = SelectedIndices();
+    const int focusedBefore = FocusedIndex();
+    if (focused < 0 && !selected.empty())
+        focused = selected.front();
+    Rows_.Items.swap(rows);
+    Silent_ = true;
+    ::SendMessageW(Handle(), LVM_SETITEMCOUNT, static_cast<WPARAM>(Count()),
+                   LVSICF_NOSCROLL | LVSICF_NOINVALIDATEALL);
+    if (selected != selectedBefore || focused != focusedBefore) {
+        SetStates(Handle(), -1, 0, SelectionStates);
+        for (const int index : selected)
+            SetStates(Handle(), index, LVIS_SELECTED, LVIS_SELECTED);
+        if (RowAt(focused))
+            SetStates(Handle(), focused, LVIS_FOCUSED, LVIS_FOCUSED);
+    }
+    Silent_ = false;
+    // Where there were rows that are no more, the system draws by itself.
+    RedrawWhatDiffers(rows);
+    if (OnChange)
+        OnChange(this);
+}
+
 void TListView::DeleteRow(int index) {
     const int selected = SelectedIndex();
     Rows_.Items.at(static_cast<std::size_t>(index));
@@ -99,6 +163,26 @@ void TListView::DeleteRow(int index) {
 int TListView::SelectedIndex() const {
     return static_cast<int>(
         ::SendMessageW(Handle(), LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
+}
+
+std::vector<int> TListView::SelectedIndices() const {
+    std::vector<int> indices;
+    for (LRESULT at = -1;;) {
+        at = ::SendMessageW(Handle(), LVM_GETNEXTITEM, static_cast<WPARAM>(at), LVNI_SELECTED);
+        if (at < 0)
+            return indices;
+        indices.push_back(static_cast<int>(at));
+    }
+}
+
+int TListView::FocusedIndex() const {
+    return static_cast<int>(
+        ::SendMessageW(Handle(), LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED));
+}
+
+void TListView::SelectAll() {
+    if (!(::GetWindowLongW(Handle(), GWL_STYLE) & LVS_SINGLESEL))
+        SetStates(Handle(), -1, LVIS_SELECTED, LVIS_SELECTED);
 }
 
 const TListRow* TListView::RowAt(int index) const {
@@ -213,6 +297,15 @@ LRESULT TListView::Notify(NMHDR& header) {
             return CustomDraw(reinterpret_cast<NMLVCUSTOMDRAW&>(header));
         case static_cast<int>(LVN_ITEMCHANGED):
             SelectionChanged(reinterpret_cast<const NMLISTVIEW&>(header));
+            return 0;
+        case static_cast<int>(LVN_ODSTATECHANGED):
+            // Of a range at once; where all change, LVN_ITEMCHANGED tells it of row -1.
+            if (!Silent_ && OnSelectItem)
+                OnSelectItem(this);
+            return 0;
+        case static_cast<int>(LVN_COLUMNCLICK):
+            if (OnColumnClick)
+                OnColumnClick(reinterpret_cast<const NMLISTVIEW&>(header).iSubItem);
             return 0;
         case static_cast<int>(LVN_ENDLABELEDITW):
             Edited(reinterpret_cast<const NMLVDISPINFOW&>(header).item);

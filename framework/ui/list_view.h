@@ -16,16 +16,25 @@ namespace framework {
 struct TListViewStyle {
     bool Header = true;         ///< The columns' captions stand above the rows.
     bool EditCaptions = false;  ///< The user can change the rows' captions, also with F2.
+    bool MultiSelect = false;   ///< Several rows can be selected.
+    bool Sortable = false;      ///< The columns' captions can be clicked.
 };
 
-/// Rows of texts in columns, one of which can be selected as a whole. The selection shows also
-/// without the focus. The control keeps the rows itself; the system asks for what it draws.
+/// Rows of texts in columns, one or several of which can be selected as a whole. The selection
+/// shows also without the focus. The control keeps the rows itself; the system asks for what it
+/// draws.
 class FRAMEWORK_API TListView : public TControl {
 public:
     explicit TListView(TControl& parent, TListViewStyle style = {});
 
     /// Adds a column behind the last. @param width design units.
     void AddColumn(const std::string& caption, int width);
+    /// The columns' widths in design units, in their order.
+    std::vector<int> ColumnWidths();
+    /// As ColumnWidths gave them; what is missing or not positive leaves a column as it is.
+    void SetColumnWidths(const std::vector<int>& widths);
+    /// Marks a column as the one that the rows are sorted by; -1 for none.
+    void SetSortMark(int column, bool descending);
     /// Small images. The list stays its owner's and must live as long as the control; null for
     /// none.
     void SetImages(HIMAGELIST images);
@@ -35,6 +44,10 @@ public:
     int Count() const { return static_cast<int>(Rows_.Items.size()); }
     /// Raises std::out_of_range.
     const TListRow& Row(int index) const { return Rows_.Items.at(static_cast<std::size_t>(index)); }
+    /// Puts other rows in the place of all: what stays alike is not drawn again, and the view stays
+    /// where it was. @param selected the positions of those that are selected then, which is no
+    /// event. @param focused the one that the keyboard goes on from; -1 for the first selected.
+    void Replace(std::vector<TListRow> rows, const std::vector<int>& selected, int focused = -1);
     /// Removes a row, and the selection if it was on it, without an event. Raises
     /// std::out_of_range.
     void DeleteRow(int index);
@@ -43,8 +56,15 @@ public:
     int SelectedIndex() const;
     /// The selected row, or none.
     const TListRow* Selected() const;
-    /// Selects a row, gives it the list's focus and brings it into view; -1 selects none.
+    /// All selected rows' positions, ascending.
+    std::vector<int> SelectedIndices() const;
+    /// The row that the keyboard goes on from; -1 for none.
+    int FocusedIndex() const;
+    /// Selects a row, gives it the list's focus and brings it into view; -1 selects none. Others
+    /// stay selected where several can be.
     void Select(int index);
+    /// Selects all rows, where several can be.
+    void SelectAll();
     /// Lets the user change a row's caption in its place, if the style allows it.
     void EditCaption(int index);
 
@@ -54,6 +74,8 @@ public:
     TNotifyEvent OnChange;
     TNotifyEvent OnClick;
     TNotifyEvent OnDblClick;
+    /// The caption of a column was clicked.
+    std::function<void(int column)> OnColumnClick;
     /// The user has given a row another caption; it already has it.
     std::function<void(int index, const std::string& caption)> OnEdited;
     /// Asked before a row is drawn: the colour of its text, or none for the usual one.
@@ -88,6 +110,7 @@ private:
     LRESULT CustomDraw(NMLVCUSTOMDRAW& draw) const;
     void Edited(const LVITEMW& item);
     const TListRow* RowAt(int index) const;
+    void RedrawWhatDiffers(const std::vector<TListRow>& before);
 
     TRows Rows_;
     int Columns_ = 0;

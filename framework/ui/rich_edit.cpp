@@ -1,10 +1,12 @@
 #include "framework/ui/rich_edit.h"
 
+#include <commdlg.h>
 #include <richedit.h>
 
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <cwchar>
 #include <optional>
 
 #include "framework/base/exceptions.h"
@@ -81,6 +83,70 @@ void TTextControl::CreateControl() {
     ::SendMessageW(Handle(), EM_EXLIMITTEXT, 0, 0x7FFFFFFE);
     ::SendMessageW(Handle(), EM_SETEVENTMASK, 0, ENM_CHANGE);
     TellColor();
+    TellFont();
+}
+
+void TTextControl::TellFont() {
+    if (!FixedPitch_)
+        return;
+    CHARFORMAT2W font{};
+    font.cbSize = sizeof font;
+    font.dwMask = CFM_FACE | CFM_CHARSET;
+    font.bCharSet = DEFAULT_CHARSET;
+    std::wcscpy(font.szFaceName, L"Courier New");
+    ::SendMessageW(Handle(), EM_SETCHARFORMAT, SCF_DEFAULT, reinterpret_cast<LPARAM>(&font));
+    ::SendMessageW(Handle(), EM_SETCHARFORMAT, SCF_ALL, reinterpret_cast<LPARAM>(&font));
+}
+
+void TTextControl::SetFixedPitch() {
+    FixedPitch_ = true;
+    TellFont();
+}
+
+void TTextControl::SelectAll() {
+    ::SendMessageW(Handle(), EM_SETSEL, 0, -1);
+}
+
+bool TTextControl::FindNext(const std::string& text) {
+    const std::wstring wide = ToControl(ToWide(text));
+    CHARRANGE selected{};
+    ::SendMessageW(Handle(), EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&selected));
+    for (const LONG from : {selected.cpMax, LONG{0}}) {
+        FINDTEXTEXW find{};
+        find.chrg = {from, -1};
+        find.lpstrText = wide.c_str();
+        if (::SendMessageW(Handle(), EM_FINDTEXTEXW, FR_DOWN, reinterpret_cast<LPARAM>(&find)) < 0)
+            continue;
+        ::SendMessageW(Handle(), EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&find.chrgText));
+        ::SendMessageW(Handle(), EM_SCROLLCARET, 0, 0);
+        return true;
+    }
+    return false;
+}
+
+std::string TTextControl::CaretLine() const {
+    CHARRANGE selected{};
+    ::SendMessageW(Handle(), EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&selected));
+    const LRESULT line = ::SendMessageW(Handle(), EM_EXLINEFROMCHAR, 0, selected.cpMin);
+    // A line longer than this is no line that anybody looks at.
+    std::wstring text(4096, L'\0');
+    text[0] = static_cast<wchar_t>(text.size() - 1);
+    const LRESULT length = ::SendMessageW(Handle(), EM_GETLINE, static_cast<WPARAM>(line),
+                                          reinterpret_cast<LPARAM>(text.data()));
+    text.resize(static_cast<std::size_t>(std::max<LRESULT>(length, 0)));
+    while (!text.empty() && (text.back() == L'\r' || text.back() == L'\n'))
+        text.pop_back();
+    return FromWide(text);
+}
+
+bool TTextControl::EndIsInView() const {
+    SCROLLINFO bar{};
+    bar.cbSize = sizeof bar;
+    bar.fMask = SIF_ALL;
+    if (!::GetScrollInfo(Handle(), SB_VERT, &bar) || bar.nPage == 0)
+        return true;
+    const int line = std::max(TextSize("Ay").cy, LONG{8});
+    return bar.nPos + static_cast<int>(bar.nPage) + 2 * line >= bar.nMax;
 }
 
 void TTextControl::TellColor() {
@@ -155,9 +221,24 @@ void TTextControl::Append(const std::string& text) {
     const bool rest = AfterReturn_ && whole.starts_with('\n');
     AfterReturn_ = whole.ends_with('\r');
     const std::wstring wide = ToControl(ToWide(whole.substr(rest ? 1 : 0)));
+    CHARRANGE selected{};
+    POINT place{};
+    ::SendMessageW(Handle(), EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&selected));
+    const bool follow = selected.cpMin == selected.cpMax && EndIsInView();
+    if (!follow) {
+        ::SendMessageW(Handle(), WM_SETREDRAW, FALSE, 0);
+        ::SendMessageW(Handle(), EM_GETSCROLLPOS, 0, reinterpret_cast<LPARAM>(&place));
+    }
     ::SendMessageW(Handle(), EM_SETSEL, static_cast<WPARAM>(-1), -1);
     ::SendMessageW(Handle(), EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(wide.c_str()));
-    ::SendMessageW(Handle(), WM_VSCROLL, SB_BOTTOM, 0);
+    if (follow) {
+        ::SendMessageW(Handle(), WM_VSCROLL, SB_BOTTOM, 0);
+        return;
+    }
+    ::SendMessageW(Handle(), EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&selected));
+    ::SendMessageW(Handle(), EM_SETSCROLLPOS, 0, reinterpret_cast<LPARAM>(&place));
+    ::SendMessageW(Handle(), WM_SETREDRAW, TRUE, 0);
+    ::InvalidateRect(Handle(), nullptr, FALSE);
 }
 
 bool TTextControl::ReadOnly() const {
@@ -182,6 +263,14 @@ LRESULT TTextControl::WndProc(UINT message, WPARAM wParam, LPARAM lParam) {
     }
     if (message == WM_KEYUP && OnKeyUp)
         OnKeyUp(wParam);
+    if (message == WM_LBUTTONUP && OnClick) {
+        const LRESULT result = TControl::WndProc(message, wParam, lParam);
+        CHARRANGE selected{};
+        ::SendMessageW(Handle(), EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&selected));
+        if (selected.cpMin == selected.cpMax)
+            OnClick(this);
+        return result;
+    }
     return TControl::WndProc(message, wParam, lParam);
 }
 

@@ -21,9 +21,19 @@ public:
     std::string Text() const override;
     void SetText(const std::string& text) override;
     void Clear() { SetText({}); }
-    /// Adds text at the end and brings that into view. A CR LF may come in two pieces, and so may a
-    /// letter of two bytes: its first one is in Text, but shows only with what is added next.
+    /// Adds text at the end and brings that into view, unless the user looks at something before
+    /// it or has selected something. A CR LF may come in two pieces, and so may a letter of two
+    /// bytes: its first one is in Text, but shows only with what is added next.
     void Append(const std::string& text);
+    /// Shows all text, also what comes later, in letters of one width.
+    void SetFixedPitch();
+    void Copy() { ::SendMessageW(Handle(), WM_COPY, 0, 0); }
+    void SelectAll();
+    /// Selects the next place of a text (any case) behind the selection, from the beginning again
+    /// where there is none; false when there is none at all.
+    bool FindNext(const std::string& text);
+    /// The line with the caret, without its end.
+    std::string CaretLine() const;
 
     /// The control asks nobody for its colours: it is told.
     void SetColor(std::optional<int> systemColor) override;
@@ -32,6 +42,8 @@ public:
 
     /// The text has changed, by the user or by SetText.
     TNotifyEvent OnChange;
+    /// The user has clicked into the text, and selected nothing.
+    TNotifyEvent OnClick;
     /// A key was let go in the control.
     std::function<void(WPARAM key)> OnKeyUp;
 
@@ -47,7 +59,10 @@ private:
     void CreateControl();
     void RenewControl();
     void TellColor();
+    void TellFont();
+    bool EndIsInView() const;
 
+    bool FixedPitch_ = false;
     bool AfterReturn_ = false;  // what was appended last ended so
     TLetterPieces Pieces_;
     TKind Kind_;

@@ -104,6 +104,20 @@ void TTreeViewNode::SetImages(int image, int selected, int state) {
     ::SendMessageW(Tree_.Handle(), TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
 }
 
+void TTreeViewNode::SetText(const std::string& text) {
+    if (text == Text_)
+        return;
+    Text_ = text;
+    if (!Item_)
+        return;
+    std::wstring wide = ToWide(text);
+    TVITEMW item{};
+    item.mask = TVIF_HANDLE | TVIF_TEXT;
+    item.hItem = Item_;
+    item.pszText = wide.data();
+    ::SendMessageW(Tree_.Handle(), TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+}
+
 void TTreeViewNode::SetHasChildren(bool hasChildren) {
     if (HasChildren_ == hasChildren)
         return;

@@ -34,6 +34,7 @@ public:
     void SetSelected(bool selected) override;
 
     const std::string& Text() const { return Text_; }
+    void SetText(const std::string& text);
     /// The node above; none for those of the first level.
     TTreeViewNode* Parent() const;
     const std::vector<std::unique_ptr<TTreeViewNode>>& Children() const { return Children_; }

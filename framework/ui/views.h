@@ -34,6 +34,8 @@ struct TListRow {
     std::vector<std::string> SubItems;  ///< In the order of the columns behind the first.
     int ImageIndex = -1;
     TObject* Data = nullptr;  ///< What the row stands for; the row does not own it.
+
+    bool operator==(const TListRow&) const = default;
 };
 
 /// The rows of a list view.

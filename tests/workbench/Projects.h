@@ -49,14 +49,21 @@ protected:
                 Asked += text + "\n";
                 return yes;
             };
+        DialogFunctions().AskYesNoCancel = [this, yes](const std::string&,
+                                                       const std::string& text) {
+            Asked += text + "\n";
+            return yes ? TAnswer::Yes : TAnswer::No;
+        };
     }
     std::string Told() { return support::Part<TRichEdit>(Form, "Output").Text(); }
-    /// Chooses a row of the list.
+    /// Chooses a row of the list, and no other.
     void Select(const std::string& name) {
         auto& list = support::Part<TListView>(Form, "List");
         for (int i = 0; i < list.Count(); ++i)
-            if (list.Row(i).Caption == name)
+            if (list.Row(i).Caption == name) {
+                list.Select(-1);
                 return list.Select(i);
+            }
         FAIL() << "There is no " << name;
     }
     /// Does something with the project at hand, as the menu does: the rows show what there is

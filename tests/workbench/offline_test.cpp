@@ -221,7 +221,7 @@ protected:
     OffLine() {
         WriteBytes(Folder / "one\\CVS\\Root", ":pserver:me@host:/repo\r\n");
         WriteBytes(Folder / "one\\CVS\\Repository", "one\r\n");
-        WriteBytes(Folder / "one\\CVS\\Entries", "D\r\n");
+        WriteBytes(Folder / "one\\CVS\\Entries", "/a.c/1.1/dummy//\r\n/b.c/1.2/dummy//\r\n");
     }
     void Open(TMainForm& form) {
         form.OpenProject(Folder / "one");

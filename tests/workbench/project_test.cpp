@@ -78,7 +78,7 @@ TEST_F(Projects, GoOnWithWhatCannotBeStoredOrRead) {
 
     Form.OpenProject(Folder / "one");
     Select("a.c");
-    Pick(Form, "&Edit file");
+    Pick(Form, "O&pen");
     const FileHandle held(::CreateFileA((Folder / "one\\a.c").c_str(), GENERIC_READ, 0, nullptr,
                                         OPEN_EXISTING, 0, nullptr));
     ASSERT_TRUE(held);
@@ -123,7 +123,7 @@ TEST_F(Projects, WorkOnWhatIsSelected) {
     // Without the name it would be about the whole project.
     Select("gone.c");
     ::DeleteFileA((Folder / "one\\gone.c").c_str());
-    Pick(Form, "Unedi&t");
+    Pick(Form, "&Unedit");
     EXPECT_TRUE(cvs.CommandLine.ends_with(" gone.c")) << cvs.CommandLine;
     // A bare name is one in the file's folder.
     Select("a.c");
@@ -243,7 +243,7 @@ TEST_F(Projects, ShowWhatIsMissingAndCanGetItBack) {
     for (int i = 0; i < list.Count(); ++i)
         rows += list.Row(i).Caption + '=' + list.Row(i).SubItems[0] + ' ' +
                 list.Row(i).SubItems[1] + ';';
-    EXPECT_EQ(rows, "a.c=Changed in workspace 1.1;gone.c=Missing 1.2;taken.c=Removed -1.3;");
+    EXPECT_EQ(rows, "a.c=Changed 1.1;gone.c=Missing 1.2;taken.c=Removed -1.3;");
     const auto loads = [this] {
         const std::string told = Told(), message = "does not have";
         int count = 0;
@@ -371,29 +371,39 @@ TEST_F(Projects, PullIntoAFolderThatIsNotThereYet) {
     EXPECT_NE(Told().find("folder:" + (Folder / "new\\deep") + ";"), std::string::npos) << Told();
 }
 
-TEST_F(Projects, TakeNoFolderForEverythingInTheProject) {
-    support::WriteBytes(Folder / "one\\sub\\c.c", "c");
-    support::WriteBytes(Folder / "one\\CVS\\Entries", "");
-    Form.OpenProject(Folder / "one");
-    auto& list = support::Part<TListView>(Form, "List");
-    const auto selected = [&] {
-        for (TMenuItem* menu : support::Part<TMainMenu>(Form, "Menu").Items()) {
-            std::string enabled;
-            for (const TMenuItem* item : menu->Items())
-                if (item->Enabled() && item->Caption() != "-")
-                    enabled += item->Caption() + ' ';
-            if (menu->Caption() == "&Selection")
-                return enabled;
-        }
-        return std::string();
-    };
-    for (int i = 0; i < list.Count(); ++i) {
-        list.Select(i);
-        const bool isFile = list.Row(i).Caption == "a.c";
-        EXPECT_EQ(selected() == "&Add &Ignore ", !isFile) << selected();
-        EXPECT_EQ(selected().find("&Commit") != std::string::npos, isFile) << selected();
+TEST_F(Projects, WorkOnSeveralFilesAndFoldersInAsManyCommandsAsItTakes) {
+    const std::string records = "\\CVS\\Entries", name(100, 'n');
+    support::WriteBytes(Folder / "one\\CVS\\Root", "C:\\none\r\n");
+    support::WriteBytes(Folder / "one\\sub\\CVS\\Root", "C:\\none\r\n");
+    std::string entries;
+    for (int i = 0; i < 300; ++i) {
+        support::WriteBytes(Folder / "one\\sub" + ("\\" + name + std::to_string(i)), "x");
+        entries += "/" + name + std::to_string(i) + "/1.1/dummy//\r\n";
     }
-    EXPECT_EQ(list.Count(), 2);
+    support::WriteBytes(Folder / "one\\sub" + records, entries);
+    support::WriteBytes(Folder / "one" + records, "/a.c/1.1/dummy//\r\nD/sub////\r\n");
+    Form.OpenProject(Folder / "one");
+    TCvsObject& cvs = Form.Project()->Cvs();
+    cvs.CvsExecutable = support::FakeClient() + " arguments";
+    auto& list = support::Part<TListView>(Form, "List");
+    list.SelectAll();
+    // Of what it passes to the client, a folder is named by itself.
+    Pick(Form, "&Status");
+    EXPECT_NE(Told().find("[status]\r\n[sub]\r\n[a.c]\r\n"), std::string::npos) << Told();
+    // To be removed are files: those in it, in parts, each of them once.
+    Answer(true);
+    const std::size_t before = Told().size();
+    Pick(Form, "&Remove");
+    const std::string told = Told().substr(before);
+    std::size_t commands = 0, files = 0;
+    for (std::size_t at = 0; (at = told.find("[remove]", at)) != std::string::npos; ++at)
+        ++commands;
+    for (std::size_t at = 0; (at = told.find("[sub\\" + name, at)) != std::string::npos; ++at)
+        ++files;
+    EXPECT_EQ(commands, 2u);
+    EXPECT_EQ(files, 300u);
+    EXPECT_NE(told.find("[a.c]"), std::string::npos);
+    EXPECT_EQ(list.SelectedIndices().size(), 2u) << "what was chosen stays so";
 }
 
 TEST_F(Projects, SurviveAClientThatCrashes) {
@@ -464,7 +474,7 @@ TEST_F(Projects, KeepWhatIsNotSavedWhenTheSessionEnds) {
     EXPECT_TRUE(::SendMessageW(Form.Handle(), WM_QUERYENDSESSION, 0, 0))
         << "nothing stands against it";
     Select("a.c");
-    Pick(Form, "&Edit file");
+    Pick(Form, "O&pen");
     TDocumentForm* document = nullptr;
     ::EnumThreadWindows(::GetCurrentThreadId(), FindDocument, reinterpret_cast<LPARAM>(&document));
     ASSERT_TRUE(document);
@@ -486,7 +496,7 @@ TEST_F(Projects, AskToSaveBeforeEachCommandOnce) {
     Form.OpenProject(Folder / "one");
     Form.Project()->Cvs().CvsExecutable = support::FakeClient() + " exit 0";
     Select("a.c");
-    Pick(Form, "&Edit file");
+    Pick(Form, "O&pen");
     TDocumentForm* document = nullptr;
     ::EnumThreadWindows(::GetCurrentThreadId(), FindDocument, reinterpret_cast<LPARAM>(&document));
     ASSERT_TRUE(document);

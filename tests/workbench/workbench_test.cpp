@@ -52,10 +52,10 @@ protected:
     ~Documents() override { DialogFunctions() = Dialogs_; }
 
     /// What the user answers to the next question.
-    void Answer(bool yes) {
-        DialogFunctions().AskYesNo = [this, yes](const std::string&, const std::string&) {
+    void Answer(TAnswer answer) {
+        DialogFunctions().AskYesNoCancel = [this, answer](const std::string&, const std::string&) {
             ++Questions;
-            return yes;
+            return answer;
         };
     }
 
@@ -103,18 +103,21 @@ TEST_F(Documents, FollowTheFileUntilTheUserTypes) {
     EXPECT_FALSE(form.Save());
     EXPECT_EQ(ReadBytes(Folder / "file"), "again");
     form.Show();
-    Answer(false);
+    Answer(TAnswer::Cancel);
+    form.Close();
+    EXPECT_TRUE(form.Visible()) << "given up";
+    Answer(TAnswer::No);
     form.Close();
     EXPECT_FALSE(form.Visible());
     EXPECT_EQ(ReadBytes(Folder / "file"), "again") << "not to be saved";
 
-    TDocumentForm fresh("Output", "of a tool");
+    TDocumentForm fresh("Output", "of a tool", "");
     fresh.Show();
     fresh.Close();
-    EXPECT_EQ(Questions, 1) << "nothing was typed: nothing is asked";
+    EXPECT_EQ(Questions, 2) << "nothing was typed: nothing is asked";
     fresh.Show();
     support::Part<TMemo>(fresh, "Memo1").SetText("of a user");
-    Answer(true);
+    Answer(TAnswer::Yes);
     DialogFunctions().SaveFile = [](const std::string&, std::string&) { return false; };
     fresh.Close();
     EXPECT_TRUE(fresh.Visible()) << "the user gave up";
