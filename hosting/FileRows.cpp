@@ -9,11 +9,13 @@
 #include "core/Cvs_time.h"
 #include "core/Cvs_utils.h"
 #include "cvs/AdminFiles.h"
+#include "cvs/Cvstempl.h"
 #include "framework/base/exceptions.h"
 #include "framework/base/files.h"
 #include "framework/base/paths.h"
 #include "framework/base/text.h"
 #include "framework/base/text_file.h"
+#include "hosting/ClientIgnores.h"
 
 namespace hosting {
 
@@ -179,7 +181,24 @@ std::string TFileRow::Path() const {
     return SlashSep(Directory, Name);
 }
 
+namespace {
+
+/// Whether the client's own list of what it passes over holds in a folder.
+bool HasClientIgnores(const std::string& folder, const TWorkDirTree& items) {
+    const auto* const cvs = dynamic_cast<const TCvsObject*>(items.CvsObj());
+    const std::string list = SlashSep(folder, IgnoreFileName);
+    try {
+        return !(cvs && EndClientIgnores(cvs->CVSIGNORE())) &&
+               !(FileExists(list) && EndClientIgnores(ReadFileBytes(list)));
+    } catch (const EInOutError&) {
+        return true;
+    }
+}
+
+}  // namespace
+
 std::vector<TFileRow> RowsOf(const std::string& folder, const TWorkDirTree& items) {
+    const bool hasClientIgnores = HasClientIgnores(folder, items);
     std::vector<std::string> order;
     // What lies behind a link is not part of this working copy, and its files are there.
     TRecords records = IsLink(folder) ? TRecords{} : ReadRecords(folder, order);
@@ -190,6 +209,9 @@ std::vector<TFileRow> RowsOf(const std::string& folder, const TWorkDirTree& item
         if (at != records.end())
             at->second.IsTaken = true;
         rows.push_back(RowOf(item, at == records.end() ? nullptr : &at->second, zone));
+        TFileRow& row = rows.back();
+        if (row.State == TFileState::Unknown && hasClientIgnores && IsIgnoredByClient(row.Name))
+            row.State = TFileState::Ignored;
     }
     for (const std::string& key : order) {
         TRecord& record = records[key];

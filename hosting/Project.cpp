@@ -304,6 +304,16 @@ void TProject::Reload() {
     Cvs_.Load_WorkDirTree();
 }
 
+void TProject::Refresh() {
+    const bool wasStored = Stored();
+    ReturnToFolder();
+    if (Stored() != wasStored)
+        Examine();
+    const TMessageEvent told = std::exchange(Cvs_.OnMessage, nullptr);
+    Cvs_.Load_WorkDirTree();
+    Cvs_.OnMessage = told;
+}
+
 // --- operations -------------------------------------------------------------------------------
 
 bool TProject::Operate(const std::function<bool(TCvsObject&)>& operation,

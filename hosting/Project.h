@@ -93,8 +93,10 @@ public:
     /// Runs what waits; only while on-line.
     void RunWaiting();
 
-    /// Reads the files anew.
+    /// Reads the files anew, and which repositories they belong to.
     void Reload();
+    /// Reads the files anew without a word: nobody has asked for it.
+    void Refresh();
     /// Stores what belongs to the project. What cannot be stored is told.
     void Save();
 

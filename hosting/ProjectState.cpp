@@ -68,6 +68,7 @@ void TOperationState::PutInto(TCvsObject& cvs, const std::vector<std::string>& s
     cvs.RemoveFromRepository = RemoveFromRepository;
     cvs.KeepCvsIgnore = KeepCvsIgnore;
     cvs.LocalOnly = LocalOnly;
+    cvs.CreateDirs = CreateDirs;
     cvs.ExportInsteadOfCheckout = cvs.KeepProjectCopy = cvs.WizardDataAccepted = false;
     cvs.Set_OsMoveFilesFlag(false);
     cvs.DeleteLocalFiles = false;

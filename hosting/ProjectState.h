@@ -36,6 +36,7 @@ struct TOperationState {
     bool RemoveFromRepository = false;
     bool KeepCvsIgnore = true;
     bool LocalOnly = false;
+    bool CreateDirs = true;  ///< An update brings folders that are new in the repository.
 
     /// Begins an operation on the selection (full paths; none for the whole project). What is the
     /// project's is left alone.

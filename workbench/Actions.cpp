@@ -29,6 +29,7 @@ void TMainForm::Busily(const std::function<void(TProject& project)>& action) {
     WholeOutput_.Begin();
     {
         const TBusy busy(Busy_);
+        Watch();
         EnableMenu();
         ShowStatus("Working...");
         try {
@@ -45,6 +46,7 @@ void TMainForm::Busily(const std::function<void(TProject& project)>& action) {
     ReloadDocuments();
     ShowStatus(project.Outcome());
     ShowFiles();
+    Watch();
     EnableMenu();
     CloseIfPending();
 }
@@ -223,6 +225,7 @@ void TMainForm::AskForFile() {
 void TMainForm::Refresh() {
     Current_->Reload();
     ShowFiles();
+    Watch();
 }
 
 void TMainForm::NewDocument() {

@@ -5,6 +5,7 @@
 #include "framework/base/files.h"
 #include "framework/base/paths.h"
 #include "framework/ui/dialogs.h"
+#include "workbench/Conflicts.h"
 
 namespace workbench {
 
@@ -68,8 +69,58 @@ void TDocumentForm::AddControls() {
     file.Add("&Save", {'S', true}).OnClick = [this](TObject*) { Save(); };
     file.AddSeparator();
     file.Add("&Close", {'W', true}).OnClick = [this](TObject*) { CloseQuery(); };
+    AddConflictMenu();
     SetClientSize(Scale(600), Scale(400));
     SetMinClientSize(Scale(200), Scale(100));
+}
+
+void TDocumentForm::AddConflictMenu() {
+    TMenuItem& menu = Menu_->Add("&Conflicts");
+    const auto add = [&](const char* caption, TShortcut shortcut, std::function<void()> action) {
+        menu.Add(caption, shortcut).OnClick = [action](TObject*) { action(); };
+    };
+    add("&Next", {VK_F4}, [this] { TurnToConflict(true); });
+    add("&Previous", {VK_F4, false, true}, [this] { TurnToConflict(false); });
+    menu.AddSeparator();
+    add("Take &mine", {'1', true}, [this] { Resolve(true, false); });
+    add("Take &theirs", {'2', true}, [this] { Resolve(false, true); });
+    add("Take &both", {'3', true}, [this] { Resolve(true, true); });
+}
+
+void TDocumentForm::TurnToConflict(bool next) {
+    const std::string text = Memo1_->Text();
+    const std::size_t at = Memo1_->SelectionStart();
+    std::optional<TConflict> found = next ? NextConflict(text, at + 1) : PreviousConflict(text, at);
+    // Behind the last comes the first again.
+    if (!found)
+        found = next ? NextConflict(text, 0) : PreviousConflict(text, text.size());
+    if (!found) {
+        Memo1_->Select(at, 0);
+        return ShowCaption(" - no conflicts");
+    }
+    Memo1_->Select(found->Start, found->End - found->Start);
+    ShowCaption();
+}
+
+void TDocumentForm::Resolve(bool mine, bool theirs) {
+    if (Memo1_->ReadOnly())
+        return;
+    const std::string text = Memo1_->Text();
+    const std::size_t at = Memo1_->SelectionStart();
+    // The one that the user is in, or the next.
+    std::optional<TConflict> found = PreviousConflict(text, at + 1);
+    if (!found || found->End <= at)
+        found = NextConflict(text, at);
+    if (!found)
+        return TurnToConflict(true);
+    Memo1_->Select(found->Start, found->End - found->Start);
+    Memo1_->ReplaceSelection((mine ? found->Mine : "") + (theirs ? found->Theirs : ""));
+    Memo1_->Select(found->Start, 0);
+    const std::string after = Memo1_->Text();
+    if (const auto more = NextConflict(after, found->Start))
+        Memo1_->Select(more->Start, more->End - more->Start);
+    else
+        TurnToConflict(true);
 }
 
 void TDocumentForm::Load(const std::string& bytes) {
@@ -89,8 +140,8 @@ std::string TDocumentForm::Bytes() const {
     return UnixLines_ ? WithoutReturns(Memo1_->Text()) : Memo1_->Text();
 }
 
-void TDocumentForm::ShowCaption() {
-    SetText(Title_ + (Modified_ ? " *" : "") + (Memo1_->ReadOnly() ? " (read-only)" : ""));
+void TDocumentForm::ShowCaption(const std::string& remark) {
+    SetText(Title_ + (Modified_ ? " *" : "") + (Memo1_->ReadOnly() ? " (read-only)" : "") + remark);
 }
 
 bool TDocumentForm::Save() {

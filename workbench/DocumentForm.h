@@ -51,7 +51,12 @@ protected:
 private:
     void AddControls();
     void Load(const std::string& bytes);
-    void ShowCaption();
+    void AddConflictMenu();
+    void ShowCaption(const std::string& remark = {});
+    /// Selects the next conflict, or the one before; tells when there is none.
+    void TurnToConflict(bool next);
+    /// Puts what is to stay in the place of the conflict at hand, and turns to the next.
+    void Resolve(bool mine, bool theirs);
     std::string Bytes() const;
 
     std::string Path_;

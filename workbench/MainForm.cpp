@@ -44,6 +44,7 @@ TMainForm::TMainForm(TSettings& settings, const TPackageRegistry& packages)
     BuildMenu();
     BuildToolBar();
     BuildPopups();
+    WatchTimer_.OnTimer = [this](TObject*) { WatchTick(); };
     ShowProject();
     Tell(Recovery_.Notice());
 }
@@ -247,6 +248,7 @@ void TMainForm::ShowProject() {
     SetText(Current_ ? ExtractFileName(Current_->Folder()) + " - " + Title : Title);
     ShowRecent();
     ShowFiles();
+    Watch();
 }
 
 void TMainForm::ShowFiles() {
@@ -329,8 +331,31 @@ void TMainForm::FileSaved(const std::string& path) {
     if (Busy_ || AskedToSave_ || !Current_ ||
         !SameText(path.substr(0, Current_->Folder().size()), Current_->Folder()))
         return;
-    Current_->Reload();
+    Current_->Refresh();
     ShowFiles();
+}
+
+void TMainForm::Watch() {
+    Noticed_ = {};
+    Watch_.reset();
+    if (Current_ && !Busy_)
+        Watch_.emplace(Current_->Folder());
+    WatchTimer_.SetEnabled(Watch_.has_value());
+}
+
+void TMainForm::WatchTick() {
+    if (Busy_ || !Watch_ || !Current_ || !DirectoryExists(Current_->Folder()))
+        return;
+    const TFolderChanges changes = Watch_->Look();
+    Noticed_.Roots |= changes.Roots;
+    if (std::exchange(Noticed_.Any, changes.Any) && !changes.Any) {
+        if (std::exchange(Noticed_.Roots, false))
+            Current_->Reload();
+        else
+            Current_->Refresh();
+        ShowFiles();
+        ReloadDocuments();
+    }
 }
 
 bool TMainForm::SaveDocuments() {

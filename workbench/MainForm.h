@@ -17,8 +17,10 @@
 #include "framework/ui/rich_edit.h"
 #include "framework/ui/splitter.h"
 #include "framework/ui/status_bar.h"
+#include "framework/ui/timer.h"
 #include "framework/ui/tool_bar.h"
 #include "framework/ui/tree_view.h"
+#include "hosting/FolderWatch.h"
 #include "hosting/KeptOutput.h"
 #include "hosting/Project.h"
 #include "hosting/Recovery.h"
@@ -89,6 +91,9 @@ private:
     void OpenDocument(const std::string& path);
     void ReloadDocuments();
     void FileSaved(const std::string& path);
+    /// Shows what others have changed, when they have come to rest.
+    void WatchTick();
+    void Watch();
     /// Selects a file or folder of the project at hand where it is.
     void Reveal(const std::string& path);
 
@@ -195,6 +200,9 @@ private:
     framework::TRichEdit* Output_;
     std::optional<TOutputPane> Pane_;  // what Output_ shows
     framework::TStatusBar* Status_;
+    std::optional<hosting::TFolderWatch> Watch_;  // of the project at hand, while nothing runs
+    framework::TFormTimer WatchTimer_{*this, 1500};
+    hosting::TFolderChanges Noticed_;
     hosting::TKeptOutput WholeOutput_;
     hosting::TRecovery Recovery_;
 };

@@ -124,6 +124,29 @@ bool TTextControl::FindNext(const std::string& text) {
     return false;
 }
 
+void TTextControl::Select(std::size_t start, std::size_t length) {
+    const std::string text = Text();
+    const auto place = [&](std::size_t bytes) {
+        return static_cast<LONG>(ToControl(ToWide(text.substr(0, bytes))).size());
+    };
+    CHARRANGE range{place(start), place(start + length)};
+    ::SendMessageW(Handle(), EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&range));
+    ::SendMessageW(Handle(), EM_SCROLLCARET, 0, 0);
+}
+
+std::size_t TTextControl::SelectionStart() const {
+    CHARRANGE selected{};
+    ::SendMessageW(Handle(), EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&selected));
+    const std::wstring wide =
+        ToControl(ToWide(Text())).substr(0, static_cast<std::size_t>(selected.cpMin));
+    return FromWide(wide).size() + static_cast<std::size_t>(std::ranges::count(wide, L'\r'));
+}
+
+void TTextControl::ReplaceSelection(const std::string& text) {
+    const std::wstring wide = ToControl(ToWide(text));
+    ::SendMessageW(Handle(), EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(wide.c_str()));
+}
+
 std::string TTextControl::CaretLine() const {
     CHARRANGE selected{};
     ::SendMessageW(Handle(), EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&selected));

@@ -32,6 +32,13 @@ public:
     /// Selects the next place of a text (any case) behind the selection, from the beginning again
     /// where there is none; false when there is none at all.
     bool FindNext(const std::string& text);
+    /// Selects a part of the text and brings it into view. @param start, length in bytes of the
+    /// text, a line's end counting two.
+    void Select(std::size_t start, std::size_t length);
+    /// Where the selection begins, likewise.
+    std::size_t SelectionStart() const;
+    /// Puts a text in the place of what is selected. The user can take it back.
+    void ReplaceSelection(const std::string& text);
     /// The line with the caret, without its end.
     std::string CaretLine() const;
 
