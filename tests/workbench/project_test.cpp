@@ -257,7 +257,7 @@ TEST_F(Projects, ShowWhatIsMissingAndCanGetItBack) {
     Select("gone.c");
     ExpectForm("CVS update", [](TForm& form) { Click(form, "BitBtn1"); });
     Pick(Form, "&Update");
-    EXPECT_NE(Told().find("[update]\r\n[-P]\r\n[gone.c]\r\n"), std::string::npos) << Told();
+    EXPECT_NE(Told().find("[update]\r\n[-P]\r\n[-d]\r\n[gone.c]\r\n"), std::string::npos) << Told();
     EXPECT_EQ(loads(), 2) << "the files are read once for an operation";
     Select("gone.c");
     Pick(Form, "&Remove");
