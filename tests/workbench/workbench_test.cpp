@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
+
 #include "framework/base/files.h"
 #include "framework/base/handle.h"
 #include "framework/ui/application.h"
@@ -157,6 +159,44 @@ std::string ProgramBeside(const std::string& name) {
     ::GetModuleFileNameA(nullptr, path, MAX_PATH);
     const std::string self = path;
     return self.substr(0, self.find_last_of('\\') + 1) + name;
+}
+
+/// A resource of a file; empty when it has none.
+std::string ResourceOf(const std::string& file, int id, LPCSTR type) {
+    const HMODULE module =
+        ::LoadLibraryExA(ProgramBeside(file).c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
+    const HRSRC found = ::FindResourceA(module, MAKEINTRESOURCEA(id), type);
+    const auto* const bytes =
+        found ? static_cast<const char*>(::LockResource(::LoadResource(module, found))) : nullptr;
+    std::string resource = bytes ? std::string(bytes, ::SizeofResource(module, found)) : "";
+    ::FreeLibrary(module);
+    return resource;
+}
+
+TEST(Programs, SayWhatTheyAreAndWhatTheyRunOn) {
+    const std::string manifest = ResourceOf("tandrel.exe", 1, RT_MANIFEST);
+    for (const char* part :
+         {"Common-Controls\" version=\"6", "asInvoker", ">true</dpiAware>",
+          // Windows 7, 8, 8.1, and 10 with 11.
+          "{35138b9a-5d96-4fbd-8e2d-a2440225f93a}", "{4a2f28e3-53b9-4441-ba9c-d69d4a4a6e38}",
+          "{1f676c76-80e1-4239-95bb-83d0f6d0da78}", "{8e0f7a12-bfb3-4fe8-b9a5-48fd50a15a9a}"})
+        EXPECT_NE(manifest.find(part), std::string::npos) << part;
+    EXPECT_NE(ResourceOf("tandrel.exe", 1, RT_GROUP_ICON), "");
+    const auto fixed = [](const std::string& file) {
+        const std::string version = ResourceOf(file, 1, RT_VERSION);
+        const std::size_t start = version.find("\xBD\x04\xEF\xFE");
+        VS_FIXEDFILEINFO info{};
+        if (start != std::string::npos)
+            std::memcpy(&info, version.data() + start, sizeof info);
+        return info;
+    };
+    const VS_FIXEDFILEINFO program = fixed("tandrel.exe");
+    EXPECT_GT(program.dwFileVersionMS, 0u);
+    EXPECT_EQ(program.dwFileType, static_cast<DWORD>(VFT_APP));
+    for (const char* library : {"framework.dll", "tandrel.dll", "hosting.dll"}) {
+        EXPECT_EQ(fixed(library).dwFileVersionMS, program.dwFileVersionMS) << library;
+        EXPECT_EQ(fixed(library).dwFileType, static_cast<DWORD>(VFT_DLL)) << library;
+    }
 }
 
 struct TStarted {
