@@ -313,6 +313,7 @@ std::vector<std::string> TCommandBuilder::NamesToAdd() const {
         return Context_.IsUnderVersionControl(folder.Path);
     });
     std::vector<std::string> names;
+    names.reserve(folders.size());
     for (const TFolder& folder : folders)
         names.push_back(RelativeName(folder.Parent, folder.Name));
     if (Context_.NewFoldersOnly)

@@ -46,7 +46,7 @@ std::string FirstUnusable(const std::string& folder, std::size_t more) {
     for (framework::TSearchRec entry; search.Next(entry);) {
         if (entry.Name == "." || entry.Name == "..")
             continue;
-        const std::string path = SlashSep(folder, entry.Name);
+        std::string path = SlashSep(folder, entry.Name);
         // A folder is listed with a pattern behind its name.
         const std::size_t room = more + (entry.IsDirectory() ? sizeof "\\*.*" - 1 : 0);
         if (framework::IsUnusable(entry.Name) || path.size() + room >= MAX_PATH)

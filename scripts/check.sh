@@ -3,7 +3,8 @@
 #
 # Reads all sources, or those named, with a second compiler: clang for the same target, with the
 # cross compiler's headers and warnings as errors, then clang-tidy with what .clang-tidy lists; and
-# the scripts with shellcheck.  Nothing is built.  The exit code is 0 only when nobody has anything
+# the scripts with shellcheck.  Nothing is built.  A source that nobody had anything to say about is
+# remembered in the cache, with all that it includes, and not read again.  The exit code is 0 only when nobody has anything
 # to say.
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -46,13 +47,24 @@ read_one() {
         framework/*) options+=(-DFRAMEWORK_BUILD) ;;
         package/*) options+=(-DTANDREL_BUILD) ;;
     esac
-    clang++ "${options[@]}" "$1" && clang-tidy --quiet "$1" -- "${options[@]}" 2>/dev/null
+    local stamp
+    stamp=$read_before/$( (clang++ "${options[@]}" -E -C "$1"; cat .clang-tidy) | sha256sum | cut -c1-32)
+    if [ -e "$stamp" ]; then
+        touch "$stamp"
+        return
+    fi
+    clang++ "${options[@]}" "$1" && clang-tidy --quiet "$1" -- "${options[@]}" 2>/dev/null &&
+        touch "$stamp"
 }
+export read_before=$cache/read
+mkdir -p "$read_before"
+find "$read_before" -type f -mtime +14 -delete
 log=$logs/check.log
 : >"$log"
 code=0
 export -f read_one
 export options_text="${options[*]@Q}"
+# shellcheck disable=SC2016 # the shell that xargs starts expands it
 printf '%s\0' "${sources[@]}" |
     xargs -0 -P "$(nproc)" -I{} bash -c 'eval "options=($options_text)"; read_one "$1"' _ {} \
         >"$log" 2>&1 || code=1

@@ -8,8 +8,9 @@ build=$1 source=$2 target=$3
 objdump=i686-w64-mingw32-objdump
 [ "$target" = win32 ] || objdump=x86_64-w64-mingw32-objdump
 code=0
-for file in framework.dll tandrel.dll hosting.dll tandrel.exe libstdc++-6.dll libgcc_s_*.dll libwinpthread-1.dll; do
-    path=$(echo "$build"/bin/$file) # the one that this compiler has
+for path in "$build"/bin/{framework,tandrel,hosting,libstdc++-6,libwinpthread-1}.dll \
+    "$build"/bin/libgcc_s_*.dll "$build/bin/tandrel.exe"; do
+    file=${path##*/}
     headers=$("$objdump" -p "$path")
     [[ $headers == *DLL\ Name* ]] || { echo "$file: nothing could be read"; exit 1; }
     unknown=$(awk '/DLL Name:/ { dll = tolower($3) } /^\t[0-9a-f]+\t/ { print dll, $NF }' <<<"$headers" |

@@ -1,0 +1,305 @@
+// The list, the tree and the output: what they show, and what stays as it was.
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+#include "framework/ui/buttons.h"
+#include "framework/ui/edits.h"
+#include "framework/ui/status_bar.h"
+#include "hosting/CommandSummary.h"
+#include "support/WaitUntil.h"
+#include "tests/workbench/Projects.h"
+#include "workbench/Conflicts.h"
+#include "workbench/FileList.h"
+
+namespace {
+
+using namespace tests;
+using enum TFileState;
+
+// --- rows -------------------------------------------------------------------------------------
+
+TFileRow Row(const std::string& name, TFileState state, const std::string& revision = "",
+             const std::string& folder = "C:\\p") {
+    TFileRow row;
+    row.Directory = folder;
+    row.Name = name;
+    row.State = state;
+    row.Revision = revision;
+    row.IsDirectory = state == Folder;
+    return row;
+}
+
+std::string Names(const std::vector<TFileRow>& rows) {
+    std::string names;
+    for (const TFileRow& row : rows)
+        names += row.Name + " ";
+    return names;
+}
+
+TEST(Rows, AreFilteredAndSortedWithFoldersFirst) {
+    const std::vector<TFileRow> rows = {Row("b.c", Changed, "1.10"),     Row("Lib", Folder),
+                                        Row("a.h", Unchanged, "1.9"),    Row("x.o", Ignored),
+                                        Row("c.C", Conflict, "1.9.2.1"), Row("new", Unknown)};
+    EXPECT_EQ(Names(Arrange(rows, {})), "Lib a.h b.c c.C new x.o ");
+    EXPECT_EQ(Names(Arrange(rows, {.Descending = true})), "Lib x.o new c.C b.c a.h ");
+    EXPECT_EQ(Names(Arrange(rows, {.SortColumn = 2})), "Lib new x.o a.h c.C b.c ")
+        << "numbers, not texts";
+    EXPECT_EQ(Names(Arrange(rows, {.ChangedOnly = true})), "b.c c.C new ");
+    EXPECT_EQ(Names(Arrange(rows, {.HideIgnored = true, .SortColumn = 1})), "Lib a.h b.c c.C new ");
+    EXPECT_EQ(Names(Arrange(rows, {.Filter = "*.c"})), "b.c c.C ");
+    EXPECT_EQ(Names(Arrange(rows, {.Filter = "L"})), "Lib ");
+    EXPECT_EQ(Names(Arrange({}, {.ChangedOnly = true, .Filter = "?"})), "");
+}
+
+TEST(Rows, KeepTheirPlaceAndSelectionWhenOthersComeAndGo) {
+    TForm form("List");
+    auto& view = form.Make<TListView>("List", form, TListViewStyle{.MultiSelect = true});
+    TFileList list(view);
+    int told = 0;
+    list.OnSelect = [&] { ++told; };
+    std::vector<TFileRow> rows = {Row("b", Changed), Row("c", Unchanged), Row("d", Unchanged)};
+    const auto selected = [&] {
+        std::string names;
+        for (const TFileRow* row : list.Selection())
+            names += row->Name + " ";
+        return names;
+    };
+    list.Show("C:\\p", false, rows);
+    view.SelectAll();
+    EXPECT_EQ(selected(), "b c d ");
+    EXPECT_TRUE(list.Select("c:\\P\\c"));
+    view.Select(2);
+    EXPECT_EQ(selected(), "c d ");
+    told = 0;
+    list.Show("C:\\p", false, rows);
+    EXPECT_EQ(told, 0) << "nothing has changed";
+    rows.insert(rows.begin(), Row("a", Unknown));
+    rows.erase(rows.begin() + 2);
+    list.Show("C:\\p", false, rows);
+    EXPECT_EQ(selected(), "d ") << "c is gone";
+    EXPECT_EQ(view.Row(0).Caption + view.Row(0).SubItems[0], "aNot in repository");
+    list.SetView({.Descending = true});
+    EXPECT_EQ(selected(), "d ");
+    EXPECT_EQ(view.SelectedIndex(), 0);
+    list.Show("C:\\q", false, {Row("d", Changed, "1.1", "C:\\q")});
+    EXPECT_EQ(selected(), "") << "another one of that name";
+    list.Show("C:\\q", false, {});
+    EXPECT_EQ(view.Count(), 0);
+    EXPECT_FALSE(list.Select("C:\\q\\d"));
+}
+
+// --- conflicts --------------------------------------------------------------------------------
+
+TEST(Conflicts, AreFoundForwardAndBackward) {
+    const std::string first = "<<<<<<< a.c\r\nmine\r\n=======\r\ntheirs\r\nmore\r\n>>>>>>> 1.2\r\n";
+    const std::string second = "<<<<<<< a.c\n=======\nnew\n>>>>>>> 1.3";
+    const std::string text = "top\r\n" + first + "between <<<<<<< no\r\n=======\r\n" + second;
+    const auto one = NextConflict(text, 0);
+    ASSERT_TRUE(one);
+    EXPECT_EQ(text.substr(one->Start, one->End - one->Start), first);
+    EXPECT_EQ(one->Mine + "|" + one->Theirs, "mine\r\n|theirs\r\nmore\r\n");
+    const auto two = NextConflict(text, one->Start + 1);
+    ASSERT_TRUE(two);
+    EXPECT_EQ(text.substr(two->Start, two->End - two->Start), second);
+    EXPECT_EQ(two->Mine + "|" + two->Theirs, "|new\n");
+    EXPECT_FALSE(NextConflict(text, two->Start + 1));
+    EXPECT_FALSE(NextConflict(text, text.size() + 5));
+    EXPECT_EQ(PreviousConflict(text, text.size())->Start, two->Start);
+    EXPECT_EQ(PreviousConflict(text, two->Start)->Start, one->Start);
+    EXPECT_FALSE(PreviousConflict(text, one->Start));
+    for (const char* torn : {"<<<<<<< a\nmine\n=======\ntheirs\n", "<<<<<<< a\nmine\n>>>>>>> b\n",
+                             "=======\n>>>>>>> b\n", "", "<<<<<<< "})
+        EXPECT_FALSE(NextConflict(torn, 0)) << torn;
+    // The marks of one that was cut off do not swallow the next.
+    EXPECT_EQ(NextConflict("<<<<<<< torn\n" + second, 0)->Start, 13u);
+}
+
+TEST(Conflicts, AreResolvedInTheEditor) {
+    const support::TTempFolder folder("conflicts");
+    const std::string path = folder / "a.c";
+    const auto conflict = [](const std::string& mine, const std::string& theirs) {
+        return "<<<<<<< a.c\r\n" + mine + "=======\r\n" + theirs + ">>>>>>> 1.2\r\n";
+    };
+    support::WriteBytes(path, "top\r\n" + conflict("A\r\n", "B\r\n") + "mid\r\n" +
+                                  conflict("C\r\n", "") + conflict("E\r\n", "F\r\n") + "end\r\n");
+    TDocumentForm form(path);
+    auto& memo = support::Part<TMemo>(form, "Memo1");
+    const auto choose = [&](const std::string& caption) {
+        for (const TMenuItem* menu : form.Find<TMainMenu>("Menu1")->Items())
+            for (TMenuItem* item : menu->Items())
+                if (item->Caption() == caption)
+                    return item->Click();
+        FAIL() << caption;
+    };
+    choose("&Next");
+    EXPECT_EQ(memo.SelectionStart(), 5u);
+    choose("Take &theirs");
+    choose("Take &mine");
+    choose("Take &both");
+    EXPECT_EQ(memo.Text(), "top\r\nB\r\nmid\r\nC\r\nE\r\nF\r\nend\r\n");
+    EXPECT_TRUE(form.Modified());
+    EXPECT_TRUE(form.Save());
+    EXPECT_EQ(support::ReadBytes(path), memo.Text());
+    choose("&Next");
+    EXPECT_TRUE(form.Text().ends_with("no conflicts")) << form.Text();
+}
+
+// --- what came of a command -------------------------------------------------------------------
+
+std::string SummaryOf(const std::string& said) {
+    TCommandSummary summary;
+    // In pieces that end anywhere.
+    for (std::size_t i = 0; i < said.size(); i += 7)
+        summary.Add(said.substr(i, 7));
+    return summary.Text();
+}
+
+TEST(Summaries, SayWhatTheClientSaid) {
+    EXPECT_EQ(
+        SummaryOf("cvs update: Updating .\r\nU a.c\r\nP sub/b.c\r\n? new.c\r\n"
+                  "RCS file: /repo/m.c,v\r\nMerging differences between 1.1 and 1.2 into m.c\r\n"
+                  "M sub/m.c\r\nM other.c\r\n"
+                  "Merging differences between 1.1 and 1.2 into README.txt\r\n"
+                  "rcsmerge: warning: conflicts during merge\r\nC doc/README.txt\r\n"),
+        "2 updated, 1 merged, 1 changed here, 1 not in the repository, "
+        "1 conflict: doc/README.txt");
+    EXPECT_EQ(
+        SummaryOf("new revision: 1.2; previous revision: 1.1\r\n"
+                  "initial revision: 1.1\r\nnew revision: delete; previous revision: 1.4\r\n"),
+        "2 committed, 1 removed");
+    EXPECT_EQ(SummaryOf("cvs add: scheduling file `n.c' for addition\r\n"
+                        "cvs remove: scheduling `o.c' for removal\r\n"),
+              "1 to be added, 1 to be removed");
+    EXPECT_EQ(SummaryOf("U a.c\r\ncvs [update aborted]: connect to host failed\r\nC late.c"),
+              "Failed: connect to host failed (1 updated)");
+    EXPECT_EQ(SummaryOf("Usage: M this\r\nM  two blanks\r\nX y\r\n"), "");
+}
+
+// --- the window -------------------------------------------------------------------------------
+
+TEST_F(Projects, StayAsTheyWereSeenOverACommand) {
+    for (const char* file : {"a\\x.c", "b\\deep\\y.c", "c\\z.c", "m.c"})
+        support::WriteBytes(Folder / "one\\" + file, file);
+    Form.OpenProject(Folder / "one");
+    auto& tree = support::Part<TTreeView>(Form, "Tree");
+    auto& list = support::Part<TListView>(Form, "List");
+    const auto shown = [&] {
+        std::string text;
+        for (const auto& node : tree.Root().Children().front()->Children())
+            text += node->Text() + (node->Expanded() ? "+" : "") + (node->Selected() ? "!" : "");
+        for (int i = 0; i < list.Count(); ++i)
+            text += " " + list.Row(i).Caption;
+        return text;
+    };
+    const auto& nodes = tree.Root().Children().front()->Children();
+    ASSERT_EQ(nodes.size(), 3u);
+    nodes[1]->SetExpanded(true);
+    nodes[1]->SetSelected(true);
+    EXPECT_EQ(shown(), "ab+!c deep");
+    std::string during;
+    EXPECT_TRUE(Operate([&](TCvsObject&) {
+        during = shown();
+        support::WriteBytes(Folder / "one\\b\\fresh.c", "");
+        return true;
+    }));
+    EXPECT_EQ(during, "ab+!c deep") << "nothing is cleared";
+    EXPECT_EQ(shown(), "ab+!c deep fresh.c");
+    Select("fresh.c");
+    // Folders come and go.
+    EXPECT_TRUE(Operate([&](TCvsObject&) {
+        support::DeleteFolder(Folder / "one\\a");
+        support::WriteBytes(Folder / "one\\d\\w.c", "");
+        return true;
+    }));
+    EXPECT_EQ(shown(), "b+!cd deep fresh.c");
+    EXPECT_EQ(Form.Selection(), std::vector{Folder / "one\\b\\fresh.c"});
+    EXPECT_TRUE(Operate([&](TCvsObject&) {
+        support::DeleteFolder(Folder / "one\\b");
+        return true;
+    }));
+    EXPECT_EQ(shown(), "cd c d a.c m.c") << "what was around it";
+    support::Check(Form, "WithFolders");
+    EXPECT_EQ(shown(), "cd a.c m.c w.c z.c");
+    support::Type(Form, "Filter", "?.c");
+    EXPECT_EQ(list.Count(), 4);
+    support::Type(Form, "Filter", "w");
+    EXPECT_EQ(shown(), "cd w.c");
+    EXPECT_EQ(list.Row(0).SubItems.back(), "d");
+}
+
+TEST_F(Projects, ShowWhatOthersChange) {
+    Form.OpenProject(Folder / "one");
+    Form.Show();
+    auto& list = support::Part<TListView>(Form, "List");
+    EXPECT_EQ(list.Count(), 1);
+    support::WriteBytes(Folder / "one\\by others.c", "");
+    EXPECT_TRUE(support::WaitUntil([&] { return list.Count() == 2; }));
+    ::DeleteFileA((Folder / "one\\a.c").c_str());
+    EXPECT_TRUE(support::WaitUntil([&] { return list.Count() == 1; }));
+    // Also records that name another repository.
+    support::WriteBytes(Folder / "one\\CVS\\Root", "C:\\none\r\n");
+    support::WriteBytes(Folder / "one\\CVS\\Repository", "one\r\n");
+    EXPECT_TRUE(support::WaitUntil([&] { return Form.Project()->Stored(); }));
+    EXPECT_NE(Told().find("belong to the repository C:\\none"), std::string::npos) << Told();
+}
+
+TEST_F(Projects, SayWhatRunsAndStopIt) {
+    Form.OpenProject(Folder / "one");
+    Form.Show();
+    auto& status = support::Part<TStatusBar>(Form, "Status");
+    std::string during;
+    // It talks all the time: no progress form, which waits for quiet, ever comes.
+    const ULONGLONG start = ::GetTickCount64();
+    TTimer presser(2500);
+    presser.OnTimer = [&](TObject*) {
+        during = status.PartText(1);
+        tests::PressKey(Form, VK_ESCAPE);
+    };
+    presser.SetEnabled(true);
+    EXPECT_FALSE(Run("say-and-sleep x 200 300"));
+    presser.SetEnabled(false);
+    EXPECT_LT(::GetTickCount64() - start, 30000u);
+    EXPECT_NE(during.find("say-and-sleep x 200 300 - "), std::string::npos) << during;
+    EXPECT_EQ(status.PartText(1), "Stopped");
+    EXPECT_TRUE(Run("exit 0"));
+    EXPECT_EQ(status.PartText(1), "Done");
+}
+
+TEST_F(Projects, HaveOneLetterForEachThingInAMenu) {
+    const auto letterOf = [](const std::string& caption) {
+        const std::size_t at = caption.find('&');
+        return at == std::string::npos ? ' ' : static_cast<char>(std::toupper(caption[at + 1]));
+    };
+    std::set<char> menus;
+    std::set<std::string> shortcuts;
+    for (const TMenuItem* menu : support::Part<TMainMenu>(Form, "Menu").Items()) {
+        EXPECT_TRUE(menus.insert(letterOf(menu->Caption())).second) << menu->Caption();
+        std::set<char> letters;
+        for (const TMenuItem* item : menu->Items()) {
+            if (item->Caption() == "-")
+                continue;
+            EXPECT_TRUE(letters.insert(letterOf(item->Caption())).second) << item->Caption();
+            EXPECT_NE(letterOf(item->Caption()), ' ') << item->Caption();
+        }
+    }
+}
+
+TEST_F(Projects, RememberHowTheirWindowIsArranged) {
+    auto& list = support::Part<TListView>(Form, "List");
+    std::vector<int> widths = list.ColumnWidths();
+    widths[0] = 231;
+    list.SetColumnWidths(widths);
+    support::Check(Form, "ChangedOnly");
+    Form.SetClientSize(Form.Scale(700), Form.Scale(500));
+    ::SendMessageW(Form.Handle(), WM_ENDSESSION, TRUE, 0);
+    Application().SetMainWindow(nullptr);
+    TMainForm again(Settings, Packages);
+    EXPECT_EQ(support::Part<TListView>(again, "List").ColumnWidths(), widths);
+    EXPECT_TRUE(support::Part<TCheckBox>(again, "ChangedOnly").Checked());
+    EXPECT_FALSE(support::Part<TCheckBox>(again, "HideIgnored").Checked());
+    EXPECT_EQ(again.ClientSize().cx, again.Scale(700));
+}
+
+}  // namespace
