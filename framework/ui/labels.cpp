@@ -23,6 +23,11 @@ void TLabel::AdjustSize() {
                    SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
+void TLabel::Resized() {
+    // The system would keep what is painted, with its lines broken for the size before.
+    ::InvalidateRect(Handle(), nullptr, TRUE);
+}
+
 TPanel::TPanel(TControl& parent) : TControl(&parent) {
     CreateHandle(L"STATIC", WS_CHILD | WS_VISIBLE, WS_EX_CONTROLPARENT, parent.Handle());
 }

@@ -15,6 +15,9 @@ public:
     /// Sets the text and makes the label as large as the text is.
     void SetText(const std::string& text) override;
 
+protected:
+    void Resized() override;
+
 private:
     void AdjustSize();
 

@@ -49,6 +49,32 @@ TEST(Controls, ShowTextInTheProcessCodePage) {
     EXPECT_EQ(label.Text(), "a much longer text\nin two lines");
 }
 
+std::vector<COLORREF> Shown(const TControl& control) {
+    std::vector<COLORREF> pixels;
+    const HDC dc = ::GetDC(control.Handle());
+    for (int y = 0; y < control.Height(); ++y)
+        for (int x = 0; x < control.Width(); ++x)
+            pixels.push_back(::GetPixel(dc, x, y));
+    ::ReleaseDC(control.Handle(), dc);
+    return pixels;
+}
+
+TEST(Labels, ArePaintedWholeInAnySize) {
+    TForm form("label");
+    form.SetClientSize(200, 120);
+    auto& label = form.Make<TLabel>("Label1", form, "i am", 80);
+    form.Show();
+    for (const char* text : {"a longer text that stands in several lines", "i am", "words of it"}) {
+        Application().ProcessMessages();
+        label.SetText(text);
+        Application().ProcessMessages();
+        const std::vector<COLORREF> shown = Shown(label);
+        ::RedrawWindow(label.Handle(), nullptr, nullptr,
+                       RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
+        EXPECT_TRUE(shown == Shown(label)) << text;
+    }
+}
+
 TEST(Controls, TakeTheirEdges) {
     TForm form("aligned");
     form.SetClientSize(300, 200);
