@@ -270,7 +270,7 @@ void TControl::GiveFocusAway() {
     if (!Parent_ || !focus || (focus != Handle_ && !::IsChild(Handle_, focus)))
         return;
     if (const HWND before = StopBefore(focus, Handle_))
-        ::SetFocus(before);
+        FocusUnasked(before);
 }
 
 void TControl::SetVisible(bool visible) {

@@ -220,10 +220,17 @@ void TForm::RestoreFocus() {
     // What stands on a disabled window would still hear the keys.
     if (!Enabled())
         return;
-    if (!LastFocus_ || !::IsChild(Handle(), LastFocus_) || !CanWalkFrom(LastFocus_, Handle()))
+    const bool known =
+        LastFocus_ && ::IsChild(Handle(), LastFocus_) && CanWalkFrom(LastFocus_, Handle());
+    if (!known)
         LastFocus_ = ::GetNextDlgTabItem(Handle(), nullptr, FALSE);
-    if (LastFocus_)
+    if (!LastFocus_)
+        return;
+    // A part of another form gets it when it is turned to: the user begins there anew.
+    if (known && !Hosted())
         ::SetFocus(LastFocus_);
+    else
+        FocusUnasked(LastFocus_);
 }
 
 LRESULT TForm::WndProc(UINT message, WPARAM wParam, LPARAM lParam) {

@@ -1,5 +1,7 @@
 #include "framework/ui/keyboard.h"
 
+#include "framework/ui/edits.h"
+
 namespace framework {
 
 bool CanWalkFrom(HWND control, HWND form) {
@@ -26,6 +28,12 @@ HWND StopBefore(HWND control, HWND container) {
             return stop;
     }
     return nullptr;
+}
+
+void FocusUnasked(HWND control) {
+    if (auto* const edit = dynamic_cast<TEdit*>(TControl::FromHandle(control)))
+        edit->SelectAll();
+    ::SetFocus(control);
 }
 
 TNoContainer::TNoContainer(HWND control) : Control_(nullptr) {

@@ -6,6 +6,7 @@
 
 #include "framework/base/text.h"
 #include "framework/ui/form.h"
+#include "framework/ui/keyboard.h"
 
 namespace framework {
 namespace {
@@ -107,7 +108,7 @@ void TPageControl::ShowPage(int index) {
     if (!before || !::IsChild(before, focus) || index < 0 || before == Page(index).Handle())
         return;
     const HWND first = FirstStop();
-    ::SetFocus(first ? first : Handle());
+    FocusUnasked(first ? first : Handle());
 }
 
 HWND TPageControl::FirstStop() const {
@@ -133,7 +134,7 @@ bool TPageControl::TabKey(bool back) {
     if (!first)
         return false;
     if (focus == Handle() && !back) {
-        ::SetFocus(first);
+        FocusUnasked(first);
         return true;
     }
     const HWND form = ::GetAncestor(Handle(), GA_ROOT);

@@ -448,8 +448,14 @@ TEST(PlaceStep, WantsAFolderThatIsThereAndThePasswordIsKept) {
     EXPECT_FALSE(PlaceProject_Prepare(cvs));
     EXPECT_EQ(cvs.WorkingDirectory(), folder / "none");
 
+    cvs.Password = "wrong";
     tests::ExpectForm("CVS login -step 1", [](TForm& form) {
-        EXPECT_FALSE(CanPress(form, "BitBtn4"));
+        const auto& password = Part<TEdit>(StepOf(form), "Edit3");
+        EXPECT_TRUE(password.Focused());
+        EXPECT_EQ(::SendMessageW(password.Handle(), EM_GETSEL, 0, 0), MAKELONG(0, 5))
+            << "what is typed takes its place, unseen as it is";
+        Type(StepOf(form), "Edit3", "");
+        EXPECT_TRUE(WaitUntil([&] { return !CanPress(form, "BitBtn4"); }));
         Type(StepOf(form), "Edit3", "secret");
         Press(form, "BitBtn4");
         EXPECT_FALSE(Part<TEdit>(StepOf(form), "Edit5").Visible()) << "only the connection";
