@@ -15,6 +15,10 @@ TApplication& Application() {
 
 namespace {
 
+bool MovesDefaultLook(UINT message) {
+    return message == WM_LBUTTONDOWN || (message >= WM_KEYFIRST && message <= WM_KEYLAST);
+}
+
 /// Lets the system handle the keys of dialogs.
 bool IsDialogKey(HWND form, MSG& message) {
     if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST)
@@ -48,7 +52,13 @@ bool TApplication::ProcessMessage(MSG& message) {
             HandleException();
             return true;
         }
-        if (IsDialogKey(top, message))
+        const bool used = IsDialogKey(top, message);
+        // The system looks for the default button by its identifier, and finds none that gets the
+        // look back when it takes it from another one. The form may be gone by now.
+        if (MovesDefaultLook(message.message))
+            if (auto* const left = dynamic_cast<TForm*>(TControl::FromHandle(top)))
+                left->MarkDefaultButton(::GetFocus());
+        if (used)
             return true;
     }
     ::TranslateMessage(&message);

@@ -35,11 +35,10 @@ bool IsDefault(TButtonRole role) {
 
 TButton::TButton(TControl& parent, const std::string& caption, TButtonRole role)
     : TControl(&parent), Form_(parent.Form()) {
-    const DWORD look = IsDefault(role) ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON;
-    CreateHandle(L"BUTTON", WS_CHILD | WS_VISIBLE | WS_TABSTOP | look, 0, parent.Handle(), caption,
-                 ButtonId);
+    CreateHandle(L"BUTTON", WS_CHILD | WS_VISIBLE | WS_TABSTOP | BS_PUSHBUTTON, 0, parent.Handle(),
+                 caption, ButtonId);
     if (IsDefault(role))
-        Form_.DefaultButton_ = this;
+        Form_.SetDefaultButton(this);
     if (role == TButtonRole::Cancel || role == TButtonRole::DefaultAndCancel)
         Form_.CancelButton_ = this;
 }
@@ -63,6 +62,23 @@ void TButton::Click() {
 void TButton::Notification(WORD code) {
     if (code == BN_CLICKED)
         Click();
+}
+
+LRESULT TButton::WndProc(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_SETFOCUS)
+        FocusMoves(Handle());
+    else if (message == WM_KILLFOCUS)
+        FocusMoves(reinterpret_cast<HWND>(wParam));
+    return TControl::WndProc(message, wParam, lParam);
+}
+
+void TButton::FocusMoves(HWND focus) {
+    const HWND top = ::GetAncestor(Handle(), GA_ROOT);
+    // A form that is left for another one keeps its looks: the focus comes back to where it was.
+    if (focus != top && !::IsChild(top, focus))
+        return;
+    if (auto* const form = dynamic_cast<TForm*>(FromHandle(top)))
+        form->MarkDefaultButton(focus);
 }
 
 TCheckBox::TCheckBox(TControl& parent, const std::string& caption) : TControl(&parent) {

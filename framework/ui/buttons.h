@@ -31,8 +31,11 @@ public:
 
 protected:
     void Notification(WORD code) override;
+    LRESULT WndProc(UINT message, WPARAM wParam, LPARAM lParam) override;
 
 private:
+    void FocusMoves(HWND focus);
+
     TForm& Form_;
 };
 

@@ -44,6 +44,16 @@ bool HasTopmostWindow() {
     return found;
 }
 
+BOOL CALLBACK MarkIfEqual(HWND window, LPARAM marked) {
+    if (!dynamic_cast<TButton*>(TControl::FromHandle(window)))
+        return TRUE;
+    const bool wanted = window == reinterpret_cast<HWND>(marked);
+    const LONG look = wanted ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON;
+    if ((::GetWindowLongW(window, GWL_STYLE) & BS_TYPEMASK) != look)
+        ::SendMessageW(window, BM_SETSTYLE, static_cast<WPARAM>(look), TRUE);
+    return TRUE;
+}
+
 int SystemDpi() {
     const HDC screen = ::GetDC(nullptr);
     const int dpi = ::GetDeviceCaps(screen, LOGPIXELSY);
@@ -110,6 +120,8 @@ void TForm::HostIn(TControl& parent) {
         (::GetWindowLongPtrW(Handle(), GWL_STYLE) & ~Frame) | static_cast<LONG_PTR>(WS_CHILD));
     ::SetParent(Handle(), parent.Handle());
     SetParent(&parent);
+    // Its own default button is none here.
+    Form().MarkDefaultButton(::GetFocus());
     const SIZE area = parent.ClientSize();
     ::SetWindowPos(Handle(), HWND_BOTTOM, 0, 0, area.cx, area.cy,
                    SWP_FRAMECHANGED | SWP_NOACTIVATE);
@@ -179,15 +191,17 @@ TButton* TForm::ButtonOf(WORD id) const {
 }
 
 void TForm::SetDefaultButton(TButton* button) {
-    const auto look = [](TButton* which, WPARAM style) {
-        if (which)
-            ::SendMessageW(which->Handle(), BM_SETSTYLE, style, TRUE);
-    };
     if (button == DefaultButton_)
         return;
-    look(DefaultButton_, BS_PUSHBUTTON);
     DefaultButton_ = button;
-    look(DefaultButton_, BS_DEFPUSHBUTTON);
+    Form().MarkDefaultButton(::GetFocus());
+}
+
+void TForm::MarkDefaultButton(HWND focus) {
+    HWND marked = DefaultButton_ ? DefaultButton_->Handle() : nullptr;
+    if (::IsChild(Handle(), focus) && dynamic_cast<TButton*>(FromHandle(focus)))
+        marked = focus;
+    ::EnumChildWindows(Handle(), MarkIfEqual, reinterpret_cast<LPARAM>(marked));
 }
 
 bool TForm::PreviewKey(const MSG& message) {

@@ -99,6 +99,9 @@ private:
     void RestoreFocus();
     TModalResult RunModal();
     TButton* ButtonOf(WORD id) const;
+    // Gives one button the look of the default one, of all that stand on the form or on forms that
+    // it hosts: the one that has the focus, or else the default button.
+    void MarkDefaultButton(HWND focus);
 
     int Dpi_;
     GdiObject Font_;

@@ -12,6 +12,7 @@
 #include "forms/FrameDetForm.h"
 #include "framework/base/datetime.h"
 #include "framework/base/exceptions.h"
+#include "framework/ui/application.h"
 #include "framework/ui/edits.h"
 #include "framework/ui/list_view.h"
 #include "framework/ui/pickers.h"
@@ -92,7 +93,15 @@ TEST(Wizards, ShowOneStepAtATimeAndSaveAllAtTheEnd) {
         EXPECT_EQ(form.Text(), "CVS update-step 3");
         EXPECT_FALSE(CanPress(form, "BitBtn4"));
         EXPECT_TRUE(CanPress(form, "BitBtn1"));
-        Press(form, "BitBtn3");
+        auto& back = Part<TButton>(form, "BitBtn3");
+        for (int i = 0; i < 20 && !back.Focused(); ++i) {
+            tests::PressKey(form, VK_TAB);
+            Application().ProcessMessages();
+        }
+        EXPECT_EQ(tests::MarkedButtons(form), back.Text());
+        tests::PressKey(form, VK_SPACE);
+        Application().ProcessMessages();
+        EXPECT_EQ(tests::MarkedButtons(form), "Next >");
         EXPECT_EQ(TextOf(StepOf(form), "Edit3"), "BR") << "going back loads nothing";
         form.ModalResult = mrCancel;
     });

@@ -1,4 +1,4 @@
-// Where the keyboard is.
+// Where the keyboard is, and how the form shows it.
 
 #include <gtest/gtest.h>
 
@@ -6,6 +6,7 @@
 #include "framework/ui/buttons.h"
 #include "framework/ui/edits.h"
 #include "framework/ui/form.h"
+#include "framework/ui/labels.h"
 #include "framework/ui/page_control.h"
 #include "support/WaitUntil.h"
 #include "tests/support/FormDriver.h"
@@ -75,6 +76,49 @@ TEST(Edits, AreSelectedOnPagesThatAreTurnedTo) {
         EXPECT_TRUE(inside.Focused());
         EXPECT_EQ(Selected(inside), "inside");
     }
+}
+
+TEST(DefaultButtons, LookSoOneAtATime) {
+    TForm form("default"), step("step"), other("other");
+    TEdit& edit = AddEdit(form, "text");
+    auto& scan = step.Make<TButton>("Scan", step, "Scan");
+    step.Make<TButton>("Ok", step, "Ok", TButtonRole::Default);
+    step.HostIn(form);
+    step.Show();
+    auto& panel = form.Make<TPanel>("P", form);
+    auto& back = form.Make<TButton>("Back", panel, "Back");
+    auto& next = form.Make<TButton>("Next", panel, "Next");
+    auto& finish = form.Make<TButton>("Finish", panel, "Finish", TButtonRole::Default);
+    EXPECT_EQ(tests::MarkedButtons(form), "Finish");
+    form.SetDefaultButton(&next);
+    form.Show();
+    EXPECT_EQ(tests::MarkedButtons(form), "Next");
+    for (const char* marked : {"Scan", "Ok", "Back", "Next", "Finish", "Next"}) {
+        Press(form, VK_TAB);
+        EXPECT_EQ(tests::MarkedButtons(form), marked);
+    }
+    EXPECT_TRUE(edit.Focused());
+    for (TButton* button : {&back, &scan}) {
+        button->SetFocus();
+        EXPECT_EQ(tests::MarkedButtons(form), button->Text());
+        form.SetDefaultButton(button == &back ? &finish : &next);
+        EXPECT_EQ(tests::MarkedButtons(form), button->Text()) << "it has the focus";
+        other.Show();
+        EXPECT_EQ(tests::MarkedButtons(form), button->Text());
+        other.SetVisible(false);
+        ::SetForegroundWindow(form.Handle());
+        ASSERT_TRUE(support::WaitUntil([&] { return button->Focused(); }, 5000));
+        edit.SetFocus();
+        EXPECT_EQ(tests::MarkedButtons(form), button == &back ? "Finish" : "Next");
+    }
+    int pressed = 0;
+    back.OnClick = [&](TObject*) { ++pressed; };
+    back.SetFocus();
+    Press(form, VK_RETURN);
+    EXPECT_EQ(pressed, 1) << "what looks so is what Enter presses";
+    next.Free();
+    edit.SetFocus();
+    EXPECT_EQ(tests::MarkedButtons(form), "");
 }
 
 }  // namespace

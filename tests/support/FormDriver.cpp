@@ -20,6 +20,14 @@ BOOL CALLBACK FailVisible(HWND window, LPARAM) {
     return TRUE;
 }
 
+BOOL CALLBACK AddIfMarked(HWND window, LPARAM captions) {
+    const auto* const button =
+        dynamic_cast<framework::TButton*>(framework::TControl::FromHandle(window));
+    if (button && (::GetWindowLongW(window, GWL_STYLE) & BS_TYPEMASK) == BS_DEFPUSHBUTTON)
+        *reinterpret_cast<std::string*>(captions) += button->Text();
+    return TRUE;
+}
+
 }  // namespace
 
 void ExpectForm(const std::string& caption, std::function<void(framework::TForm&)> drive) {
@@ -50,6 +58,12 @@ void PressKey(framework::TForm& form, WPARAM key) {
     const HWND target = ::IsChild(form.Handle(), focus) ? focus : form.Handle();
     ::PostMessageW(target, WM_KEYDOWN, key, 1);
     ::PostMessageW(target, WM_KEYUP, key, 1);
+}
+
+std::string MarkedButtons(const framework::TForm& form) {
+    std::string captions;
+    ::EnumChildWindows(form.Handle(), AddIfMarked, reinterpret_cast<LPARAM>(&captions));
+    return captions;
 }
 
 TFormGuard::TFormGuard() {

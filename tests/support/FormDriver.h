@@ -23,6 +23,9 @@ std::string TextOf(const framework::TForm& form, const std::string& component);
 /// Posts a key press to the form, as if it was typed there.
 void PressKey(framework::TForm& form, WPARAM key);
 
+/// The captions of the buttons that look like the default one, on the form and on those it hosts.
+std::string MarkedButtons(const framework::TForm& form);
+
 /// Watches over the forms of all tests of a program.
 class TFormGuard final : public testing::EmptyTestEventListener {
 public:
