@@ -18,6 +18,7 @@ void TDateTimeFields::Add(TFormRows& rows, const TNames& names, bool seconds) {
     Time_ = rows.ShortField<TMaskEdit>(names.Time, "Time", 110, seconds ? 62 : 44,
                                        seconds ? "!90:00:00;1;_" : "!90:00;1;_");
     UpDown_ = &rows.Behind<TUpDown>(names.UpDown, 16, 0, 23);
+    UpDown_->SetAccessibleName("Hour");
     if (names.Scan) {
         Scan_ = &rows.Behind<TButton>(names.Scan, TFormRows::ScanWidth, "Scan");
         Scan_->OnClick = [this](TObject*) {

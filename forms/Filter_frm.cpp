@@ -97,6 +97,7 @@ void TFilter_Form::StateClick(TTreeViewNode& node) {
 
 void TFilter_Form::SetReadOnly() {
     ReadOnly_ = true;
+    TreeView1_->SetAccessibleName(Heading_->Text());
     Heading_->SetText("");
     // Nothing stands above the tree now.
     const RECT before = TreeView1_->Bounds();

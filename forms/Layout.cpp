@@ -57,6 +57,7 @@ void TFormRows::PlaceField(TControl& control, TLabel& label, int left, int width
     Place(control, left, Top_, width, EditHeight);
     control.SetAnchors(akLeft | akTop | akRight);
     RowTop_ = Top_;
+    RowCaption_ = label.Text();
     Top_ += EditHeight + Gap;
 }
 
@@ -81,6 +82,8 @@ void TFormRows::PlaceBehind(TControl& control, int width) {
 
 TButton& TFormRows::Beside(const std::string& name, const std::string& caption, int width) {
     auto& button = Form_.Make<TButton>(name, Form_, caption);
+    // Several rows have buttons alike.
+    button.SetAccessibleName(RowCaption_ + ": " + (caption == "..." ? "Browse" : caption));
     Place(button, Width_ - Margin - width, RowTop_ - 1, width, EditHeight + 2);
     button.SetAnchors(akTop | akRight);
     return button;

@@ -117,6 +117,7 @@ private:
     int Indent_ = 0;
     int Top_ = Margin;
     int RowTop_ = Margin;
+    std::string RowCaption_;
     int RowRight_ = 0;
 };
 

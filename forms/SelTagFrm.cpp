@@ -73,6 +73,7 @@ TSelect_TagFrm::TSelect_TagFrm(TCvsObject& cvs)
 
 void TSelect_TagFrm::LoadTag(TTagShowOption option) {
     Option_ = option;
+    ListView1_->SetAccessibleName("Labels and branches");
     ListView1_->AddColumn("Label/Branch", 170);
     ListView1_->AddColumn("Description", 150);
     Fill();
@@ -81,6 +82,7 @@ void TSelect_TagFrm::LoadTag(TTagShowOption option) {
 void TSelect_TagFrm::LoadRevData() {
     Dates_ = true;
     SetText("Select revisions date");
+    ListView1_->SetAccessibleName("Revisions");
     ListView1_->AddColumn("Date", 170);
     ListView1_->AddColumn("Revision", 150);
     Fill();

@@ -85,11 +85,13 @@ void TStatusBrowser_Form::AddControls() {
     TreeView1_ = &Make<TTreeView>("TreeView1", *this);
     TreeView1_->SetBounds(0, 0, Scale(TreeWidth), 0);
     TreeView1_->SetIndent(20);
+    TreeView1_->SetAccessibleName("Folders and files");
     TreeView1_->SetAlign(TAlign::Left);
     Make<TSplitter>("Splitter1", *this, *TreeView1_, TAlign::Left, 80);
     auto& panel = Make<TPanel>("Panel1", *this);
     ListView1_ = &Make<TListView>("ListView1", panel);
     ListView1_->SetBounds(0, 0, 0, Scale(ListHeight));
+    ListView1_->SetAccessibleName("Files");
     ListView1_->SetAlign(TAlign::Top);
     Make<TSplitter>("Splitter2", panel, *ListView1_, TAlign::Top, 60);
     AddPages(panel);
@@ -118,6 +120,7 @@ void TStatusBrowser_Form::AddPages(TControl& parent) {
         page.Sheet = &Make<TTabSheet>(Sheets[i].Sheet, *PageControl1_, Sheets[i].Caption);
         page.Edit = &Make<TRichEdit>(Sheets[i].Edit, *page.Sheet);
         page.Edit->SetReadOnly(true);
+        page.Edit->SetAccessibleName(Sheets[i].Caption);
         page.Edit->SetAlign(TAlign::Client);
         page.Sheet->SetEnabled(false);
     }

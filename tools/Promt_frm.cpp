@@ -42,11 +42,12 @@ TPrompt_Form::TPrompt_Form(const std::string& command, const std::string& argume
     const int height =
         label("Label2", Shortened(command), Scale(FieldLeft), top, Scale(FieldWidth));
     top += std::max(height, Scale(EditHeight - Gap)) + Scale(Gap);
+    // Made just before the edit, the label is taken for its name.
+    const int lower = (Scale(EditHeight) - TextSize("T").cy) / 2;
+    label("Label3", "Tolls arguments", Scale(Margin), top + lower, 0);
     Edit1_ = &Make<TEdit>("Edit1", *this);
     Edit1_->SetText(arguments);
     Edit1_->SetBounds(Scale(FieldLeft), top, Scale(FieldWidth), Scale(EditHeight));
-    const int lower = (Scale(EditHeight) - Edit1_->TextSize("T").cy) / 2;
-    label("Label3", "Tolls arguments", Scale(Margin), top + lower, 0);
 
     top += Scale(EditHeight + Margin + Gap);
     AddOkCancel(*this, Scale(FormWidth), top);

@@ -1,6 +1,7 @@
 // The controls of the tools' editor and where they stand.
 
 #include <span>
+#include <string_view>
 
 #include "framework/ui/dialog_sizes.h"
 #include "framework/ui/labels.h"
@@ -87,6 +88,7 @@ void TUserToolsForm::BuildToolBar() {
         Fill(dc, area, tools[index].Colour, tools[index].Shape);
     });
     auto& bar = Make<TToolBar>("ToolBar1", *this, Pictures_);
+    bar.SetAccessibleName("Tools");
     int image = 0;
     for (const auto& tool : tools)
         Make<TToolButton>(tool.Name, bar, image++, tool.Hint).OnClick =
@@ -122,6 +124,9 @@ TEdit& TUserToolsForm::AddField(const char* name, const char* caption, int top, 
     auto& dots = Make<TButton>(button, *this, buttonCaption);
     dots.SetBounds(Scale(FormWidth - Margin - DotsWidth), Scale(top), Scale(DotsWidth),
                    Scale(FieldHeight));
+    // "Command :" is the caption's own spelling.
+    dots.SetAccessibleName(std::string(caption, std::string_view(caption).find(' ')) +
+                           (std::string_view(buttonCaption) == "..." ? ": Browse" : ": Insert"));
     dots.OnClick = [this, click](TObject*) { (this->*click)(); };
     return edit;
 }
@@ -154,6 +159,7 @@ void TUserToolsForm::BuildOptions() {
         if (i != 2)
             continue;
         ComboBox1_ = &Make<TComboBox>("ComboBox1", *this);
+        ComboBox1_->SetAccessibleName("Type of the new document");
         ComboBox1_->SetBounds(Scale(TypeLeft), Scale(top) - Scale(2),
                               Scale(FormWidth - Margin - 12 - TypeLeft), Scale(FieldHeight));
     }

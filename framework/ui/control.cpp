@@ -10,6 +10,7 @@
 #include "framework/base/exceptions.h"
 #include "framework/base/text.h"
 #include "framework/threads/synchronize.h"
+#include "framework/ui/accessible_name.h"
 #include "framework/ui/application.h"
 #include "framework/ui/contrast.h"
 #include "framework/ui/form.h"
@@ -89,6 +90,7 @@ void TControl::DestroyHandle() {
     if (!Handle_)
         return;
     // From here on the window has no control; its messages go to the system's procedure.
+    ForgetAccessibleName();
     const HWND window = std::exchange(Handle_, nullptr);
     OwnedWindows()[window].Control = nullptr;
     ::DestroyWindow(window);
@@ -107,6 +109,18 @@ void TControl::CreateHandle(const wchar_t* windowClass, DWORD style, DWORD exSty
     ::SetWindowLongPtrW(Handle_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(GuardedProc));
     if (Parent_)
         ::SendMessageW(Handle_, WM_SETFONT, ::SendMessageW(parent, WM_GETFONT, 0, 0), FALSE);
+    if (!AccessibleName_.empty())
+        TellAccessibleName(Handle_, ToWide(AccessibleName_));
+}
+
+void TControl::SetAccessibleName(const std::string& name) {
+    AccessibleName_ = name;
+    TellAccessibleName(Handle_, ToWide(name));
+}
+
+void TControl::ForgetAccessibleName() {
+    if (!AccessibleName_.empty())
+        TellAccessibleName(Handle_, {});
 }
 
 TControl* TControl::FromHandle(HWND window) {
@@ -121,8 +135,10 @@ LRESULT CALLBACK TControl::GuardedProc(HWND window, UINT message, WPARAM wParam,
     TControl* const control = owned.Control;
     if (message == WM_NCDESTROY) {
         // The system took the window before its control was freed, or just after.
-        if (control)
+        if (control) {
+            control->ForgetAccessibleName();
             control->Handle_ = nullptr;
+        }
         OwnedWindows().erase(window);
     }
     if (!control || message == WM_NCDESTROY)

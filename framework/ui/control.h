@@ -39,6 +39,12 @@ public:
     virtual std::string Text() const;
     virtual void SetText(const std::string& text);
 
+    /// What programs that read screens aloud call the control. Needed where they would find
+    /// nothing: they take a button's caption, and for anything to be filled in or chosen from the
+    /// label made just before it.
+    void SetAccessibleName(const std::string& name);
+    const std::string& AccessibleName() const { return AccessibleName_; }
+
     bool Enabled() const { return ::IsWindowEnabled(Handle_) != FALSE; }
     /// A control that is disabled gives the focus to the one before it.
     void SetEnabled(bool enabled);
@@ -135,11 +141,13 @@ private:
     void OpenPopupMenu(LPARAM mouse);
     /// The keyboard must not stay where no key is heard.
     void GiveFocusAway();
+    void ForgetAccessibleName();
 
     HWND Handle_ = nullptr;
     WNDPROC SystemProc_ = nullptr;
     TControl* Parent_ = nullptr;
     std::vector<TControl*> Children_;  // in the order they were made
+    std::string AccessibleName_;
     int HeldLayouts_ = 0;
     TAlign Align_ = TAlign::None;
     TAnchors Anchors_ = akLeft | akTop;

@@ -19,6 +19,8 @@ TToolButton::TToolButton(TToolBar& bar, int image, std::wstring hint)
     button.idCommand = static_cast<int>(bar.Buttons_.size());
     button.fsState = TBSTATE_ENABLED;
     button.fsStyle = BTNS_BUTTON;
+    // Not shown: it is what the button is called to those who do not see its picture.
+    button.iString = reinterpret_cast<INT_PTR>(Hint_.c_str());
     ::SendMessageW(bar.Handle(), TB_ADDBUTTONSW, 1, reinterpret_cast<LPARAM>(&button));
     bar.Buttons_.push_back(this);
 }
@@ -60,6 +62,7 @@ TToolBar::TToolBar(TControl& parent, const TImageList& images) : TControl(&paren
     send(TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
     // It is told itself what is pressed.
     send(TB_SETPARENT, reinterpret_cast<WPARAM>(Handle()), 0);
+    send(TB_SETMAXTEXTROWS, 0, 0);
     send(TB_SETBITMAPSIZE, 0, MAKELPARAM(images.Size(), images.Size()));
     const int size = images.Size() + Form().Scale(8);
     send(TB_SETBUTTONSIZE, 0, MAKELPARAM(size, size));

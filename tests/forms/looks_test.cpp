@@ -1,5 +1,6 @@
 // How the dialogs look: nothing cut off, nothing on top of each other, at the resolutions that
-// people have. With TANDREL_OUT set, a picture of each is left in that folder.
+// people have; and what those hear who have them read aloud. With TANDREL_OUT set, a picture of
+// each is left in that folder.
 
 #include <gtest/gtest.h>
 
@@ -17,6 +18,7 @@
 #include "support/WaitUntil.h"
 #include "tests/cvs/Sandbox.h"
 #include "tests/support/FormDriver.h"
+#include "tests/support/Names.h"
 #include "tests/support/Tidy.h"
 
 namespace {
@@ -27,6 +29,7 @@ using namespace framework;
 /// Looks at a form that is open.
 void Look(TForm& form, const std::string& name) {
     tests::ExpectTidy(form);
+    tests::ExpectNamed(form);
     if (const char* out = std::getenv("TANDREL_OUT"))
         support::SaveScreenshot(form.Handle(), std::string(out) + "\\" + name + "-" +
                                                    std::to_string(form.Scale(96)) + ".png");

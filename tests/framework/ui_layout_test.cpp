@@ -319,6 +319,9 @@ TEST(ToolBars, HearMouseAndKeyboard) {
     ask.cchTextMax = 10;
     ::SendMessageW(bar.Handle(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&ask));
     EXPECT_STREQ(hint, L"\u041E\u0442 ");
+    wchar_t name[10]{};
+    ::SendMessageW(bar.Handle(), TB_GETBUTTONTEXTW, 2, reinterpret_cast<LPARAM>(name));
+    EXPECT_STREQ(name, L"\u041E\u0442 ") << "what it is called by programs that read aloud";
     buttons[0]->Free();
     EXPECT_EQ(::SendMessageW(bar.Handle(), TB_BUTTONCOUNT, 0, 0), 2);
     bar.Free();

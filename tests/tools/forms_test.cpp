@@ -11,6 +11,7 @@
 #include "support/WaitUntil.h"
 #include "tests/support/FormDriver.h"
 #include "tests/support/Leaks.h"
+#include "tests/support/Names.h"
 #include "tests/support/Tidy.h"
 #include "tests/tools/ToolsFixture.h"
 #include "tools/Dialogs.h"
@@ -321,6 +322,7 @@ TEST_F(ToolsEditor, AsksBeforeItKeepsWhatCannotWork) {
 
 void Look(TForm& form, const std::string& name) {
     tests::ExpectTidy(form);
+    tests::ExpectNamed(form);
     if (const char* out = std::getenv("TANDREL_OUT"))
         support::SaveScreenshot(form.Handle(), std::string(out) + "\\" + name + "-" +
                                                    std::to_string(form.Scale(96)) + ".png");
@@ -366,6 +368,7 @@ TEST(ToolsPrompt, TakesArgumentsAsTyped) {
         EXPECT_EQ(tests::TextOf(form, "Label2"), command);
         EXPECT_EQ(tests::TextOf(form, "Label3"), "Tolls arguments");
         EXPECT_TRUE(Part<TEdit>(form, "Edit1").Focused());
+        EXPECT_EQ(tests::SpokenName(Part<TEdit>(form, "Edit1")), "Tolls arguments");
         Look(form, "prompt");
         support::Type(form, "Edit1", "\xC4 & \"x y\" " + std::string(5000, 'a'));
         tests::PressKey(form, VK_RETURN);
