@@ -120,6 +120,8 @@ void TStatusBrowser_Form::AddPages(TControl& parent) {
         page.Sheet = &Make<TTabSheet>(Sheets[i].Sheet, *PageControl1_, Sheets[i].Caption);
         page.Edit = &Make<TRichEdit>(Sheets[i].Edit, *page.Sheet);
         page.Edit->SetReadOnly(true);
+        // The client puts its texts in columns.
+        page.Edit->SetFixedPitch();
         page.Edit->SetAccessibleName(Sheets[i].Caption);
         page.Edit->SetAlign(TAlign::Client);
         page.Sheet->SetEnabled(false);

@@ -145,6 +145,9 @@ TFolderRow FoldersOf(const std::string& folder, const TWorkDirTree& items,
         TFolderRow below = FoldersOf(SlashSep(item.Directory, item.Name), *item.Children, zone);
         below.ImageIndex = item.ImageIndex;
         below.State = StateOf(item, nullptr, zone);
+        // Where nothing is under version control that says nothing.
+        if (below.State == TFileState::Unknown && !items.CvsObj()->IsVCSStoredFlag)
+            below.State = TFileState::Folder;
         row.HasChanges |= below.HasChanges;
         row.Folders.push_back(std::move(below));
     }

@@ -1,14 +1,17 @@
 #include "hosting/Project.h"
 
 #include <algorithm>
+#include <sstream>
 #include <utility>
 
 #include "core/CvsExecute.h"
 #include "core/Cvs_utils.h"
 #include "core/Progress_frm.h"
+#include "cvs/CommandBuilder.h"
 #include "framework/base/exceptions.h"
 #include "framework/base/files.h"
 #include "framework/base/paths.h"
+#include "framework/base/string_list.h"
 #include "framework/base/text.h"
 #include "hosting/KeptCommand.h"
 #include "hosting/PasswordMask.h"
@@ -96,10 +99,10 @@ void TProject::BindEvents() {
             Abort();
     };
     Cvs_.OnLogin = Cvs_.OnLogout = withoutPassword;
-    Cvs_.OnPullProject = [withoutPassword](TCvsObject& cvs) {
+    Cvs_.OnPullProject = [this, withoutPassword](TCvsObject& cvs) {
         withoutPassword(cvs);
         // The client starts in the folder that the user named.
-        ForceDirectories(cvs.ProjectRoot());
+        MakeFolder(RemoveSlashSep(cvs.ProjectRoot()));
     };
     // The client refuses to delete a label with the option for branches.
     Cvs_.OnDeleteLabel = [](TCvsObject& cvs) { cvs.TagDeleteBranch = false; };
@@ -108,6 +111,13 @@ void TProject::BindEvents() {
         withoutPassword(cvs);
         BeforePlacing();
     };
+}
+
+void TProject::MakeFolder(const std::string& folder) {
+    for (std::string above = folder; !above.empty() && !DirectoryExists(above);
+         above = ExtractFileDir(above))
+        MadeFolders_.push_back(above);
+    ForceDirectories(folder);
 }
 
 void TProject::BeforePlacing() {
@@ -341,6 +351,10 @@ bool TProject::Operate(const std::function<bool(TCvsObject&)>& operation,
         Window_.Tell(MaskPasswords(error.what(), KnownPassword()) + "\r\n");
     }
     TellRest();
+    // What was made for a command that then failed, unless something is in it.
+    if (!done)
+        for (const std::string& folder : MadeFolders_)
+            ::RemoveDirectoryA(folder.c_str());
     // Dialogs hand over the type as soon as it is chosen, its root when they are accepted. The one
     // without the other would send the next command to another repository.
     if (!done && Cvs_.CVSROOT() == root)
@@ -380,6 +394,8 @@ bool TProject::RunParts(const std::function<bool(TCvsObject&)>& operation,
 
 void TProject::BeginCommand() {
     Summary_ = {};
+    Cvs_.CommandLine.clear();
+    MadeFolders_.clear();
     Stopped_ = false;
     StartedAt_ = ::GetTickCount64();
 }
@@ -404,7 +420,67 @@ std::string TProject::Outcome() const {
         return said.empty() ? "Stopped" : "Stopped: " + said;
     if (!said.empty())
         return said;
+    if (Cvs_.CommandLine.empty())
+        return Succeeded_ ? "Done" : "Nothing was done";
+    // To the client a difference is no success.
+    if (Cvs_.Operation == otDiff || Cvs_.Operation == otRdiff)
+        return Succeeded_ ? "There is no difference" : "There are differences";
     return Succeeded_ ? "Done" : "Not done";
+}
+
+bool TProject::Capture(const std::string& commandLine, std::string& output) {
+    TStringList pieces;
+    const bool done = Operate([&](TCvsObject& cvs) {
+        cvs.OutputList = &pieces;
+        const TFlagForCall quiet(cvs.SuppressOutput);
+        try {
+            cvs.CommandLine = commandLine;
+            cvs.Execute(Folder_);
+        } catch (...) {
+            cvs.OutputList = nullptr;
+            throw;
+        }
+        cvs.OutputList = nullptr;
+        return cvs.ExitCode == 0;
+    });
+    output.clear();
+    for (int i = 0; i < pieces.Count(); ++i)
+        output += pieces[i];
+    if (!done && !output.empty())
+        Window_.Tell(MaskPasswords(output, KnownPassword()));
+    return done;
+}
+
+bool TProject::Fetch(const std::string& file, const std::string& revision, std::string& bytes) {
+    const std::string name = file.substr(std::min(Folder_.size() + 1, file.size()));
+    // The client would take them for options.
+    if (revision.empty() || revision.starts_with('-') || name.starts_with('-')) {
+        Window_.Tell("There is no revision " + revision + " of " + name + "\r\n");
+        return false;
+    }
+    return Capture(
+        " -Q update -p -r " + QuoteArgument(revision, true) + " " + QuoteArgument(name, true),
+        bytes);
+}
+
+std::vector<std::string> TProject::Modules() {
+    std::vector<std::string> modules;
+    // What the repository's own list names, a line for each, and its folders.
+    for (const char* command : {" -Q checkout -s", " -Q rls"}) {
+        std::string output;
+        if (!Capture(command, output))
+            continue;
+        std::istringstream lines(output);
+        for (std::string line; std::getline(lines, line);) {
+            const std::string name = line.substr(0, line.find_first_of(" \t\r"));
+            if (!name.empty() && name != "CVSROOT" && IsNameBelow(name))
+                modules.push_back(name);
+        }
+    }
+    std::ranges::sort(modules);
+    const auto rest = std::ranges::unique(modules);
+    modules.erase(rest.begin(), rest.end());
+    return modules;
 }
 
 std::string TProject::FileOf(const std::string& name) const {

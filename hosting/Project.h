@@ -41,7 +41,7 @@ public:
 ///
 /// The package leaves options as they were, and keeps the connection in the environment, which all
 /// projects share. So each operation runs through Operate, which puts the three kinds of state
-/// (host/ProjectState.h) where they belong before, and takes the project's after it.
+/// (hosting/ProjectState.h) where they belong before, and takes the project's after it.
 class TProject {
 public:
     /// @param folder an existing one, without a trailing backslash.
@@ -77,6 +77,13 @@ public:
     /// The file that a name stands for that the client has written; empty when there is none.
     std::string FileOf(const std::string& name) const;
 
+    /// Gets a file as it was in a revision, by its number, label or branch. @param bytes receives
+    /// it, with lines' ends as files have them here. @return false, and what the client said is
+    /// told, when there is none.
+    bool Fetch(const std::string& file, const std::string& revision, std::string& bytes);
+    /// The names that a check-out from the project's repository takes, as far as it tells.
+    std::vector<std::string> Modules();
+
     /// Moves a file, for version control, too. While the server is off-line both halves are kept
     /// for later. @param to must not be there yet.
     bool Move(const std::string& from, const std::string& to);
@@ -108,8 +115,10 @@ private:
     bool MayRun();
     void Trust(const std::string& folder);
     bool FindPrograms();
+    bool Capture(const std::string& commandLine, std::string& output);
     bool RunParts(const std::function<bool(tandrel::TCvsObject&)>& operation,
                   const std::vector<std::string>& selection);
+    void MakeFolder(const std::string& folder);
     void BeforePlacing();
     void Load();
     void BeginCommand();
@@ -138,6 +147,7 @@ private:
     int TicksSinceCancel_ = 0;
     TClientTree Tree_;
     TCommandSummary Summary_;
+    std::vector<std::string> MadeFolders_;  // for the command at hand, the lowest first
     bool FurtherPart_ = false;
     bool Stopped_ = false;     // by the user
     bool Succeeded_ = true;    // the last operation

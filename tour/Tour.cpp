@@ -57,6 +57,7 @@ bool TTour::Play() {
         {"Log out", &TTour::LogOut},
         {"Release a working copy", &TTour::ReleaseTheCopy},
         {"Take a project out of version control", &TTour::TakeOut},
+        {"Work a morning on forty changed files", &TTour::WorkAMorning},
     };
     for (const auto& [name, step] : steps)
         Play_.Step(name, [this, step = step] {

@@ -40,6 +40,20 @@ private:
     void LogOut();
     void ReleaseTheCopy();
     void TakeOut();
+    void WorkAMorning();
+
+    // --- what a morning takes (MorningSteps.cpp)
+    /// Makes a repository, a working copy with forty changed files, and what a colleague has done.
+    void PrepareTheMorning(const std::string& repository, const std::string& project);
+    /// Chooses what has a key of its own.
+    void Key(const std::string& path);
+    /// Clicks these rows, the first alone, the others as well.
+    void SelectRows(const std::vector<std::string>& names);
+    void ShowOnly(const std::string& filter);
+    /// The commit that is chosen next has this message.
+    void CommitSelected(const std::string& message);
+    /// Opens the file that is selected, and takes both texts of its conflict.
+    void ResolveInTheEditor(const std::string& path);
 
     // --- what they share (Tour.cpp)
     /// Chooses from the menu, for example "Repository/Create...". Raises when there is no such
@@ -72,6 +86,8 @@ private:
     hosting::TSettings Settings_{"Software\\Tandrel Tour"};
     std::unique_ptr<workbench::TMainForm> Form_;
     std::size_t ToldBefore_ = 0;
+    int Keys_ = 0, Clicks_ = 0;
+    workbench::TDocumentForm* OpenDocument_ = nullptr;
 };
 
 }  // namespace tour

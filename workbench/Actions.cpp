@@ -30,6 +30,7 @@ void TMainForm::Busily(const std::function<void(TProject& project)>& action) {
     {
         const TBusy busy(Busy_);
         Watch();
+        ProjectList_->SetEnabled(false);
         EnableMenu();
         ShowStatus("Working...");
         try {
@@ -47,6 +48,7 @@ void TMainForm::Busily(const std::function<void(TProject& project)>& action) {
     ShowStatus(project.Outcome());
     ShowFiles();
     Watch();
+    ProjectList_->SetEnabled(true);
     EnableMenu();
     CloseIfPending();
 }
@@ -77,8 +79,24 @@ void TMainForm::CreateRepository() {
 }
 
 void TMainForm::PullProject() {
+    PullAndOpen("");
+}
+
+void TMainForm::PullModule() {
+    std::vector<std::string> modules;
+    Busily([&](TProject& project) { modules = project.Modules(); });
+    if (modules.empty())
+        return Tell("The repository names no modules.\r\n");
+    std::vector<TInput> inputs = {{TInput::Choice, "Module", modules.front(), modules}};
+    if (AskFor("Pull a module", inputs))
+        PullAndOpen(inputs[0].Value);
+}
+
+void TMainForm::PullAndOpen(const std::string& module) {
     std::string made;
     const auto pull = [&](TCvsObject& cvs) {
+        if (!module.empty())
+            cvs.Set_Modulename(module);
         const bool done = cvs.PullProject();
         if (done)
             made = RemoveSlashSep(cvs.WorkingDirectory());

@@ -176,6 +176,24 @@ void TMainForm::CompareSelection() {
     Operate(&TCvsObject::Diff, true);
 }
 
+void TMainForm::GetRevision() {
+    const auto rows = Rows_->Selection();
+    if (rows.size() != 1 || rows.front()->IsDirectory)
+        return;
+    const TFileRow row = *rows.front();
+    if (row.IsBinary)
+        return Tell(row.Name + " is kept as binary: there is no text to show.\r\n");
+    std::vector<TInput> inputs = {{TInput::Text, "Revision or label", row.Revision, {}}};
+    if (!AskFor("Get " + row.Name, inputs))
+        return;
+    const std::string revision = Trim(inputs[0].Value);
+    std::string text;
+    bool done = false;
+    Busily([&](TProject& project) { done = project.Fetch(row.Path(), revision, text); });
+    if (done)
+        Documents_.OpenNew(row.Name + " " + revision, text, row.Directory);
+}
+
 void TMainForm::AskForNewName() {
     const std::vector<std::string> selection = Selection();
     if (selection.empty() || !FileExists(selection.front()))

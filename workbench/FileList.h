@@ -13,7 +13,8 @@ namespace workbench {
 struct TFileView {
     bool ChangedOnly = false;
     bool HideIgnored = false;
-    std::string Filter = {};  ///< A part of the name, any case; with "*" or "?" a pattern for all of it.
+    std::string Filter =
+        {};  ///< A part of the name, any case; with "*" or "?" a pattern for all of it.
     int SortColumn = 0;
     bool Descending = false;
 

@@ -110,6 +110,8 @@ void TMainForm::AddFilePane(TControl& files) {
         Tree_->SetImages(icons);
         List_->SetImages(icons);
     }
+    Tree_->SetAccessibleName("Folders");
+    List_->SetAccessibleName("Files");
     Folders_.emplace(*Tree_);
     Rows_.emplace(*List_);
     List_->SetColumnWidths(State_.ColumnWidths);
@@ -151,6 +153,7 @@ void TMainForm::AddFilter(TControl& parent) {
 void TMainForm::AddOutput() {
     Output_ = &Make<TRichEdit>("Output", *this);
     Output_->SetReadOnly(true);
+    Output_->SetAccessibleName("Output");
     Output_->SetAlign(TAlign::Client);
     Pane_.emplace(*Output_);
     Pane_->OnFile = [this](const std::string& name) {
@@ -173,6 +176,9 @@ void TMainForm::FilterChanged() {
 // --- projects ---------------------------------------------------------------------------------
 
 void TMainForm::OpenProject(const std::string& folder) {
+    // What runs has its surroundings from this process.
+    if (Busy_)
+        return;
     const std::string path = RemoveSlashSep(folder);
     if (!DirectoryExists(path)) {
         Tell("There is no folder " + path + "\r\n");
@@ -344,7 +350,7 @@ void TMainForm::Watch() {
 }
 
 void TMainForm::WatchTick() {
-    if (Busy_ || !Watch_ || !Current_ || !DirectoryExists(Current_->Folder()))
+    if (Busy_ || !Visible() || !Watch_ || !Current_ || !DirectoryExists(Current_->Folder()))
         return;
     const TFolderChanges changes = Watch_->Look();
     Noticed_.Roots |= changes.Roots;
@@ -374,12 +380,38 @@ void TMainForm::Tell(const std::string& text) {
         return;
     WholeOutput_.Add(text);
     Pane_->Add(text);
-    if (!Busy_)
+    if (Busy_)
+        LetStop();
+    else
         Pane_->Flush();
+}
+
+namespace {
+
+BOOL CALLBACK IsNoDialog(HWND window, LPARAM main) {
+    return window == reinterpret_cast<HWND>(main) || !::IsWindowVisible(window) ||
+           !::IsWindowEnabled(window) ||
+           (::GetWindowLongW(window, GWL_STYLE) & WS_CAPTION) != WS_CAPTION;
+}
+
+}  // namespace
+
+void TMainForm::LetStop() {
+    // What is behind a dialog stays so.
+    if (!Busy_ || Enabled() || !Visible() || !Current_ || !Current_->Running() ||
+        !::EnumThreadWindows(::GetCurrentThreadId(), IsNoDialog,
+                             reinterpret_cast<LPARAM>(Handle())))
+        return;
+    ::EnableWindow(Handle(), TRUE);
+    if (!::GetActiveWindow())
+        ::SetActiveWindow(Handle());
+    if (!::GetFocus())
+        List_->SetFocus();
 }
 
 void TMainForm::ShowTold() {
     Pane_->Flush();
+    LetStop();
     if (Current_ && Current_->Running())
         ShowStatus(Current_->RunningText());
 }

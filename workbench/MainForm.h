@@ -85,6 +85,8 @@ private:
     void ShowRows();
     void ShowStatus(const std::string& text);
     void ShowCounts();
+    /// Lets the user reach Stop: while a command runs all windows are disabled.
+    void LetStop();
     void FilterChanged();
     /// Offers to run what waits for the server, or tells that it waits.
     void TellWhatWaits(hosting::TProject& project);
@@ -128,6 +130,8 @@ private:
     void StopCommand();
     void CreateRepository();
     void PullProject();
+    void PullModule();
+    void PullAndOpen(const std::string& module);
     /// Runs an operation while no project is open.
     void WithoutProject(const std::function<bool(tandrel::TCvsObject&)>& operation);
     void AskForText();
@@ -142,6 +146,7 @@ private:
     void UpdateSelection();
     void RevertSelection();
     void CompareSelection();
+    void GetRevision();
     std::vector<hosting::TFileRow> SelectedFiles(
         std::initializer_list<hosting::TFileState> states) const;
     void AskForNewName();

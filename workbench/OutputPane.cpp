@@ -3,6 +3,8 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <optional>
+#include <string_view>
 
 #include "framework/base/lead_bytes.h"
 #include "hosting/CommandSummary.h"
@@ -17,6 +19,26 @@ namespace {
 constexpr const char* Cut =
     "[What came before is not shown. File > Show whole output has all of it.]\r\n";
 constexpr std::uint64_t Pause = 100;  // ms
+
+/// The colour of a line in which the client names a file.
+std::optional<COLORREF> ColourOf(char letter) {
+    switch (letter) {
+        case 'C':
+            return RGB(160, 0, 160);
+        case 'M':
+        case 'A':
+        case 'R':
+            return RGB(192, 0, 0);
+        case 'U':
+        case 'P':
+        case 'N':
+            return RGB(0, 0, 192);
+        case '?':
+            return RGB(0, 128, 0);
+        default:
+            return std::nullopt;
+    }
+}
 
 /// The end of a text, from the beginning of a line on.
 std::string LastPart(const std::string& text, std::size_t size) {
@@ -55,6 +77,31 @@ void TOutputPane::Add(const std::string& text) {
         Flush();
 }
 
+void TOutputPane::Show(const std::string& text) {
+    // A flood is read by nobody; its colours would take longer than itself.
+    constexpr std::size_t MostColoured = 1 << 15;
+    if (text.size() > MostColoured)
+        return View_.Append(text);
+    const auto colourAt = [&](std::size_t line) {
+        return ColourOf(ParseMention(std::string_view(text).substr(line, 3)).Letter);
+    };
+    // Lines of one colour together.
+    for (std::size_t start = 0; start < text.size();) {
+        const auto colour = colourAt(start);
+        std::size_t end = start;
+        do {
+            const std::size_t lineEnd = text.find('\n', end);
+            end = lineEnd == std::string::npos ? text.size() : lineEnd + 1;
+        } while (end < text.size() && colourAt(end) == colour);
+        const std::string lines = text.substr(start, end - start);
+        if (colour)
+            View_.AppendColored(lines, *colour);
+        else
+            View_.Append(lines);
+        start = end;
+    }
+}
+
 void TOutputPane::Flush() {
     if (Waiting_.empty())
         return;
@@ -68,7 +115,7 @@ void TOutputPane::Flush() {
         View_.Append(text.substr(whole));
         Shown_ = text.size();
     } else {
-        View_.Append(Waiting_);
+        Show(Waiting_);
         Shown_ += Waiting_.size();
     }
     Waiting_.clear();

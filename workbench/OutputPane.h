@@ -29,6 +29,8 @@ public:
     std::function<void(const std::string& name)> OnFile;
 
 private:
+    void Show(const std::string& text);
+
     framework::TRichEdit& View_;
     std::string Waiting_;
     std::size_t Shown_ = 0;

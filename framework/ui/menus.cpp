@@ -1,11 +1,14 @@
 #include "framework/ui/menus.h"
 
 #include <algorithm>
+#include <string_view>
 #include <utility>
 
 #include "framework/base/exceptions.h"
 #include "framework/base/text.h"
+#include "framework/ui/edits.h"
 #include "framework/ui/form.h"
+#include "framework/ui/rich_edit.h"
 
 namespace framework {
 namespace {
@@ -191,11 +194,27 @@ bool TMainMenu::Choose(UINT command) {
     return true;
 }
 
-bool TMainMenu::Press(WPARAM key) {
-    if (::GetKeyState(VK_MENU) < 0)
+namespace {
+
+/// Whether the key means something to the text that has the focus.
+bool IsKeyOfText(WPARAM key, bool ctrl) {
+    const TControl* const focused = TControl::FromHandle(::GetFocus());
+    if (!dynamic_cast<const TEdit*>(focused) && !dynamic_cast<const TTextControl*>(focused))
         return false;
-    TMenuItem* const item = FindShortcut(
-        {static_cast<WORD>(key), ::GetKeyState(VK_CONTROL) < 0, ::GetKeyState(VK_SHIFT) < 0});
+    constexpr std::string_view WithCtrl = "ACVXYZ";
+    if (ctrl && key < 0x80 && WithCtrl.find(static_cast<char>(key)) != std::string_view::npos)
+        return true;
+    return key == VK_DELETE || key == VK_INSERT || key == VK_BACK || (key == VK_RETURN && !ctrl);
+}
+
+}  // namespace
+
+bool TMainMenu::Press(WPARAM key) {
+    const bool ctrl = ::GetKeyState(VK_CONTROL) < 0;
+    if (::GetKeyState(VK_MENU) < 0 || IsKeyOfText(key, ctrl))
+        return false;
+    TMenuItem* const item =
+        FindShortcut({static_cast<WORD>(key), ctrl, ::GetKeyState(VK_SHIFT) < 0});
     if (item)
         item->Click();
     return item != nullptr;

@@ -89,7 +89,7 @@ private:
 };
 
 /// The menu bar of a form, one for each. All its items have items below. The shortcuts work in the
-/// whole form, after what has the focus there could use the keys for itself. It must go before the
+/// whole form, but for keys that mean something to a text that has the focus. It must go before the
 /// form; make it the form's component.
 class FRAMEWORK_API TMainMenu : public TMenuItem {
 public:

@@ -239,6 +239,10 @@ void TTextControl::Read(WPARAM format, const void* text, std::size_t bytes) {
 }
 
 void TTextControl::Append(const std::string& text) {
+    Insert(text, std::nullopt);
+}
+
+void TTextControl::Insert(const std::string& text, std::optional<COLORREF> color) {
     // The second piece of a line's end is nothing more.
     const std::string whole = Pieces_.Next(text);
     const bool rest = AfterReturn_ && whole.starts_with('\n');
@@ -253,6 +257,15 @@ void TTextControl::Append(const std::string& text) {
         ::SendMessageW(Handle(), EM_GETSCROLLPOS, 0, reinterpret_cast<LPARAM>(&place));
     }
     ::SendMessageW(Handle(), EM_SETSEL, static_cast<WPARAM>(-1), -1);
+    if (Kind_ == TKind::Coloured) {
+        CHARFORMAT2W format{};
+        format.cbSize = sizeof format;
+        format.dwMask = CFM_COLOR;
+        format.dwEffects = color && !HighContrast()() ? 0 : CFE_AUTOCOLOR;
+        format.crTextColor = color.value_or(0);
+        ::SendMessageW(Handle(), EM_SETCHARFORMAT, SCF_SELECTION,
+                       reinterpret_cast<LPARAM>(&format));
+    }
     ::SendMessageW(Handle(), EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(wide.c_str()));
     if (follow) {
         ::SendMessageW(Handle(), WM_VSCROLL, SB_BOTTOM, 0);

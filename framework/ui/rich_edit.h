@@ -59,6 +59,8 @@ protected:
     TTextControl(TControl& parent, TKind kind);
     void Notification(WORD code) override;
     LRESULT WndProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+    /// What Append does. @param color none for the usual one.
+    void Insert(const std::string& text, std::optional<COLORREF> color);
     /// Reads a new text, in one of the control's own formats (SF_TEXT, SF_RTF...).
     void Read(WPARAM format, const void* text, std::size_t bytes);
 
@@ -97,6 +99,8 @@ public:
     /// The control as what a model writes its text to.
     TTextView& View() { return View_; }
 
+    /// As Append, in a colour.
+    void AppendColored(const std::string& text, COLORREF color) { Insert(text, color); }
     /// Colours parts of the text, and gives the rest its usual colour. Afterwards the text is seen
     /// from its beginning. @param ranges in any order; where they overlap the last one counts, and
     /// what of them lies beyond the end is left out.

@@ -11,6 +11,7 @@
 #include "framework/base/text.h"
 #include "framework/ui/buttons.h"
 #include "framework/ui/edits.h"
+#include "framework/ui/status_bar.h"
 #include "framework/ui/timer.h"
 #include "framework/ui/tool_bar.h"
 #include "support/WaitUntil.h"
@@ -369,6 +370,50 @@ TEST_F(Projects, PullIntoAFolderThatIsNotThereYet) {
         return cvs.PullProjectAccepted();
     })) << Told();
     EXPECT_NE(Told().find("folder:" + (Folder / "new\\deep") + ";"), std::string::npos) << Told();
+    // One that fails leaves nothing behind, but for what was there before.
+    tests::ExpectForm("CVS Pull Project ", [](TForm& form) { tests::Click(form, "BitBtn1"); });
+    EXPECT_FALSE(Operate([&](TCvsObject& cvs) {
+        cvs.CvsExecutable = support::FakeClient() + " exit 1 ";
+        cvs.SetCVSROOT("a root");
+        cvs.Set_ProjectRoot(Folder / "new\\other\\deep");
+        return cvs.PullProjectAccepted();
+    }));
+    EXPECT_FALSE(DirectoryExists(Folder / "new\\other"));
+    EXPECT_TRUE(DirectoryExists(Folder / "new\\deep"));
+}
+
+TEST_F(Projects, GetOldRevisionsAndTheNamesOfModules) {
+    const std::string root = "\"" + (Folder / "repository") + "\"";
+    const auto client = [&](const std::string& arguments, const std::string& folder) {
+        const auto result = support::RunProcess("cvs -Q -d " + root + " " + arguments, folder);
+        EXPECT_EQ(result.ExitCode, 0u) << result.Output;
+    };
+    client("init", Folder.Path());
+    support::WriteBytes(Folder / "seed\\sub\\old.c", "first\r\n\r\nlast\r\n");
+    client("import -m m module V R", Folder / "seed");
+    client("checkout module", Folder.Path());
+    const std::string file = Folder / "module\\sub\\old.c";
+    support::WriteBytes(file, "second\r\n");
+    client("commit -f -m m", Folder / "module");
+    Form.OpenProject(Folder / "module");
+    Answer(true);
+    std::string bytes;
+    EXPECT_TRUE(Form.Project()->Fetch(file, "1.1", bytes)) << Told();
+    EXPECT_EQ(bytes, "first\r\n\r\nlast\r\n");
+    EXPECT_TRUE(Form.Project()->Fetch(file, "R", bytes));
+    EXPECT_EQ(bytes, "first\r\n\r\nlast\r\n");
+    EXPECT_FALSE(Form.Project()->Fetch(file, "no_such", bytes));
+    EXPECT_NE(Told().find("no such tag"), std::string::npos) << Told();
+    EXPECT_FALSE(Form.Project()->Fetch(file, "-A", bytes));
+    EXPECT_EQ(support::ReadBytes(file), "second\r\n");
+    EXPECT_EQ(Form.Project()->Modules(), std::vector<std::string>{"module"});
+    // To the client a difference is a failure; to the user it is none.
+    auto& status = support::Part<TStatusBar>(Form, "Status");
+    Operate([](TCvsObject& cvs) { return cvs.Diff(); });
+    EXPECT_EQ(status.PartText(1), "There is no difference");
+    support::WriteBytes(file, "third and longer\r\n");
+    Operate([](TCvsObject& cvs) { return cvs.Diff(); });
+    EXPECT_EQ(status.PartText(1), "There are differences");
 }
 
 TEST_F(Projects, WorkOnSeveralFilesAndFoldersInAsManyCommandsAsItTakes) {

@@ -11,9 +11,9 @@
 #include "hosting/PasswordMask.h"
 #include "hosting/Programs.h"
 #include "hosting/Trust.h"
+#include "tests/support/Japanese.h"
 #include "tests/workbench/Projects.h"
 #include "workbench/OutputPane.h"
-#include "tests/support/Japanese.h"
 
 namespace {
 

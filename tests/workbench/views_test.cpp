@@ -9,6 +9,8 @@
 #include "framework/ui/status_bar.h"
 #include "hosting/CommandSummary.h"
 #include "support/WaitUntil.h"
+#include "tests/support/Names.h"
+#include "tests/support/Tidy.h"
 #include "tests/workbench/Projects.h"
 #include "workbench/Conflicts.h"
 #include "workbench/FileList.h"
@@ -250,11 +252,13 @@ TEST_F(Projects, SayWhatRunsAndStopIt) {
     Form.Show();
     auto& status = support::Part<TStatusBar>(Form, "Status");
     std::string during;
+    bool enabled = false;
     // It talks all the time: no progress form, which waits for quiet, ever comes.
     const ULONGLONG start = ::GetTickCount64();
     TTimer presser(2500);
     presser.OnTimer = [&](TObject*) {
         during = status.PartText(1);
+        enabled = Form.Enabled();
         tests::PressKey(Form, VK_ESCAPE);
     };
     presser.SetEnabled(true);
@@ -262,9 +266,35 @@ TEST_F(Projects, SayWhatRunsAndStopIt) {
     presser.SetEnabled(false);
     EXPECT_LT(::GetTickCount64() - start, 30000u);
     EXPECT_NE(during.find("say-and-sleep x 200 300 - "), std::string::npos) << during;
+    EXPECT_TRUE(enabled) << "mouse and keyboard reach it";
     EXPECT_EQ(status.PartText(1), "Stopped");
     EXPECT_TRUE(Run("exit 0"));
     EXPECT_EQ(status.PartText(1), "Done");
+}
+
+TEST_F(Projects, LeaveTheKeysOfATextToIt) {
+    support::WriteBytes(Folder / "one\\CVS\\Root", "C:\\none\r\n");
+    support::WriteBytes(Folder / "one\\CVS\\Entries", "/a.c/1.1/dummy//\r\n");
+    Form.OpenProject(Folder / "one");
+    Form.Project()->Cvs().CvsExecutable = support::FakeClient() + " arguments";
+    Form.Show();
+    Answer(true);
+    Select("a.c");
+    auto& filter = support::Part<TEdit>(Form, "Filter");
+    const auto press = [&](TControl& control) {
+        control.SetFocus();
+        ::PostMessageW(control.Handle(), WM_KEYDOWN, VK_DELETE, 1);
+        ::PostMessageW(control.Handle(), WM_KEYDOWN, VK_END, 1);
+        MSG message;
+        while (::PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE))
+            Application().ProcessMessages();
+    };
+    press(filter);
+    press(support::Part<TRichEdit>(Form, "Output"));
+    EXPECT_EQ(Told().find("[remove]"), std::string::npos) << Told();
+    press(support::Part<TListView>(Form, "List"));
+    EXPECT_NE(Told().find("[remove]"), std::string::npos) << Told();
+    EXPECT_NE(Asked.find("a.c"), std::string::npos);
 }
 
 TEST_F(Projects, HaveOneLetterForEachThingInAMenu) {
@@ -284,6 +314,16 @@ TEST_F(Projects, HaveOneLetterForEachThingInAMenu) {
             EXPECT_NE(letterOf(item->Caption()), ' ') << item->Caption();
         }
     }
+}
+
+TEST_F(Projects, HaveANameForAllThatCanBeOperated) {
+    Form.OpenProject(Folder / "one");
+    Form.Show();
+    tests::ExpectNamed(Form);
+    tests::ExpectTidy(Form);
+    TDocumentForm document("Text", "text", "");
+    document.Show();
+    tests::ExpectNamed(document);
 }
 
 TEST_F(Projects, RememberHowTheirWindowIsArranged) {
