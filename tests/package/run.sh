@@ -2,7 +2,7 @@
 # run.sh BUILD_FOLDER SOURCE_FOLDER TARGET
 #
 # Packs the build, unpacks it elsewhere, builds a small host against it with the compiler alone, and
-# updates a working copy with that host and the real client.
+# updates a working copy with that host and the real client. The documents show the same host.
 set -euo pipefail
 build=$1 source=$2 target=$3
 processor=i686 emulator=("$source/scripts/emulator.sh")
@@ -15,9 +15,17 @@ cd "$work"
 cmake -E tar xf tandrel-*-"$target".zip
 release=$(ls -d "$work"/tandrel-*/)
 for file in LICENSE README.md docs/user-guide.md bin/tandrel.exe bin/tandrel.dll bin/hosting.dll \
-    bin/framework.dll include/cvs/Cvstempl.h include/forms/Frames.h lib/cmake/Tandrel/TandrelConfig.cmake; do
+    bin/framework.dll include/cvs/Cvstempl.h include/forms/Frames.h include/hosting/Project.h \
+    lib/cmake/Tandrel/TandrelConfig.cmake; do
     [ -e "$release$file" ] || { echo "the release has no $file"; exit 1; }
 done
+
+sed -n '/^```cpp$/,/^```$/{/^```/!p}' "${release}docs/integrating.md" >shown
+[ -s shown ] || { echo "docs/integrating.md shows no code"; exit 1; }
+if grep -vxFf "$source/tests/package/sample/sample_host.cpp" shown; then
+    echo "docs/integrating.md shows lines that the sample host does not have"
+    exit 1
+fi
 
 # shellcheck disable=SC2015 # the last is for both
 cmake -S "$source/tests/package/sample" -B host -G Ninja -DCMAKE_BUILD_TYPE=Release \
@@ -27,7 +35,7 @@ cmake -S "$source/tests/package/sample" -B host -G Ninja -DCMAKE_BUILD_TYPE=Rele
 cp "${release}"bin/*.dll host/
 
 # A working copy that is behind its repository, made by the client; then the host updates it.
-run() { "${emulator[@]}" "$@" 2>run.log || { cat run.log; exit 1; }; }
+run() { "${emulator[@]}" "$@" 2>"$work/run.log" || { cat "$work/run.log"; exit 1; }; }
 windows=Z:${work//\//\\}
 cvs=('C:\tools\cvs.exe' -Q -d "$windows\\repository")
 run "${cvs[@]}" init
@@ -45,4 +53,5 @@ run "${cvs[@]}" checkout mod
 )
 run "$windows\\host\\sample_host.exe" "$windows\\mod" | tee host.log
 grep -q '^Tandrel 0' host.log
+grep -q '^update: 1 updated' host.log
 grep -q two mod/a.txt
