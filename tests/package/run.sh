@@ -20,7 +20,7 @@ for file in LICENSE README.md docs/user-guide.md bin/tandrel.exe bin/tandrel.dll
     [ -e "$release$file" ] || { echo "the release has no $file"; exit 1; }
 done
 
-sed -n '/^```cpp$/,/^```$/{/^```/!p}' "${release}docs/integrating.md" >shown
+awk '/^```$/ { code = 0 } code; /^```cpp$/ { code = 1 }' "${release}docs/integrating.md" >shown
 [ -s shown ] || { echo "docs/integrating.md shows no code"; exit 1; }
 if grep -vxFf "$source/tests/package/sample/sample_host.cpp" shown; then
     echo "docs/integrating.md shows lines that the sample host does not have"
