@@ -139,7 +139,8 @@ void TProject::BeforePlacing() {
 }
 
 void TProject::MessageReceived(const std::string& text) {
-    if (const std::string shown = Pieces_.Next(text, KnownPassword()); !shown.empty()) {
+    if (const std::string shown = Pieces_.Next(text, KnownPassword());
+        !shown.empty() && !Capturing_) {
         Summary_.Add(shown);
         Window_.Tell(shown);
     }
@@ -432,7 +433,7 @@ bool TProject::Capture(const std::string& commandLine, std::string& output) {
     TStringList pieces;
     const bool done = Operate([&](TCvsObject& cvs) {
         cvs.OutputList = &pieces;
-        const TFlagForCall quiet(cvs.SuppressOutput);
+        const TFlagForCall quiet(Capturing_);
         try {
             cvs.CommandLine = commandLine;
             cvs.Execute(Folder_);
@@ -465,8 +466,19 @@ bool TProject::Fetch(const std::string& file, const std::string& revision, std::
 
 std::vector<std::string> TProject::Modules() {
     std::vector<std::string> modules;
+    // On this machine the client cannot list a repository, but its folders are there to be seen.
+    const bool isLocal = Cvs_.ConnectionType == cnLocal;
+    if (isLocal) {
+        TFileSearch search(SlashSep(RemoveSlashSep(Cvs_.CVSROOT()), "*.*"), faDirectory);
+        for (TSearchRec entry; search.Next(entry);)
+            if (entry.IsDirectory() && entry.Name != "." && entry.Name != ".." &&
+                entry.Name != "CVSROOT")
+                modules.push_back(entry.Name);
+    }
     // What the repository's own list names, a line for each, and its folders.
     for (const char* command : {" -Q checkout -s", " -Q rls"}) {
+        if (isLocal && std::string_view(command) == " -Q rls")
+            continue;
         std::string output;
         if (!Capture(command, output))
             continue;

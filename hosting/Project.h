@@ -149,6 +149,7 @@ private:
     TCommandSummary Summary_;
     std::vector<std::string> MadeFolders_;  // for the command at hand, the lowest first
     bool FurtherPart_ = false;
+    bool Capturing_ = false;   // what the client says is not for the user
     bool Stopped_ = false;     // by the user
     bool Succeeded_ = true;    // the last operation
     ULONGLONG StartedAt_ = 0;  // ms

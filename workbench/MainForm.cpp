@@ -69,6 +69,7 @@ void TMainForm::AddControls() {
     Pictures_.emplace(Scale(16));
     AddPictures(*Pictures_);
     ToolBar_ = &Make<TToolBar>("ToolBar", *this, *Pictures_);
+    ToolBar_->SetAccessibleName("Tool bar");
     ToolBar_->SetAlign(TAlign::Top);
     auto& top = Make<TPanel>("Top", *this);
     auto& label = Make<TLabel>("", top, "Project");

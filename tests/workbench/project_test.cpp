@@ -6,6 +6,7 @@
 #include "core/Cvsroot.h"
 #include "core/Progress_frm.h"
 #include "framework/base/exceptions.h"
+#include "framework/base/files.h"
 #include "framework/base/handle.h"
 #include "framework/base/registry.h"
 #include "framework/base/text.h"
@@ -394,7 +395,7 @@ TEST_F(Projects, GetOldRevisionsAndTheNamesOfModules) {
     client("checkout module", Folder.Path());
     const std::string file = Folder / "module\\sub\\old.c";
     support::WriteBytes(file, "second\r\n");
-    client("commit -f -m m", Folder / "module");
+    client("commit -m m", Folder / "module");
     Form.OpenProject(Folder / "module");
     Answer(true);
     std::string bytes;
@@ -410,7 +411,7 @@ TEST_F(Projects, GetOldRevisionsAndTheNamesOfModules) {
     // To the client a difference is a failure; to the user it is none.
     auto& status = support::Part<TStatusBar>(Form, "Status");
     Operate([](TCvsObject& cvs) { return cvs.Diff(); });
-    EXPECT_EQ(status.PartText(1), "There is no difference");
+    EXPECT_EQ(status.PartText(1), "There is no difference") << Told();
     support::WriteBytes(file, "third and longer\r\n");
     Operate([](TCvsObject& cvs) { return cvs.Diff(); });
     EXPECT_EQ(status.PartText(1), "There are differences");
