@@ -76,12 +76,10 @@ void TTour::PrepareTheMorning(const std::string& repository, const std::string& 
     for (const char* file : {"\\d00\\a.txt", "\\d01\\a.txt"})
         support::WriteBytes(copy + file, TextOf("their feature"));
     Client("commit -m feature", copy);
-    // Forty files are changed here.
-    int changed = 0;
+    // Forty files are changed here: three in each folder, four in the first.
     forAll([&](const std::string& file) {
-        if (!file.ends_with("d.txt") || changed >= 36)
+        if (!file.ends_with("d.txt") || file < "d04")
             support::WriteBytes(project + "\\" + file, TextOf("mine in " + file) + "more\r\n");
-        changed += !file.ends_with("d.txt");
     });
     for (int i = 1; i <= 5; ++i)
         support::WriteBytes(project + "\\new" + std::to_string(i) + ".txt", "new\r\n");
@@ -206,6 +204,7 @@ void TTour::WorkAMorning() {
         Next(form);
         Next(form);
         support::Choose(StepOf(form), "ComboBox1", tandrel::mtThisRev);
+        support::WaitUntil([&] { return Part<TButton>(StepOf(form), "Button1").Enabled(); });
         Type(StepOf(form), "Edit3", "FEATURE");
         Press(form, "BitBtn1");
     });
