@@ -319,7 +319,8 @@ std::vector<std::string> TCommandBuilder::NamesToAdd() const {
     if (Context_.NewFoldersOnly)
         return names;
     for (const TFileItem& item : Context_.FileItems)
-        if (item.FileType == fi_file || item.FileType == fi_dir)
+        if ((item.FileType == fi_file || item.FileType == fi_dir) &&
+            (!Context_.AddMode || *Context_.AddMode == item.KeywordMode))
             names.push_back(RelativeName(item.Directory, item.Name));
     return names;
 }
@@ -523,6 +524,8 @@ void TCommandBuilder::Add() {
         return;
     Subcommand();
     Message("\" no messages\"");
+    const TKeywordMode mode = Context_.AddMode.value_or(Km_none);
+    AppendIf(!Context_.NewFoldersOnly && mode != Km_none, TKeywModeNames[mode]);
     AppendNames(names);
 }
 

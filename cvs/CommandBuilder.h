@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,6 +28,9 @@ struct TCommandContext {
     /// The command of "add" names only folders that are not yet under version control; there is no
     /// command when there are none.
     bool NewFoldersOnly = false;
+    /// Of the files and folders of "add" it names those of this mode only, and gives it to them;
+    /// none names all and says nothing of modes.
+    std::optional<TKeywordMode> AddMode = std::nullopt;
     /// Whether a folder is under version control already. Asked once for each folder.
     std::function<bool(const std::string& folder)> IsUnderVersionControl;
 };

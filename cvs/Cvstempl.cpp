@@ -87,6 +87,7 @@ void TCvsObject::WithBuilder(Action action) {
         .FileItems = FileItems,
         .StrictQuoting = StrictQuoting,
         .NewFoldersOnly = NewFoldersOnly_,
+        .AddMode = AddMode_,
         .IsUnderVersionControl =
             [](const std::string& folder) {
                 return framework::DirectoryExists(SlashSep(folder, "CVS"));

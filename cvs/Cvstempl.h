@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -61,8 +62,9 @@ public:
     bool CheckOut(bool Interactive) override;
     bool Update() override;
     bool Commit(bool Interactive) override;
-    /// Puts the selected files under version control, and the folders they are in; with a server
-    /// and StrictQuoting the folders in a command of their own.
+    /// Puts the selected files under version control, and the folders they are in. With
+    /// StrictQuoting each file gets the keyword mode of its item, with a command for each mode, and
+    /// a server the folders in a command of their own.
     bool Add() override;
     bool Remove() override;
     bool Import(bool Interactive) override;
@@ -218,6 +220,7 @@ private:
     void BuildCommand();
     bool RunFileOperation(const char* whenEmpty);
     bool AddNewFolders();
+    bool AddByModes();
     void ShowResult(const std::string& caption, const std::string& text);
     using TLabelDialog = bool (*)(TCvsObject& CvsObject);
     /// @param flag an option to set before the event, or none. @param what the result's caption.
@@ -252,7 +255,8 @@ private:
     template <class Action>
     void WithBuilder(Action action);
 
-    bool NewFoldersOnly_ = false;  // while those of "add" are added
+    bool NewFoldersOnly_ = false;          // while those of "add" are added
+    std::optional<TKeywordMode> AddMode_;  // of the files that are being added
     std::string CVSREAD_;
     std::string CVSPATH_;
 };

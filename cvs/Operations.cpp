@@ -1,5 +1,7 @@
 // The operations on a repository: options in, one command, result out.
 
+#include <set>
+
 #include "core/Cvs_utils.h"
 #include "cvs/Cvstempl.h"
 #include "cvs/Dialogs.h"
@@ -252,6 +254,23 @@ bool TCvsObject::AddNewFolders() {
     return Run();
 }
 
+bool TCvsObject::AddByModes() {
+    const TKept kept(AddMode_);
+    // What is kept for later has no success.
+    const bool isKept = ConnectionType != cnLocal && !ServerOnline();
+    std::set<TKeywordMode> modes;
+    for (const TFileItem& item : FileItems)
+        modes.insert(item.KeywordMode);
+    bool done = true;
+    for (const TKeywordMode mode : modes) {
+        AddMode_ = mode;
+        done = Run() && done;
+        if (!done && !isKept)
+            break;
+    }
+    return done;
+}
+
 bool TCvsObject::Add() {
     if (Refused(otAdd))
         return false;
@@ -260,6 +279,8 @@ bool TCvsObject::Add() {
     const bool isServed = ConnectionType != cnLocal && ServerOnline() && !CVSROOT().empty();
     if (StrictQuoting && isServed && !FileItems.Empty() && !AddNewFolders())
         return false;
+    if (StrictQuoting && !FileItems.Empty())
+        return AddByModes();
     return RunFileOperation("No files in FileList ");
 }
 

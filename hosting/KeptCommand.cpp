@@ -13,6 +13,7 @@ namespace {
 
 /// What the package writes when there is no message.
 constexpr const char* NoMessage = " no messages";
+constexpr const char* BinaryMode = "-kb";
 
 }  // namespace
 
@@ -83,7 +84,8 @@ std::optional<TKeptCommand> ParseKeptCommand(const std::string& line, const std:
             return {};
         if (arguments[2] != NoMessage)
             kept.Message = arguments[2];
-        at = 3;
+        kept.IsBinary = arguments.size() > 3 && arguments[3] == BinaryMode;
+        at = kept.IsBinary ? 4 : 3;
     } else if (arguments[0] == "remove") {
         kept.Removes = true;
         // It is about folders; names follow.
@@ -105,6 +107,8 @@ std::string KeptLine(const TKeptCommand& kept, const std::string& folder) {
     std::string line = kept.Removes ? " remove" : " add -m ";
     if (!kept.Removes)
         line += tandrel::QuoteArgument(kept.Message.empty() ? NoMessage : kept.Message, true);
+    if (kept.IsBinary)
+        line += std::string(" ") + BinaryMode;
     line += " --";
     for (const std::string& name : kept.Names)
         line += " " + tandrel::QuoteArgument(name, false);
@@ -131,7 +135,7 @@ std::vector<TKeptCommand> WithoutTakenBack(std::vector<TKeptCommand> commands) {
 }
 
 std::string TKeptCommand::Description() const {
-    std::string text = Removes ? "remove" : "add";
+    std::string text = Removes ? "remove" : IsBinary ? "add as binary" : "add";
     const char* separator = " ";
     for (const std::string& name : Names) {
         text += separator + name;

@@ -11,6 +11,7 @@ struct TKeptCommand {
     bool Removes = false;
     std::string Message;             ///< Of an addition; empty for none.
     std::vector<std::string> Names;  ///< Files and folders, relative to the project's folder.
+    bool IsBinary = false;           ///< Its files are kept byte for byte.
 
     /// What the user reads.
     std::string Description() const;

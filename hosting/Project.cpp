@@ -82,7 +82,11 @@ void TProject::BindEvents() {
         if (!Window_.SaveDocuments())
             Abort();
     };
-    Cvs_.OnCommit = Cvs_.OnUpdate = Cvs_.OnDiff = save;
+    Cvs_.OnUpdate = Cvs_.OnDiff = save;
+    Cvs_.OnCommit = [this, save](TCvsObject& cvs) {
+        save(cvs);
+        BeforeCommit();
+    };
     Cvs_.OnRelease = [this, save](TCvsObject& cvs) {
         save(cvs);
         // The client wants the folder; one that was checked out under another name has a neighbour
@@ -136,6 +140,7 @@ void TProject::BeforePlacing() {
         Cvs_.ReleaseTag = "START";
     if (!Window_.AskForTags(Cvs_.VendorTag, Cvs_.ReleaseTag))
         Abort();
+    PlaceWhatIsTicked();
 }
 
 void TProject::MessageReceived(const std::string& text) {
@@ -356,6 +361,8 @@ bool TProject::Operate(const std::function<bool(TCvsObject&)>& operation,
     if (!done)
         for (const std::string& folder : MadeFolders_)
             ::RemoveDirectoryA(folder.c_str());
+    // Placing has changed the variable.
+    Cvs_.Set_CVSIGNORE(Cvs_.CVSIGNORE());
     // Dialogs hand over the type as soon as it is chosen, its root when they are accepted. The one
     // without the other would send the next command to another repository.
     if (!done && Cvs_.CVSROOT() == root)
@@ -514,6 +521,8 @@ bool TProject::Move(const std::string& from, const std::string& to) {
         return false;
     }
     return Operate([&](TCvsObject& cvs) {
+        if (IsKeptAsBinary(from))
+            return MoveBinary(from, to);
         const bool isKept = !cvs.ServerOnline() && cvs.ConnectionType != cnLocal;
         const bool done = cvs.MoveFile(from, to, true);
         // A command that is kept has no success, so the package stops behind the first.
@@ -609,6 +618,9 @@ bool TProject::RunKept(const TKeptCommand& kept) {
     if (!FindPrograms())
         return false;
     const TFileItemsForCall cleared(Cvs_.FileItems);
+    if (kept.IsBinary)
+        for (TFileItem& item : Cvs_.FileItems)
+            item.KeywordMode = Km_kb;
     Cvs_.CommitMessage = kept.Message;
     return kept.Removes ? Cvs_.Remove() : Cvs_.Add();
 }

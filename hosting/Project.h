@@ -1,12 +1,17 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "cvs/Cvstempl.h"
+#include "framework/ui/dialogs.h"
 #include "framework/ui/timer.h"
+#include "hosting/BinaryFiles.h"
 #include "hosting/ClientProcess.h"
 #include "hosting/CommandSummary.h"
+#include "hosting/FileRows.h"
 #include "hosting/OfflineLog.h"
 #include "hosting/PasswordMask.h"
 #include "hosting/ProjectState.h"
@@ -28,6 +33,10 @@ public:
     /// to go on.
     virtual bool AskForTags(std::string& vendor, std::string& release) = 0;
     virtual bool AskYesNo(const std::string& question) = 0;
+    virtual framework::TAnswer AskYesNoCancel(const std::string& question) = 0;
+    /// Names the files that are about to be kept byte for byte; the user may take some for texts.
+    /// False when the user does not want to go on.
+    virtual bool ChooseBinary(std::vector<TBinaryChoice>& files) = 0;
     /// For what could harm: No unless the user chooses Yes.
     virtual bool AskRisk(const std::string& question) = 0;
     /// There is no client: tells so, and lets the user choose one. @return its path, or an empty
@@ -83,6 +92,10 @@ public:
     bool Fetch(const std::string& file, const std::string& revision, std::string& bytes);
     /// The names that a check-out from the project's repository takes, as far as it tells.
     std::vector<std::string> Modules();
+    /// Adds files and folders (full paths). What is no text is kept byte for byte, and named first.
+    bool Add(const std::vector<std::string>& paths);
+    /// Imports the folder, with its result shown; likewise.
+    bool Import(const std::string& vendor, const std::string& release);
 
     /// Moves a file, for version control, too. While the server is off-line both halves are kept
     /// for later. @param to must not be there yet.
@@ -120,6 +133,21 @@ private:
                   const std::vector<std::string>& selection);
     void MakeFolder(const std::string& folder);
     void BeforePlacing();
+
+    // --- what is no text (BinaryCommands.cpp)
+    /// Asks which of the files are to be kept byte for byte, and tells. @return their paths, or
+    /// nothing when the user gave up.
+    std::optional<std::vector<std::string>> ChooseBinary(const std::vector<std::string>& files);
+    /// Has the import that follows keep those of its files; false when the user gave up.
+    bool NameBinary(const std::vector<std::string>& files);
+    /// Has the import that follows put in what is ticked in the model, and nothing else.
+    void PlaceWhatIsTicked();
+    /// Warns of files that the commit would damage; ends it when the user gives up.
+    void BeforeCommit();
+    bool KeepBytes(const std::vector<TFileRow>& rows);
+    bool IsKeptAsBinary(const std::string& path) const;
+    bool MoveBinary(const std::string& from, const std::string& to);
+
     void Load();
     void BeginCommand();
     void Prepare(const std::vector<std::string>& selection);

@@ -14,6 +14,7 @@
 #include "framework/base/paths.h"
 #include "framework/base/registry.h"
 #include "framework/base/text.h"
+#include "hosting/BinaryFiles.h"
 
 namespace hosting {
 
@@ -55,6 +56,10 @@ void TSettings::Delete(const std::string& key, const std::string& name) {
     if (::RegOpenKeyExA(HostRegistryKey, key.c_str(), 0, KEY_SET_VALUE, opened.Receive()) ==
         ERROR_SUCCESS)
         ::RegDeleteValueA(opened.Get(), name.c_str());
+}
+
+std::string TSettings::BinaryEndings() const {
+    return Read(Key_, "BinaryEndings", UsualBinaryEndings);
 }
 
 std::string TSettings::UserDataFolder() {

@@ -36,6 +36,11 @@ public:
     std::string Client() const { return Read(Key_, "Client", ""); }
     void SetClient(const std::string& path) { Write(Key_, "Client", path); }
 
+    /// The endings of files that are kept byte for byte whatever is in them, parted by blanks; the
+    /// usual ones until the user has changed them.
+    std::string BinaryEndings() const;
+    void SetBinaryEndings(const std::string& endings) { Write(Key_, "BinaryEndings", endings); }
+
     /// The folders opened last, the latest first.
     std::vector<std::string> RecentProjects() const;
     /// Puts a folder to the front of them.

@@ -143,13 +143,7 @@ void TMainForm::Import() {
     std::string vendor = "VENDOR", release = "START";
     if (!AskForTags(vendor, release))
         return;
-    Operate(
-        [&](TCvsObject& cvs) {
-            cvs.VendorTag = vendor;
-            cvs.ReleaseTag = release;
-            return cvs.Import(true);
-        },
-        false);
+    Busily([&](TProject& project) { project.Import(vendor, release); });
 }
 
 void TMainForm::CheckOut() {
@@ -271,7 +265,8 @@ void TMainForm::AskForOptions() {
          options.RemoveFromRepository ? "1" : "",
          {}},
         {TInput::Flag, "Taking out keeps the ignore lists", options.KeepCvsIgnore ? "1" : "", {}},
-        {TInput::Text, "Remote shell (for ssh)", cvs.CVS_RSH(), {}}};
+        {TInput::Text, "Remote shell (for ssh)", cvs.CVS_RSH(), {}},
+        {TInput::Text, "Endings of binary files", Settings_.BinaryEndings(), {}}};
     if (!AskFor("Options", inputs))
         return;
     const auto mode = std::find(modes.begin(), modes.end(), inputs[0].Value) - modes.begin();
@@ -282,6 +277,8 @@ void TMainForm::AskForOptions() {
     options.RemoveFromRepository = inputs[4].Value == "1";
     options.KeepCvsIgnore = inputs[5].Value == "1";
     cvs.Set_CVS_RSH(inputs[6].Value);
+    if (inputs[7].Value != Settings_.BinaryEndings())
+        Settings_.SetBinaryEndings(inputs[7].Value);
     Current_->Save();
 }
 

@@ -104,7 +104,7 @@ void TMainForm::OpenSelection() {
 }
 
 void TMainForm::AddSelection() {
-    Operate(&TCvsObject::Add, true);
+    Busily([this](TProject& project) { project.Add(Selection()); });
 }
 
 std::vector<TFileRow> TMainForm::SelectedFiles(std::initializer_list<TFileState> states) const {

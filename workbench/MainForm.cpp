@@ -14,6 +14,7 @@
 #include "framework/ui/dialogs.h"
 #include "framework/ui/image_list.h"
 #include "hosting/Programs.h"
+#include "workbench/BinaryForm.h"
 #include "workbench/InputForm.h"
 #include "workbench/Pictures.h"
 
@@ -439,6 +440,14 @@ std::string TMainForm::AskForClient() {
 
 bool TMainForm::AskYesNo(const std::string& question) {
     return DialogFunctions().AskYesNo(Title, question);
+}
+
+TAnswer TMainForm::AskYesNoCancel(const std::string& question) {
+    return DialogFunctions().AskYesNoCancel(Title, question);
+}
+
+bool TMainForm::ChooseBinary(std::vector<TBinaryChoice>& files) {
+    return AskForBinary(Current_->Folder(), files);
 }
 
 bool TMainForm::AskForTags(std::string& vendor, std::string& release) {

@@ -61,6 +61,8 @@ public:
     bool SaveDocuments() override;
     bool AskForTags(std::string& vendor, std::string& release) override;
     bool AskYesNo(const std::string& question) override;
+    framework::TAnswer AskYesNoCancel(const std::string& question) override;
+    bool ChooseBinary(std::vector<hosting::TBinaryChoice>& files) override;
     bool AskRisk(const std::string& question) override;
     std::string AskForClient() override;
     void ShowTold() override;

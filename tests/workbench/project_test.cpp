@@ -137,6 +137,48 @@ TEST_F(Projects, WorkOnWhatIsSelected) {
     EXPECT_EQ(support::ReadBytes(Folder / "one\\b.c"), "a");
 }
 
+TEST_F(Projects, NameBinaryFilesAndLetTheUserTakeThemForTexts) {
+    support::WriteBytes(Folder / "one\\CVS\\Root", "C:\\none\r\n");
+    support::WriteBytes(Folder / "one\\pic.png", "p");
+    support::WriteBytes(Folder / "one\\zero.txt", std::string(2, '\0'));
+    support::WriteBytes(Folder / "one\\b.special", "s");
+    ExpectForm("Options", [](TForm& form) {
+        ExpectTidy(form);
+        EXPECT_NE(TextOf(form, "Input8").find("png"), std::string::npos);
+        support::Type(form, "Input8", "png special");
+        support::Press(form, "BitBtn1");
+    });
+    Form.OpenProject(Folder / "one");
+    Pick(Form, "Optio&ns...");
+    Form.Project()->Cvs().CvsExecutable = support::FakeClient() + " arguments";
+    const auto add = [&](const char* button) {
+        ExpectForm("Binary files", [button](TForm& form) {
+            ExpectTidy(form);
+            auto& tree = support::Part<TTreeView>(form, "TreeView1");
+            std::string names;
+            for (const auto& node : tree.Root().Children())
+                names += node->Text() + ' ';
+            EXPECT_EQ(names, "b.special pic.png zero.txt ");
+            tree.OnStateClick(*tree.Root().Children().front());
+            support::Press(form, button);
+        });
+        support::Part<TListView>(Form, "List").SelectAll();
+        const std::size_t before = Told().size();
+        Pick(Form, "&Add");
+        return Told().substr(before);
+    };
+    EXPECT_EQ(add("BitBtn2").find("[add]"), std::string::npos) << "the user gave up";
+    const std::string told = add("BitBtn1");
+    EXPECT_NE(told.find("2 files are kept as binary: pic.png, zero.txt\r\n"), std::string::npos)
+        << told;
+    EXPECT_NE(told.find("[add]\r\n[-m]\r\n[ no messages]\r\n[a.c]\r\n[b.special]\r\n"),
+              std::string::npos)
+        << told;
+    EXPECT_NE(told.find("[ no messages]\r\n[-kb]\r\n[pic.png]\r\n[zero.txt]\r\n"),
+              std::string::npos)
+        << told;
+}
+
 TEST_F(Projects, KeepTheirConnectionWhenItsDialogIsCancelled) {
     Form.OpenProject(Folder / "one");
     TCvsObject& cvs = Form.Project()->Cvs();

@@ -29,6 +29,10 @@ public:
     bool AskForTags(std::string&, std::string&) override { return false; }
     bool AskYesNo(const std::string&) override { return false; }
     bool AskRisk(const std::string&) override { return false; }
+    framework::TAnswer AskYesNoCancel(const std::string&) override {
+        return framework::TAnswer::Cancel;
+    }
+    bool ChooseBinary(std::vector<hosting::TBinaryChoice>&) override { return true; }
     std::string AskForClient() override { return {}; }
 };
 
