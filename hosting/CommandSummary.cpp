@@ -50,8 +50,6 @@ void TCommandSummary::AddMention(const TFileMention& mention) {
             ++Updated_;
             break;
         case 'A':
-            ++Added_;
-            break;
         case 'N':
             ++Added_;
             break;

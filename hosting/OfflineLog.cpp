@@ -90,6 +90,7 @@ std::optional<std::vector<std::string>> TOfflineLog::Take() const {
 
 void TOfflineLog::Write(const std::vector<TKeptCommand>& commands) const {
     std::vector<std::string> lines;
+    lines.reserve(commands.size());
     for (const TKeptCommand& kept : commands)
         lines.push_back(KeptLine(kept, Folder_));
     if (!lines.empty())

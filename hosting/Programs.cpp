@@ -62,14 +62,14 @@ std::string FindProgram(const std::string& name, std::vector<std::string>* looke
             continue;
         if (looked)
             looked->push_back(folder);
-        if (const std::string found = SlashSep(folder, file); FileExists(found))
+        if (std::string found = SlashSep(folder, file); FileExists(found))
             return found;
     }
     return {};
 }
 
 std::string FindClient(const TSettings& settings, std::vector<std::string>* looked) {
-    if (const std::string chosen = settings.Client(); FileExists(chosen))
+    if (std::string chosen = settings.Client(); FileExists(chosen))
         return chosen;
     return FindProgram("cvs", looked);
 }

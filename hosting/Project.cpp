@@ -423,7 +423,7 @@ std::string TProject::RunningText() const {
 }
 
 std::string TProject::Outcome() const {
-    const std::string said = Summary_.Text();
+    std::string said = Summary_.Text();
     if (Stopped_ || Cvs_.Aborted)
         return said.empty() ? "Stopped" : "Stopped: " + said;
     if (!said.empty())
@@ -509,7 +509,7 @@ std::string TProject::FileOf(const std::string& name) const {
         return {};
     // Commands that name the module run above its folder.
     for (const std::string& from : {Folder_, ExtractFileDir(Folder_)})
-        if (const std::string file = SlashSep(from, path);
+        if (std::string file = SlashSep(from, path);
             FileExists(file) && SameText(file.substr(0, Folder_.size()), Folder_))
             return file;
     return {};

@@ -38,7 +38,7 @@ std::string ProgramOf(const std::string& command) {
     else
         word = word.substr(0, word.find(' '));
     if (FindFirstOf(word, "\\/:") == std::string::npos)
-        if (const std::string found = FindProgram(word); !found.empty())
+        if (std::string found = FindProgram(word); !found.empty())
             return found;
     return word;
 }

@@ -42,7 +42,7 @@ void TWriter::WriteListEnd() {
 void TWriter::WriteString(std::string_view text) {
     std::string head;
     auto length = static_cast<std::uint32_t>(text.size());
-    head += length <= LongestShortText ? ShortText : LongText;
+    head.push_back(length <= LongestShortText ? ShortText : LongText);
     const std::size_t lengthSize = length <= LongestShortText ? 1 : sizeof length;
     for (; head.size() <= lengthSize; length >>= 8)
         head += static_cast<char>(length & 0xFF);

@@ -18,7 +18,7 @@ void TComboBox::SetItems(const std::vector<std::string>& items) {
         ::SendMessageW(Handle(), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(ToWide(item).c_str()));
     // The open list is to be as high as its items want it.
     const RECT bounds = Bounds();
-    SetBounds(bounds.left, bounds.top, Width(), Height());
+    TComboBox::SetBounds(bounds.left, bounds.top, Width(), Height());
 }
 
 int TComboBox::ItemCount() const {

@@ -50,6 +50,7 @@ void TListView::AddColumn(const std::string& caption, int width) {
 std::vector<int> TListView::ColumnWidths() {
     const int dpi = Form().Scale(96);
     std::vector<int> widths;
+    widths.reserve(static_cast<std::size_t>(Columns_));
     for (int i = 0; i < Columns_; ++i)
         widths.push_back(::MulDiv(static_cast<int>(::SendMessageW(Handle(), LVM_GETCOLUMNWIDTH,
                                                                   static_cast<WPARAM>(i), 0)),
@@ -147,7 +148,7 @@ void TListView::Replace(std::vector<TListRow> rows, const std::vector<int>& sele
 
 void TListView::DeleteRow(int index) {
     const int selected = SelectedIndex();
-    Rows_.Items.at(static_cast<std::size_t>(index));
+    static_cast<void>(Rows_.Items.at(static_cast<std::size_t>(index)));
     Rows_.Items.erase(Rows_.Items.begin() + index);
     Silent_ = true;
     // The selection is a position to the system; it has to follow its row.

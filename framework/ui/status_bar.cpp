@@ -16,6 +16,7 @@ TStatusBar::TStatusBar(TControl& parent, const std::vector<int>& widths)
         WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP | SBARS_TOOLTIPS | CCS_NORESIZE | CCS_NOPARENTALIGN,
         0, parent.Handle());
     std::vector<int> edges;
+    edges.reserve(widths.size());
     for (const int width : widths)
         edges.push_back((edges.empty() ? 0 : edges.back()) + Form().Scale(width));
     if (!edges.empty())

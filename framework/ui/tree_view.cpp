@@ -3,7 +3,6 @@
 #include <windowsx.h>
 
 #include <cstring>
-#include <ranges>
 #include <utility>
 
 #include "framework/base/text.h"
@@ -211,9 +210,9 @@ void TTreeView::Select(const TTreeViewNode* node) {
             explicit TReveal(bool& flag) : Flag(flag) { Flag = true; }
             ~TReveal() { Flag = false; }
         } const reveal(Revealing_);
-        for (const TTreeViewNode* above : std::ranges::reverse_view(closed))
+        for (auto above = closed.rbegin(); above != closed.rend(); ++above)
             ::SendMessageW(Handle(), TVM_EXPAND, TVE_EXPAND,
-                           reinterpret_cast<LPARAM>(above->Item_));
+                           reinterpret_cast<LPARAM>((*above)->Item_));
     }
     ::SendMessageW(Handle(), TVM_SELECTITEM, TVGN_CARET,
                    reinterpret_cast<LPARAM>(node ? node->Item_ : nullptr));

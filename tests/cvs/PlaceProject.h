@@ -78,7 +78,7 @@ protected:
         {"lf.c", "line\nline\n"},
         {"mixed.c", "\r\na\nb\r\r\nlast"},
         {"keyword.c", "$Id$ $Revision$\r\n"},
-        {"data.bin", std::string("\r\n\0\x1A\n\xFF$Id$", 11)},
+        {"data.bin", std::string("\r\n\0\x1A\n\xFF$Id$", 10)},
         {"nothing.c", ""},
         {"read only.c", "mine\r\n"},
         {"hidden.c", "hidden\r\n"},

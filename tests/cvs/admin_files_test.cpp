@@ -11,7 +11,6 @@
 namespace {
 
 using namespace tandrel;
-using tests::TSandboxObject;
 
 TEST(AdminFiles, TakesARootApart) {
     struct {

@@ -424,7 +424,7 @@ std::string ArgumentsOf(tests::TSandboxObject& obj, TOperationType operation) {
     obj.Messages.Clear();
     obj.Execute("C:\\");
     const std::string all = obj.Messages.All();
-    return all.substr(0, all.rfind("]") + 1);
+    return all.substr(0, all.rfind(']') + 1);
 }
 
 TEST_F(CommandTable, StrictQuotingKeepsEveryValueOneArgument) {

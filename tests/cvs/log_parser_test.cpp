@@ -95,9 +95,18 @@ TEST(LogParser, StopsAtMoreThanALogCanHold) {
 }
 
 TEST(LogParser, SurvivesAnyText) {
-    const std::string pieces[] = {
-        "symbolic names:", "keyword", "total revisions", "date:", ";",     "\r\n\t", ":",
-        "revision ",       "d",       "1.1.0.2",         " ",     "\0\xFF"};
+    const std::string pieces[] = {"symbolic names:",
+                                  "keyword",
+                                  "total revisions",
+                                  "date:",
+                                  ";",
+                                  "\r\n\t",
+                                  ":",
+                                  "revision ",
+                                  "d",
+                                  "1.1.0.2",
+                                  " ",
+                                  std::string("\0\xFF", 2)};
     std::mt19937 random(20041105);
     for (int round = 0; round < 3000; ++round) {
         std::string text;

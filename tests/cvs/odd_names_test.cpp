@@ -100,12 +100,8 @@ protected:
     std::string Module = std::string(LongProject, 'm') + "it's 100% p\xF6 & co";
     const std::string Work = Sandbox.Folder / "w\xE4 & rk";
     const std::vector<std::string> Names{
-        "it's 100% n\xF6w & odd.c",
-        std::string(LongFile, 'l') + ".c",
-        "-l.c",
-        "[a]{b};,=~^`!@$HOME(#).c",
-        "s\xFC"
-        "b 5% & 'x'\\it's in.c",
+        "it's 100% n\xF6w & odd.c", std::string(LongFile, 'l') + ".c", "-l.c",
+        "[a]{b};,=~^`!@$HOME(#).c", "s\xFC\x62 5% & 'x'\\it's in.c",
     };
 };
 

@@ -22,9 +22,11 @@ using namespace tests;
 TEST_F(PlaceProject, MakesAWorkingCopyOfTheUsersFiles) {
     Obj.Load_WorkDirTree();
     Obj.WorkDirTree.ItemExist(Project, "out")->Included = false;
-    Obj.WorkDirTree.ItemExist(Project, "sub")
-        ->Children->ItemExist(Project + "\\sub", "private.x")
-        ->Included = false;
+    const TWorkDirItem* const below = Obj.WorkDirTree.ItemExist(Project, "sub");
+    ASSERT_TRUE(below);
+    TWorkDirItem* const hidden = below->Children->ItemExist(Project + "\\sub", "private.x");
+    ASSERT_TRUE(hidden);
+    hidden->Included = false;
     int placing = 0;
     Obj.OnPlaceProject = [&](TCvsObject& sender) {
         EXPECT_EQ(&sender, &Obj);

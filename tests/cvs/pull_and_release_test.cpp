@@ -35,11 +35,12 @@ TEST_F(WholeProject, PullsByCheckOutOrExport) {
         Obj.Set_Modulename(module);
         Obj.ExportInsteadOfCheckout = exporting;
         Obj.Messages.Clear();
-        tests::ExpectForm("CVS Pull Project ", [&](framework::TForm& form) {
-            EXPECT_EQ(tests::TextOf(form, "Label1"),
-                      "project \"" + module + "\" pull into directory " + root + says);
-            tests::Click(form, "BitBtn1");
-        });
+        tests::ExpectForm(
+            "CVS Pull Project ", [&, module = module, says = says](framework::TForm& form) {
+                EXPECT_EQ(tests::TextOf(form, "Label1"),
+                          "project \"" + module + "\" pull into directory " + root + says);
+                tests::Click(form, "BitBtn1");
+            });
         EXPECT_EQ(Obj.PullProjectAccepted(), module == "mod") << Obj.Messages.All();
         EXPECT_EQ(WasSaid("CheckOut project " + module), !exporting);
         EXPECT_EQ(FileExists(root + "\\mod\\sub\\c.c"), true);
@@ -84,7 +85,7 @@ TEST_F(WholeProject, ReleasesWithTheUsersAnswerOrByForce) {
         Obj.Messages.Clear();
         Obj.ReleaseDelete = Obj.ReleaseForce = button == nullptr;
         if (button)
-            tests::ExpectForm("CVS confirmation", [&](framework::TForm& form) {
+            tests::ExpectForm("CVS confirmation", [button = button](framework::TForm& form) {
                 EXPECT_NE(tests::TextOf(form, "Label1").find("Are you sure? "), std::string::npos);
                 tests::Click(form, button);
             });

@@ -94,10 +94,10 @@ void RefusedOperations::ExpectAllRefused() {
         {"Del_Tag", &T::Del_Tag},
     };
     for (const auto& [name, operate] : plain)
-        ExpectRefused(name, [&] { return (Obj.*operate)(); });
+        ExpectRefused(name, [this, operate = operate] { return (Obj.*operate)(); });
     for (const auto& [name, operate] : interactive)
         for (const bool asks : {false, true})
-            ExpectRefused(name, [&] { return (Obj.*operate)(asks); });
+            ExpectRefused(name, [this, operate = operate, asks] { return (Obj.*operate)(asks); });
     ExpectRefused("AddFile", [&] { return Obj.AddFile(File); });
     ExpectRefused("RemoveFile", [&] { return Obj.RemoveFile(File, true); });
     ExpectRefused("MoveFile", [&] { return Obj.MoveFile(File, Copy + "\\moved.c", true); });

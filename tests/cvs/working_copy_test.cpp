@@ -285,7 +285,8 @@ TEST_F(WorkingCopy, SurvivesDamagedRecords) {
         ParseRootLine(text);
     }
     // A line without an end is read by nobody.
-    const std::string endless(10000000, 'x');
+    std::string endless;
+    endless.resize(10000000, 'x');
     Sandbox.Write(Copy + "\\.cvsignore", endless);
     Sandbox.Write(Copy + "\\CVS\\Entries", "/b.c/1.9///\r\n/a.c/" + endless + "/\r\n");
     Obj.Messages.Clear();

@@ -34,7 +34,6 @@ using support::Part;
 using support::StepOf;
 using support::WaitUntil;
 using tests::ExpectForm;
-using tests::TextOf;
 using tests::Touch;
 
 enum { Status, Log, Diff };

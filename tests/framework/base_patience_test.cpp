@@ -111,7 +111,7 @@ TEST(HeldFiles, AreHeldAsTheSystemSays) {
     FileFunctions().Sleep = LetGo;
     const TempFolder folder;
     const auto hold = [&](const char* name) {
-        const std::string path = folder.MakeFile(name);
+        std::string path = folder.MakeFile(name);
         Held().Reset(
             ::CreateFileA(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
         TScanner::Waited = 0;
