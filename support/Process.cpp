@@ -50,8 +50,12 @@ TProcessResult RunProcess(const std::string& commandLine, const std::string& dir
     startup.hStdOutput = startup.hStdError = output.Write.Get();
     PROCESS_INFORMATION information{};
     std::string line = commandLine;
-    if (!::CreateProcessA(nullptr, line.data(), nullptr, nullptr, TRUE, CREATE_NEW_CONSOLE, nullptr,
-                          directory.c_str(), &startup, &information))
+    const auto begin = [&] {
+        return ::CreateProcessA(nullptr, line.data(), nullptr, nullptr, TRUE, CREATE_NEW_CONSOLE,
+                                nullptr, directory.c_str(), &startup, &information) != FALSE;
+    };
+    // A busy 64-bit Wine now and then loses a process before it has begun.
+    if (!begin() && (::GetLastError() != ERROR_INTERNAL_ERROR || !begin()))
         framework::RaiseLastOSError();
     const KernelHandle process(information.hProcess), thread(information.hThread);
     output.Write.Reset();

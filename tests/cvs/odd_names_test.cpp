@@ -11,6 +11,7 @@
 #include "framework/base/files.h"
 #include "tests/cvs/Sandbox.h"
 #include "tests/support/FormDriver.h"
+#include "tests/support/Unique.h"
 
 namespace {
 
@@ -40,7 +41,7 @@ protected:
         if (GetParam()) {
             tests::ConnectToServer(Obj);
             EXPECT_TRUE(Obj.Login(false)) << Obj.Messages.All();
-            Module += std::to_string(::GetCurrentProcessId());
+            Module += tests::UniqueWord();
         }
         framework::ForceDirectories(Work);
         for (const std::string& name : Names)

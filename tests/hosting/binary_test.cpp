@@ -11,6 +11,7 @@
 #include "tests/cvs/Sandbox.h"
 #include "tests/hosting/TestHost.h"
 #include "tests/support/FormDriver.h"
+#include "tests/support/Unique.h"
 
 namespace {
 
@@ -85,7 +86,7 @@ protected:
         if (GetParam()) {
             tests::ConnectToServer(Object_);
             EXPECT_TRUE(Object_.Login(false)) << Object_.Messages.All();
-            Module += std::to_string(::GetCurrentProcessId());
+            Module += tests::UniqueWord();
         }
     }
     ~Binary() override {

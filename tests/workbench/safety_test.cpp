@@ -12,6 +12,7 @@
 #include "hosting/Programs.h"
 #include "hosting/Trust.h"
 #include "tests/support/Japanese.h"
+#include "tests/support/Unique.h"
 #include "tests/workbench/Projects.h"
 #include "workbench/OutputPane.h"
 
@@ -145,7 +146,7 @@ TEST_F(Projects, LeaveNoPasswordAnywhere) {
         EXPECT_TRUE(Run("surroundings CVSROOT"));
         cvs.CvsExecutable = "cvs";
     }
-    const std::string module = "safe " + std::to_string(::GetCurrentProcessId());
+    const std::string module = "safe " + tests::UniqueWord();
     support::WriteBytes(Folder / (module + "\\x.c"), "x");
     const TProjectState connection = TProjectState::Of(cvs);
     Form.OpenProject(Folder / module);
