@@ -49,7 +49,8 @@ read_one() {
         package/*) options+=(-DTANDREL_BUILD) ;;
     esac
     local stamp
-    stamp=$read_before/$( (clang++ "${options[@]}" -E -C "$1"; cat .clang-tidy) | sha256sum | cut -c1-32)
+    stamp=$(set -o pipefail; clang++ "${options[@]/-fsyntax-only/-E}" -C "$1" | cat - .clang-tidy | sha256sum) || return
+    stamp=$read_before/${stamp%% *}
     if [ -e "$stamp" ]; then
         touch "$stamp"
         return
