@@ -60,30 +60,55 @@ void TCommandSummary::AddMention(const TFileMention& mention) {
             ++Unknown_;
             break;
         case 'M': {
-            // The client names the file that it merges without its folder.
             const std::size_t folder = mention.Name.rfind('/');
             const bool merged =
                 !MergingName_.empty() && mention.Name.substr(folder + 1) == MergingName_;
             ++(merged ? Merged_ : Changed_);
+            if (merged)
+                MergingName_.clear();
             break;
         }
-        case 'C':
-            if (std::ranges::find(Conflicts_, mention.Name) == Conflicts_.end())
-                Conflicts_.push_back(mention.Name);
+        case 'C': {
+            const std::size_t folder = mention.Name.rfind('/');
+            const std::string name = mention.Name.substr(folder + 1);
+            // The same one, with the name as the client writes it.
+            if (!Guessed_.empty() && Guessed_.substr(Guessed_.rfind('/') + 1) == name)
+                Conflicts_.pop_back();
+            Guessed_.clear();
+            AddConflict(mention.Name);
             break;
+        }
         default:
             break;
     }
+    EndMerging();
+}
+
+void TCommandSummary::AddConflict(const std::string& name) {
     MergingName_.clear();
+    if (std::ranges::find(Conflicts_, name) == Conflicts_.end())
+        Conflicts_.push_back(name);
+}
+
+void TCommandSummary::EndMerging() {
+    Merged_ += !std::exchange(MergingName_, {}).empty();
 }
 
 void TCommandSummary::AddLine(const std::string& line) {
-    constexpr std::string_view Merging = "Merging differences between ", Into = " into ";
+    constexpr std::string_view Merging = "Merging differences between ", Into = " into ",
+                               Updating = " update: Updating ";
     if (const TFileMention mention = ParseMention(line); mention.Letter)
         AddMention(mention);
-    else if (line.starts_with(Merging) && Contains(line, Into))
+    else if (line.starts_with(Merging) && Contains(line, Into)) {
+        EndMerging();
         MergingName_ = line.substr(line.rfind(Into) + Into.size());
-    else if (line.starts_with("new revision: delete"))
+    } else if (Contains(line, "conflicts during merge") && !MergingName_.empty())
+        // Of what it merges from a branch the client says no more than this.
+        AddConflict(Guessed_ = Folder_ + MergingName_);
+    else if (const std::size_t at = line.find(Updating); at != std::string::npos) {
+        const std::string folder = line.substr(at + Updating.size());
+        Folder_ = folder == "." ? "" : folder + "/";
+    } else if (line.starts_with("new revision: delete"))
         ++Removed_;
     else if (line.starts_with("new revision: ") || line.starts_with("initial revision: "))
         ++Committed_;
@@ -98,7 +123,7 @@ void TCommandSummary::AddLine(const std::string& line) {
 std::string TCommandSummary::Text() const {
     std::string text;
     Append(text, Updated_, "updated");
-    Append(text, Merged_, "merged");
+    Append(text, Merged_ + !MergingName_.empty(), "merged");
     Append(text, Committed_, "committed");
     Append(text, Changed_, "changed here");
     Append(text, Added_, "added");

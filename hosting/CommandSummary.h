@@ -34,12 +34,17 @@ public:
 private:
     void AddLine(const std::string& line);
     void AddMention(const TFileMention& mention);
+    void AddConflict(const std::string& name);
+    /// What was merged without a word behind it.
+    void EndMerging();
 
     std::string Rest_;         // of a line that has not ended
-    std::string MergingName_;  // what the client said it is merging
+    std::string Folder_;       // that the client said it is in, with "/" at its end, or none
+    std::string MergingName_;  // what the client said it is merging, without its folder
     int Updated_ = 0, Merged_ = 0, Changed_ = 0, Added_ = 0, Removed_ = 0, Committed_ = 0;
     int Scheduled_ = 0, Unscheduled_ = 0, Unknown_ = 0;
     std::vector<std::string> Conflicts_;
+    std::string Guessed_;  // the last conflict, where its name was put together here
     std::string Failure_;
 };
 

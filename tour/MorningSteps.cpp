@@ -35,10 +35,16 @@ std::string TextOf(const std::string& file) {
     return file + ", line 1\r\nline 2\r\nline 3\r\n";
 }
 
-BOOL CALLBACK FindDocument(HWND window, LPARAM found) {
+struct TSought {
+    std::string Path;
+    workbench::TDocumentForm* Form = nullptr;
+};
+
+BOOL CALLBACK FindDocument(HWND window, LPARAM parameter) {
+    auto& sought = *reinterpret_cast<TSought*>(parameter);
     auto* const form = dynamic_cast<workbench::TDocumentForm*>(TControl::FromHandle(window));
-    if (form && form->Visible())
-        *reinterpret_cast<workbench::TDocumentForm**>(found) = form;
+    if (form && form->Visible() && form->Path() == sought.Path)
+        sought.Form = form;
     return TRUE;
 }
 
@@ -122,14 +128,14 @@ void TTour::CommitSelected(const std::string& message) {
 }
 
 void TTour::ResolveInTheEditor(const std::string& path) {
-    OpenDocument_ = nullptr;
     Key("Selection/Open");
-    ::EnumThreadWindows(::GetCurrentThreadId(), FindDocument,
-                        reinterpret_cast<LPARAM>(&OpenDocument_));
-    Expect(OpenDocument_ && OpenDocument_->Path() == path, "the editor has " + path);
+    TSought sought{path, nullptr};
+    ::EnumThreadWindows(::GetCurrentThreadId(), FindDocument, reinterpret_cast<LPARAM>(&sought));
+    Expect(sought.Form, "the editor has " + path);
+    workbench::TDocumentForm& editor = *sought.Form;
     const auto choose = [&](const std::string& caption) {
         ++Keys_;
-        for (const TMenuItem* menu : OpenDocument_->Find<TMainMenu>("Menu1")->Items())
+        for (const TMenuItem* menu : editor.Find<TMainMenu>("Menu1")->Items())
             for (TMenuItem* item : menu->Items())
                 if (item->Caption() == caption)
                     item->Click();

@@ -87,7 +87,6 @@ private:
     std::unique_ptr<workbench::TMainForm> Form_;
     std::size_t ToldBefore_ = 0;
     int Keys_ = 0, Clicks_ = 0;
-    workbench::TDocumentForm* OpenDocument_ = nullptr;
 };
 
 }  // namespace tour

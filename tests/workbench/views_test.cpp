@@ -167,6 +167,14 @@ TEST(Summaries, SayWhatTheClientSaid) {
                   "rcsmerge: warning: conflicts during merge\r\nC doc/README.txt\r\n"),
         "2 updated, 1 merged, 1 changed here, 1 not in the repository, "
         "1 conflict: doc/README.txt");
+    // Of a branch that is merged it tells no letters.
+    EXPECT_EQ(SummaryOf("cvs.exe update: Updating .\r\n"
+                        "Merging differences between 1.1 and 1.1.2.1 into a.c\r\n"
+                        "cvs.exe update: Updating sub\r\n"
+                        "Merging differences between 1.1 and 1.1.2.1 into b.c\r\n"
+                        "rcsmerge: warning: conflicts during merge\r\n"
+                        "Merging differences between 1.1 and 1.1.2.1 into c.c\r\n"),
+              "2 merged, 1 conflict: sub/b.c");
     EXPECT_EQ(
         SummaryOf("new revision: 1.2; previous revision: 1.1\r\n"
                   "initial revision: 1.1\r\nnew revision: delete; previous revision: 1.4\r\n"),
