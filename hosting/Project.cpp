@@ -334,11 +334,14 @@ void TProject::Refresh() {
 
 bool TProject::Operate(const std::function<bool(TCvsObject&)>& operation,
                        const std::vector<std::string>& selection) {
-    if (Running() || !MayRun())
+    if (Running())
+        return false;
+    BeginCommand();
+    Succeeded_ = false;
+    if (!MayRun())
         return false;
     const bool wasStored = Stored();
     const std::vector<std::string> first = PartsOf(selection).front();
-    BeginCommand();
     Prepare(first);
     if (!FindPrograms())
         return false;
@@ -404,7 +407,8 @@ void TProject::BeginCommand() {
     Summary_ = {};
     Cvs_.CommandLine.clear();
     MadeFolders_.clear();
-    Stopped_ = false;
+    Stopped_ = Cvs_.Aborted = false;
+    Succeeded_ = true;
     StartedAt_ = ::GetTickCount64();
 }
 
@@ -645,7 +649,10 @@ void TProject::SettleInterrupted() {
 }
 
 void TProject::RunWaiting() {
-    if (Running() || !Online() || !MayRun() || !FindPrograms())
+    if (Running())
+        return;
+    BeginCommand();
+    if (!Online() || !MayRun() || !FindPrograms())
         return;
     SettleInterrupted();
     for (const TKeptCommand& kept : Waiting())

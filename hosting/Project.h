@@ -75,6 +75,9 @@ public:
     /// Within an operation: it has been called for an earlier part of the selection. What it asked
     /// the user then is not to be asked again.
     bool IsFurtherPart() const { return FurtherPart_; }
+    /// What came of earlier commands is no longer told, nor that the user has stopped one. Operate
+    /// and RunWaiting begin so.
+    void BeginCommand();
     /// Ends the command that runs, also one that talks all the time or never. Returns at once.
     void Stop();
     /// What runs, for the user: the command and since when; empty when nothing does.
@@ -149,7 +152,6 @@ private:
     bool MoveBinary(const std::string& from, const std::string& to);
 
     void Load();
-    void BeginCommand();
     void Prepare(const std::vector<std::string>& selection);
     void ReturnToFolder();
     void RepairRoot();

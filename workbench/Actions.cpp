@@ -26,6 +26,7 @@ void TMainForm::Busily(const std::function<void(TProject& project)>& action) {
         return;
     AskedToSave_ = true;
     TProject& project = *Current_;
+    project.BeginCommand();
     WholeOutput_.Begin();
     {
         const TBusy busy(Busy_);

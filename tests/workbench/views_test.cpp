@@ -276,6 +276,9 @@ TEST_F(Projects, SayWhatRunsAndStopIt) {
     EXPECT_NE(during.find("say-and-sleep x 200 300 - "), std::string::npos) << during;
     EXPECT_TRUE(enabled) << "mouse and keyboard reach it";
     EXPECT_EQ(status.PartText(1), "Stopped");
+    // What is done without a command is not what the one before has come to.
+    Form.Busily([](TProject&) {});
+    EXPECT_EQ(status.PartText(1), "Done");
     EXPECT_TRUE(Run("exit 0"));
     EXPECT_EQ(status.PartText(1), "Done");
 }
