@@ -16,6 +16,7 @@
 #include "hosting/KeptCommand.h"
 #include "hosting/PasswordMask.h"
 #include "hosting/Programs.h"
+#include "hosting/Ticking.h"
 
 namespace hosting {
 
@@ -26,18 +27,6 @@ namespace {
 
 // Lists of labels come in pieces of a kilobyte; the default limit cuts them after fifty.
 constexpr int LongestOutput = 16384;
-
-/// Lets a timer tick while it lives.
-class TTicking {
-public:
-    explicit TTicking(TTimer& timer) : Timer_(timer) { Timer_.Restart(); }
-    ~TTicking() { Timer_.SetEnabled(false); }
-    TTicking(const TTicking&) = delete;
-    TTicking& operator=(const TTicking&) = delete;
-
-private:
-    TTimer& Timer_;
-};
 
 /// A selection in parts that a command line takes, with room for what else is in it.
 std::vector<std::vector<std::string>> PartsOf(const std::vector<std::string>& selection) {
@@ -150,7 +139,7 @@ void TProject::MessageReceived(const std::string& text) {
         Window_.Tell(shown);
     }
     const TStringList* const captured = Cvs_.OutputList;
-    if (captured && captured->Count() == LongestOutput + 1)
+    if (captured && captured->Count() == Cvs_.OutputListLimit + 1)
         Window_.Tell("The answer is too long: only its first part is used.\r\n");
     // The client has one question. What it says behind it is none.
     if (Cvs_.Operation == otRelease && text.find("re you sure") != std::string::npos)
@@ -440,85 +429,6 @@ std::string TProject::Outcome() const {
     return Succeeded_ ? "Done" : "Not done";
 }
 
-bool TProject::Capture(const std::string& commandLine, std::string& output) {
-    TStringList pieces;
-    const bool done = Operate([&](TCvsObject& cvs) {
-        cvs.OutputList = &pieces;
-        const TFlagForCall quiet(Capturing_);
-        try {
-            cvs.CommandLine = commandLine;
-            cvs.Execute(Folder_);
-        } catch (...) {
-            cvs.OutputList = nullptr;
-            throw;
-        }
-        cvs.OutputList = nullptr;
-        return cvs.ExitCode == 0;
-    });
-    output.clear();
-    for (int i = 0; i < pieces.Count(); ++i)
-        output += pieces[i];
-    if (!done && !output.empty())
-        Window_.Tell(MaskPasswords(output, KnownPassword()));
-    return done;
-}
-
-bool TProject::Fetch(const std::string& file, const std::string& revision, std::string& bytes) {
-    const std::string name = file.substr(std::min(Folder_.size() + 1, file.size()));
-    // The client would take them for options.
-    if (revision.empty() || revision.starts_with('-') || name.starts_with('-')) {
-        Window_.Tell("There is no revision " + revision + " of " + name + "\r\n");
-        return false;
-    }
-    return Capture(
-        " -Q update -p -r " + QuoteArgument(revision, true) + " " + QuoteArgument(name, true),
-        bytes);
-}
-
-std::vector<std::string> TProject::Modules() {
-    std::vector<std::string> modules;
-    // On this machine the client cannot list a repository, but its folders are there to be seen.
-    const bool isLocal = Cvs_.ConnectionType == cnLocal;
-    if (isLocal) {
-        TFileSearch search(SlashSep(RemoveSlashSep(Cvs_.CVSROOT()), "*.*"), faDirectory);
-        for (TSearchRec entry; search.Next(entry);)
-            if (entry.IsDirectory() && entry.Name != "." && entry.Name != ".." &&
-                entry.Name != "CVSROOT")
-                modules.push_back(entry.Name);
-    }
-    // What the repository's own list names, a line for each, and its folders.
-    for (const char* command : {" -Q checkout -s", " -Q rls"}) {
-        if (isLocal && std::string_view(command) == " -Q rls")
-            continue;
-        std::string output;
-        if (!Capture(command, output))
-            continue;
-        std::istringstream lines(output);
-        for (std::string line; std::getline(lines, line);) {
-            const std::string name = line.substr(0, line.find_first_of(" \t\r"));
-            if (!name.empty() && name != "CVSROOT" && IsNameBelow(name))
-                modules.push_back(name);
-        }
-    }
-    std::ranges::sort(modules);
-    const auto rest = std::ranges::unique(modules);
-    modules.erase(rest.begin(), rest.end());
-    return modules;
-}
-
-std::string TProject::FileOf(const std::string& name) const {
-    std::string path = name;
-    std::ranges::replace(path, '/', '\\');
-    if (!IsNameBelow(path))
-        return {};
-    // Commands that name the module run above its folder.
-    for (const std::string& from : {Folder_, ExtractFileDir(Folder_)})
-        if (std::string file = SlashSep(from, path);
-            FileExists(file) && SameText(file.substr(0, Folder_.size()), Folder_))
-            return file;
-    return {};
-}
-
 bool TProject::Move(const std::string& from, const std::string& to) {
     if (FileExists(to) || DirectoryExists(to)) {
         Window_.Tell("There is already " + to + "\r\n");
@@ -559,119 +469,6 @@ void TProject::CancelWatchTick() {
     if (++TicksSinceCancel_ >= Patience && Tree_.End(Cvs_.CvsExecutable) &&
         TicksSinceCancel_ == Patience)
         Window_.Tell("The command did not answer and was ended.\r\n");
-}
-
-// --- off-line ---------------------------------------------------------------------------------
-
-bool TProject::TakeKept() {
-    const auto refused = OfflineLog_.Take();
-    if (!refused)
-        return false;
-    for (const std::string& line : *refused)
-        Window_.Tell("Left out, because it neither adds nor removes files of this project: " +
-                     MaskPasswords(line) + "\r\n");
-    return true;
-}
-
-void TProject::KeepOffline() {
-    if (Online())
-        return;
-    // What was kept must not be lost with a file that looks like nobody's, nor what is kept next.
-    try {
-        TakeKept();
-        OfflineLog_.Continue();
-    } catch (const EInOutError& error) {
-        Window_.Tell(std::string(error.what()) + "\r\n");
-    }
-}
-
-void TProject::SetOnline(bool online) {
-    if (online == Online())
-        return;
-    if (!online) {
-        const std::string aside = OfflineLog_.Begin();
-        if (!aside.empty())
-            Window_.Tell("A log of commands that was not begun here is now called " + aside +
-                         "\r\n");
-        Cvs_.Set_ServerOnline(false);
-        return Save();
-    }
-    // The package would drop what is left in its log.
-    if (!TakeKept())
-        return Window_.Tell(
-            "Another host is running what waits for the server. Try again when it "
-            "is done.\r\n");
-    Cvs_.Set_ServerOnline(true);
-    Save();
-    RunWaiting();
-}
-
-bool TProject::RunKept(const TKeptCommand& kept) {
-    std::vector<std::string> paths;
-    for (const std::string& name : kept.Names) {
-        // Folders on the way to a file come by themselves, in a command before its own.
-        const bool isOnTheWay =
-            std::any_of(kept.Names.begin(), kept.Names.end(), [&](const std::string& other) {
-                return other.size() > name.size() && other[name.size()] == '\\' &&
-                       SameText(other.substr(0, name.size()), name);
-            });
-        if (!isOnTheWay)
-            paths.push_back(SlashSep(Folder_, name));
-    }
-    Prepare(paths);
-    if (!FindPrograms())
-        return false;
-    const TFileItemsForCall cleared(Cvs_.FileItems);
-    if (kept.IsBinary)
-        for (TFileItem& item : Cvs_.FileItems)
-            item.KeywordMode = Km_kb;
-    Cvs_.CommitMessage = kept.Message;
-    return kept.Removes ? Cvs_.Remove() : Cvs_.Add();
-}
-
-void TProject::SettleInterrupted() {
-    try {
-        const std::optional<TKeptCommand> command = OfflineLog_.Interrupted();
-        if (!command)
-            return;
-        const bool isDone = Window_.AskRisk(
-            "The host was ended, or could not write, while this command ran for the server:\r\n   "
-            " " +
-            command->Description() +
-            "\r\nIt may have been done. Is it to be forgotten? Otherwise it waits, to be run once "
-            "more.");
-        OfflineLog_.SettleInterrupted(!isDone);
-        Window_.Tell((isDone ? "Forgotten: " : "It waits again: ") + command->Description() +
-                     "\r\n");
-    } catch (const EInOutError& error) {
-        Window_.Tell(std::string(error.what()) + "\r\n");
-    }
-}
-
-void TProject::RunWaiting() {
-    if (Running())
-        return;
-    BeginCommand();
-    if (!Online() || !MayRun() || !FindPrograms())
-        return;
-    SettleInterrupted();
-    for (const TKeptCommand& kept : Waiting())
-        Window_.Tell("Waiting: " + kept.Description() + "\r\n");
-    const TTicking watching(CancelWatch_);
-    bool done = false;
-    try {
-        done = OfflineLog_.Run([this](const TKeptCommand& kept) {
-            return RunKept(kept) ||
-                   !Window_.AskYesNo("The command\r\n" + kept.Description() +
-                                     "\r\nhas failed. Keep it for later, with all behind it?");
-        });
-    } catch (const EInOutError& error) {
-        Window_.Tell(std::string(error.what()) + "\r\n");
-    }
-    TellRest();
-    if (!done)
-        Window_.Tell("Commands are still waiting for the server.\r\n");
-    Reload();
 }
 
 }  // namespace hosting

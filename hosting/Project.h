@@ -89,6 +89,14 @@ public:
     /// The file that a name stands for that the client has written; empty when there is none.
     std::string FileOf(const std::string& name) const;
 
+    /// Asks the client something that changes nothing: what it says is not shown, and the files are
+    /// not read anew. @param kind what it is about. @param arguments a command, a blank first.
+    /// @param output all that the client has written, its complaints among it.
+    /// @return its exit code; nothing when it could not be run, or was stopped.
+    std::optional<int> Ask(tandrel::TOperationType kind, const std::string& arguments,
+                           std::string& output);
+    /// Tells what the client has answered, when it is not what was wanted.
+    void TellAnswer(const std::string& output);
     /// Gets a file as it was in a revision, by its number, label or branch. @param bytes receives
     /// it, with lines' ends as files have them here. @return false, and what the client said is
     /// told, when there is none.
@@ -131,7 +139,6 @@ private:
     bool MayRun();
     void Trust(const std::string& folder);
     bool FindPrograms();
-    bool Capture(const std::string& commandLine, std::string& output);
     bool RunParts(const std::function<bool(tandrel::TCvsObject&)>& operation,
                   const std::vector<std::string>& selection);
     void MakeFolder(const std::string& folder);
