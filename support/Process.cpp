@@ -81,10 +81,14 @@ TProcessResult RunProcess(const std::string& commandLine, const std::string& dir
     return result;
 }
 
-std::string FakeClient() {
+std::string ProgramBeside(const std::string& name) {
     char program[MAX_PATH];
     ::GetModuleFileNameA(nullptr, program, sizeof program);
-    return "\"" + framework::ExtractFilePath(program) + "fake_client.exe\"";
+    return framework::ExtractFilePath(program) + name;
+}
+
+std::string FakeClient() {
+    return "\"" + ProgramBeside("fake_client.exe") + "\"";
 }
 
 }  // namespace support

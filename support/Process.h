@@ -18,6 +18,9 @@ struct TProcessResult {
 TProcessResult RunProcess(const std::string& commandLine, const std::string& directory,
                           const std::string& input = {}, DWORD deadline = 60000);
 
+/// The full path of a program that lies beside this one.
+std::string ProgramBeside(const std::string& name);
+
 /// The start of a command line that runs the fake client (support/fake_client), which lies beside
 /// the program.
 std::string FakeClient();

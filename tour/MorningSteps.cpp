@@ -175,9 +175,8 @@ void TTour::WorkAMorning() {
     ShowOnly("*.tmp");
     Key("Selection/Select all");
     // In place of the editor comes a program that ends at once.
-    const std::string client = support::FakeClient();
     support::WriteBytes(Folder_ / "editor\\notepad.exe",
-                        support::ReadBytes(client.substr(1, client.rfind('"') - 1)));
+                        support::ReadBytes(support::ProgramBeside("fake_client.exe")));
     ::SetCurrentDirectoryA((Folder_ / "editor").c_str());
     Choose("Selection/Ignore");
     Clicks_ += 2;

@@ -55,9 +55,7 @@ int OpenDocuments() {
 }  // namespace
 
 void TTour::DefineTools() {
-    std::string client = support::FakeClient();
-    std::erase(client, '"');
-    const std::string program = client.substr(0, client.find_last_not_of(' ') + 1);
+    const std::string program = support::ProgramBeside("fake_client.exe");
     const std::pair<const char*, const char*> tools[] = {
         {"CheckBox1", "arguments \"$(ProjectDir)\""},
         {"CheckBox3", "flood 3"},
