@@ -9,8 +9,7 @@
 #include "framework/base/text.h"
 #include "hosting/KeptCommand.h"
 #include "tests/cvs/Sandbox.h"
-#include "tests/hosting/TestHost.h"
-#include "tests/support/FormDriver.h"
+#include "tests/hosting/Projects.h"
 #include "tests/support/Unique.h"
 
 namespace {
@@ -80,7 +79,7 @@ TEST(BinaryAdditions, AreKeptAsSuch) {
 // --- with the client --------------------------------------------------------------------------
 
 /// A repository, by a path or behind a password server, and projects in it.
-class Binary : public testing::TestWithParam<bool> {
+class Binary : public tests::Projects, public testing::WithParamInterface<bool> {
 protected:
     Binary() {
         if (GetParam()) {
@@ -158,9 +157,6 @@ protected:
 
     const tests::TSandbox Sandbox;
     std::string Module = "binary";
-    TSettings Settings{"Software\\Tandrel Test " + std::to_string(::GetCurrentProcessId()),
-                       Sandbox.Folder / "data"};
-    tests::TTestHost Host;
 
 private:
     tests::TSandboxObject Object_{Sandbox};

@@ -8,6 +8,7 @@
 #include "framework/ui/dialogs.h"
 #include "framework/ui/menus.h"
 #include "framework/ui/rich_edit.h"
+#include "framework/ui/timer.h"
 #include "support/Drive.h"
 #include "support/Files.h"
 #include "support/Process.h"
@@ -29,6 +30,24 @@ inline void Pick(const TForm& form, const std::string& caption) {
                 return item->Click();
     ADD_FAILURE() << "no such item";
 }
+
+/// The user closes the window while a command runs.
+class TCloseDuringRun {
+public:
+    explicit TCloseDuringRun(const TForm& form) {
+        Timer_.OnTimer = [this, &form](TObject*) {
+            Timer_.SetEnabled(false);
+            ::SendMessageW(form.Handle(), WM_CLOSE, 0, 0);
+            EXPECT_FALSE(Application().Terminated()) << "the command goes on";
+            Closed = true;
+        };
+        Timer_.SetEnabled(true);
+    }
+    bool Closed = false;
+
+private:
+    TTimer Timer_{200};
+};
 
 /// The host's window, with two folders to open: "one" and "two".
 class Projects : public testing::Test {

@@ -2,19 +2,14 @@
 
 #include <gtest/gtest.h>
 
-#include "core/CvsExecute.h"
-#include "core/Cvsroot.h"
-#include "core/Progress_frm.h"
-#include "framework/base/exceptions.h"
 #include "framework/base/files.h"
 #include "framework/base/handle.h"
 #include "framework/base/registry.h"
 #include "framework/base/text.h"
 #include "framework/ui/buttons.h"
 #include "framework/ui/edits.h"
-#include "framework/ui/status_bar.h"
-#include "framework/ui/timer.h"
 #include "framework/ui/tool_bar.h"
+#include "hosting/Trust.h"
 #include "support/WaitUntil.h"
 #include "tests/support/Tidy.h"
 #include "tests/workbench/Projects.h"
@@ -23,61 +18,13 @@ namespace {
 
 using namespace tests;
 
-// Before the host looks at what it inherited.
-const bool Inherits = ::SetEnvironmentVariableA("CVS_RSH", "inherited shell") != FALSE;
-
 BOOL CALLBACK FindDocument(HWND window, LPARAM found) {
     if (auto* form = dynamic_cast<TDocumentForm*>(TControl::FromHandle(window)))
         *reinterpret_cast<TDocumentForm**>(found) = form;
     return TRUE;
 }
 
-TEST_F(Projects, KeepTheirConnectionButNoPassword) {
-    Form.OpenProject(Folder / "one");
-    TCvsObject& cvs = Form.Project()->Cvs();
-    cvs.ConnectionType = tandrel::cnPServer;
-    cvs.Server = "host";
-    cvs.UserName = "me";
-    cvs.Path = "/repo";
-    cvs.Password = "secret";
-    cvs.SpecialPort = "2402";
-    cvs.SetCVSROOT(
-        tandrel::CompileCVSROOT(cvs.ConnectionType, "host", "me", "secret", "2402", "/repo"));
-    cvs.PruneEmptyDirs = false;
-    cvs.Set_CVSIGNORE("*.o & \"x\"");
-    cvs.Set_CVS_RSH("C:\\my ssh.exe");
-    // An operation has options of its own; the project's outlive it.
-    EXPECT_TRUE(Run("exit 0"));
-    EXPECT_FALSE(cvs.PruneEmptyDirs);
-
-    TProject again(Form, Settings, Folder / "one");
-    EXPECT_EQ(again.Cvs().ConnectionType, tandrel::cnPServer);
-    EXPECT_EQ(again.Cvs().Server + again.Cvs().UserName + again.Cvs().Path, "hostme/repo");
-    EXPECT_EQ(again.Cvs().SpecialPort, "2402");
-    EXPECT_EQ(again.Cvs().CVSROOT().find("secret"), std::string::npos);
-    EXPECT_FALSE(again.Cvs().PruneEmptyDirs);
-    EXPECT_EQ(again.Cvs().CVSIGNORE() + again.Cvs().CVS_RSH(), "*.o & \"x\"C:\\my ssh.exe");
-    TRegistry registry(HostRegistryKey);
-    ASSERT_TRUE(registry.OpenKeyReadOnly(Settings.ProjectKey(Folder / "one")));
-    EXPECT_EQ(registry.ReadString("CVSROOT"), ":pserver:me@host:2402:/repo");
-
-    // What the user empties does not come back, and a name may bring the password along.
-    again.Cvs().SpecialPort = "";
-    again.Cvs().UserName = "me:secret";
-    again.Save();
-    TProject third(Form, Settings, Folder / "one");
-    EXPECT_EQ(third.Cvs().SpecialPort + third.Cvs().UserName, "me");
-    EXPECT_EQ(again.Cvs().Password, "secret");
-}
-
-TEST_F(Projects, GoOnWithWhatCannotBeStoredOrRead) {
-    TSettings unusable("Software\\" + std::string(300, 'x'));
-    TProject project(Form, unusable, Folder / "one");
-    project.Cvs().Password = "secret";
-    project.Cvs().SetCVSROOT(":pserver:me:secret@host:/repo");
-    project.Save();
-    EXPECT_NE(Told().find("cannot be opened for writing"), std::string::npos) << Told();
-
+TEST_F(Projects, GoOnWithWhatCannotBeRead) {
     Form.OpenProject(Folder / "one");
     Select("a.c");
     Pick(Form, "O&pen");
@@ -92,10 +39,10 @@ TEST_F(Projects, GoOnWithWhatCannotBeStoredOrRead) {
 TEST_F(Projects, KeepWhatIsIgnoredAlready) {
     // In place of the editor comes a program that ends at once. The present folder comes before
     // the system's.
-    const std::string client = support::FakeClient(), editor = Folder / "notepad.exe";
+    const std::string editor = Folder / "notepad.exe";
     char before[MAX_PATH];
     ::GetCurrentDirectoryA(MAX_PATH, before);
-    support::WriteBytes(editor, support::ReadBytes(client.substr(1, client.rfind('"') - 1)));
+    support::WriteBytes(editor, support::ReadBytes(support::ProgramBeside("fake_client.exe")));
     support::WriteBytes(Folder / "one\\.cvsignore", "*.obj\r\nold stuff\r\n.cvsignore\r\n");
     support::WriteBytes(Folder / "one\\sub\\x.c", "x");
     Form.OpenProject(Folder / "one");
@@ -118,6 +65,7 @@ TEST_F(Projects, KeepWhatIsIgnoredAlready) {
 
 TEST_F(Projects, WorkOnWhatIsSelected) {
     support::WriteBytes(Folder / "one\\CVS\\Root", "C:\\none\r\n");
+    support::WriteBytes(Folder / "one\\CVS\\Entries", "/gone.c/1.2/dummy//\r\n");
     support::WriteBytes(Folder / "one\\gone.c", "gone soon");
     Form.OpenProject(Folder / "one");
     TCvsObject& cvs = Form.Project()->Cvs();
@@ -125,8 +73,13 @@ TEST_F(Projects, WorkOnWhatIsSelected) {
     // Without the name it would be about the whole project.
     Select("gone.c");
     ::DeleteFileA((Folder / "one\\gone.c").c_str());
-    Pick(Form, "&Unedit");
-    EXPECT_TRUE(cvs.CommandLine.ends_with(" gone.c")) << cvs.CommandLine;
+    for (const char* command : {"&Unedit", "&Update", "&Remove"}) {
+        if (command[1] == 'U' && command[2] == 'p')
+            ExpectForm("CVS update", [](TForm& form) { Click(form, "BitBtn1"); });
+        Pick(Form, command);
+        EXPECT_TRUE(cvs.CommandLine.ends_with(" gone.c")) << cvs.CommandLine;
+        Select("gone.c");
+    }
     // A bare name is one in the file's folder.
     Select("a.c");
     tests::ExpectForm("Move a.c", [](TForm& form) {
@@ -144,12 +97,16 @@ TEST_F(Projects, NameBinaryFilesAndLetTheUserTakeThemForTexts) {
     support::WriteBytes(Folder / "one\\b.special", "s");
     ExpectForm("Options", [](TForm& form) {
         ExpectTidy(form);
+        EXPECT_EQ(TextOf(form, "Input7"), "first shell");
+        support::Type(form, "Input7", "C:\\my ssh.exe");
         EXPECT_NE(TextOf(form, "Input8").find("png"), std::string::npos);
         support::Type(form, "Input8", "png special");
         support::Press(form, "BitBtn1");
     });
     Form.OpenProject(Folder / "one");
+    Form.Project()->Cvs().Set_CVS_RSH("first shell");
     Pick(Form, "Optio&ns...");
+    EXPECT_EQ(Form.Project()->Cvs().CVS_RSH(), "C:\\my ssh.exe");
     Form.Project()->Cvs().CvsExecutable = support::FakeClient() + " arguments";
     const auto add = [&](const char* button) {
         ExpectForm("Binary files", [button](TForm& form) {
@@ -179,31 +136,14 @@ TEST_F(Projects, NameBinaryFilesAndLetTheUserTakeThemForTexts) {
         << told;
 }
 
-TEST_F(Projects, KeepTheirConnectionWhenItsDialogIsCancelled) {
-    Form.OpenProject(Folder / "one");
-    TCvsObject& cvs = Form.Project()->Cvs();
-    cvs.ConnectionType = tandrel::cnPServer;
-    cvs.SetCVSROOT(":pserver:me@host:/repo");
-    const auto choose = [&](TModalResult result) {
-        tests::ExpectForm("CVS preferences", [&cvs, result](TForm& form) {
-            support::Choose(form, "ComboBox1", tandrel::cnLocal);
-            EXPECT_TRUE(support::WaitUntil([&] { return cvs.ConnectionType == tandrel::cnLocal; }));
-            form.ModalResult = result;
-        });
-        return Operate(&TCvsObject::Preferences);
-    };
-    EXPECT_FALSE(choose(mrCancel));
-    EXPECT_EQ(cvs.ConnectionType, tandrel::cnPServer);
-    EXPECT_TRUE(choose(mrOk));
-    EXPECT_EQ(cvs.ConnectionType, tandrel::cnLocal);
-}
-
 TEST_F(Projects, OfferTheToolsThatAreKept) {
     const auto configure = [&](const std::string& name, const std::string& button) {
         tests::ExpectForm("User Tools", [&](TForm& form) {
             support::Part<TToolButton>(form, "ToolButton1").Click();
             ::SetWindowTextA(::GetFocus(), name.c_str());
-            support::Type(form, "Edit1", "C:\\windows\\explorer.exe");
+            support::Type(form, "Edit1", support::ProgramBeside("fake_client.exe"));
+            support::Type(form, "Edit2", "arguments $(FileName)");
+            support::Check(form, "CheckBox1");
             tests::Click(form, button);
         });
         Pick(Form, "&Configure...");
@@ -217,33 +157,11 @@ TEST_F(Projects, OfferTheToolsThatAreKept) {
     EXPECT_EQ(configure("cancelled", "BitBtn2"), "&Configure... ");
     EXPECT_EQ(configure("kept", "BitBtn1"), "kept - &Configure... ");
     EXPECT_EQ(configure("cancelled", "BitBtn2"), "kept - &Configure... ");
+    Form.OpenProject(Folder / "one");
+    Select("a.c");
+    Pick(Form, "kept");
+    EXPECT_NE(Told().find("\\one\\a.c]"), std::string::npos) << Told();
     ::RegDeleteKeyA(HostRegistryKey, Settings.ToolsKey().c_str());
-}
-
-TEST_F(Projects, GiveTheChildTheirOwnSurroundings) {
-    ASSERT_TRUE(Inherits);
-    for (const char* name : {"one", "two"}) {
-        Form.OpenProject(Folder / name);
-        Form.Project()->Cvs().SetCVSROOT(std::string("root of ") + name);
-        Form.Project()->Cvs().Set_CVSIGNORE(std::string("ignored by ") + name);
-    }
-    const auto surroundings = [this](const std::string& name) {
-        Form.OpenProject(Folder / name);
-        EXPECT_TRUE(Run("surroundings CVSROOT CVSIGNORE CVS_RSH"));
-        const std::string told = Told(), mark = "CVSROOT=";
-        return told.substr(told.rfind(mark) + mark.size(), told.rfind(';') - told.rfind(mark) - 8);
-    };
-    for (const std::string name : {"one", "two", "one"})
-        EXPECT_EQ(surroundings(name),
-                  "root of " + name + ";CVSIGNORE=ignored by " + name + ";CVS_RSH=inherited shell");
-    ExpectForm("Options", [](TForm& form) {
-        EXPECT_EQ(TextOf(form, "Input7"), "inherited shell");
-        support::Type(form, "Input7", "C:\\my ssh.exe");
-        support::Press(form, "BitBtn1");
-    });
-    Pick(Form, "Optio&ns...");
-    EXPECT_TRUE(surroundings("one").ends_with(";CVS_RSH=C:\\my ssh.exe"));
-    EXPECT_TRUE(surroundings("two").ends_with(";CVS_RSH=inherited shell"));
 }
 
 TEST_F(Projects, OfferOnlyWhatTheRecordsLeaveOpen) {
@@ -262,79 +180,57 @@ TEST_F(Projects, OfferOnlyWhatTheRecordsLeaveOpen) {
     TProject again(Form, Settings, Folder / "one");
     EXPECT_EQ(again.Cvs().CVSIGNORE(), "*.o");
     EXPECT_FALSE(again.Cvs().PruneEmptyDirs);
-    // Another dialog's connection is not that of this working copy.
-    EXPECT_FALSE(Operate([](TCvsObject& cvs) {
-        cvs.ConnectionType = tandrel::cnLocal;
-        cvs.UserName = "you";
-        cvs.SetCVSROOT("C:\\elsewhere");
-        return false;
-    }));
-    EXPECT_EQ(Form.Project()->Cvs().CVSROOT(), ":pserver:me@host:/repo");
     support::WriteBytes(Folder / "one\\CVS\\Root", ":pserver:host:/repo\r\n");
     Pick(Form, "&Refresh");
     EXPECT_EQ(Form.Project()->Cvs().CVSROOT(), ":pserver:host:/repo");
 }
 
-TEST_F(Projects, ShowWhatIsMissingAndCanGetItBack) {
-    support::WriteBytes(Folder / "one\\CVS\\Root", "C:\\none\r\n");
-    support::WriteBytes(Folder / "one\\CVS\\Entries",
-                        "/gone.c/1.2/Fri Mar  5 14:07:09 2004//\r\nD/sub////\r\n"
-                        "/a.c/1.1/dummy//\r\n/taken.c/-1.3/dummy//\r\n");
+TEST_F(Projects, SayThatThereIsNoClientAndAskForOne) {
+    char path[32768];
+    ::GetEnvironmentVariableA("PATH", path, sizeof path);
+    ::SetEnvironmentVariableA("PATH", "C:\\windows");
+    Answer(false);
     Form.OpenProject(Folder / "one");
-    Form.Project()->Cvs().CvsExecutable = support::FakeClient() + " arguments";
-    auto& list = support::Part<TListView>(Form, "List");
-    std::string rows;
-    for (int i = 0; i < list.Count(); ++i)
-        rows += list.Row(i).Caption + '=' + list.Row(i).SubItems[0] + ' ' +
-                list.Row(i).SubItems[1] + ';';
-    EXPECT_EQ(rows, "a.c=Changed 1.1;gone.c=Missing 1.2;taken.c=Removed -1.3;");
-    const auto loads = [this] {
-        const std::string told = Told(), message = "does not have";
-        int count = 0;
-        for (std::size_t at = 0; (at = told.find(message, at)) != std::string::npos; ++at)
-            ++count;
-        return count;
+    EXPECT_FALSE(Operate([](TCvsObject&) { return true; }));
+    EXPECT_NE(Told().find("looked for in C:\\windows"), std::string::npos) << Told();
+    const std::string chosen = support::ProgramBeside("fake_client.exe");
+    Answer(true);
+    DialogFunctions().OpenFile = [&](const std::string&, std::string& file) {
+        file = chosen;
+        return true;
     };
-    EXPECT_EQ(loads(), 1) << Told();
-    EXPECT_NE(Told().find("does not have 2 of its entries: gone.c, sub"), std::string::npos)
-        << Told();
-    Select("gone.c");
-    ExpectForm("CVS update", [](TForm& form) { Click(form, "BitBtn1"); });
-    Pick(Form, "&Update");
-    EXPECT_NE(Told().find("[update]\r\n[-P]\r\n[-d]\r\n[gone.c]\r\n"), std::string::npos) << Told();
-    EXPECT_EQ(loads(), 2) << "the files are read once for an operation";
-    Select("gone.c");
-    Pick(Form, "&Remove");
-    EXPECT_NE(Told().find("[remove]\r\n[gone.c]\r\n"), std::string::npos) << Told();
-    EXPECT_EQ(loads(), 3);
+    EXPECT_TRUE(Operate([](TCvsObject&) { return true; }));
+    TProject another(Form, Settings, Folder / "two");
+    EXPECT_EQ(another.Cvs().CvsExecutable, "\"" + chosen + "\"") << "it is stored";
+    ::SetEnvironmentVariableA("PATH", path);
 }
 
-TEST_F(Projects, ArePlacedAlsoWhenCalledLikeTheirParent) {
-    const std::string folder = Folder / "projects\\proj", repository = Folder / "repository";
-    support::WriteBytes(folder + "\\a.c", "a");
-    EXPECT_EQ(
-        support::RunProcess("cvs -Q -d \":local:" + repository + "\" init", Folder.Path()).ExitCode,
-        0u);
-    Form.OpenProject(folder);
-    ExpectForm("Place project into CVS-step 1", [&](TForm& form) {
-        support::Press(form, "BitBtn4");
-        support::Type(support::StepOf(form), "Edit3", repository);
-        ASSERT_TRUE(
-            support::WaitUntil([&] { return support::Part<TButton>(form, "BitBtn4").Enabled(); }));
-        support::Press(form, "BitBtn4");
-        support::Press(form, "BitBtn4");
-        support::Press(form, "BitBtn1");
-    });
-    ExpectForm("Tags of the project", [](TForm& form) { support::Press(form, "BitBtn1"); });
-    ExpectForm("CVS PlaceProject", [](TForm& form) {
-        EXPECT_TRUE(TextOf(form, "Label1").ends_with("successfuly completed"));
-        Click(form, "BitBtn1");
-    });
-    Pick(Form, "&Place project...");
-    EXPECT_EQ(support::ReadBytes(folder + "\\CVS\\Repository"), "proj\r\n") << Told();
-    EXPECT_EQ(support::ReadBytes(folder + "\\a.c"), "a");
-    EXPECT_EQ(Asked, "");
-    EXPECT_TRUE(Operate(&TCvsObject::Status)) << "what was placed is known" << Told();
+TEST_F(Projects, DeleteNoFolderThatIsNoModule) {
+    support::WriteBytes(Folder / "victim\\documents\\letter.txt", "mine");
+    support::WriteBytes(Folder / "victim\\CVSROOT\\modules,v", "");
+    Answer(true);
+    const auto takeOut = [&] {
+        support::WriteBytes(Folder / "one\\CVS\\Root", Folder / "victim\r\n");
+        support::WriteBytes(Folder / "one\\CVS\\Repository", "documents\r\n");
+        support::WriteBytes(Folder / "one\\CVS\\Entries", "/a.c/1.1/dummy//\r\n");
+        Form.OpenProject(Folder / "one");
+        Form.Project()->Options.RemoveFromRepository = true;
+        ExpectForm("CVS ClearProjectData", [](TForm& form) { Click(form, "BitBtn1"); });
+        Pick(Form, "&Take out of version control");
+        EXPECT_FALSE(Form.Project()->Options.RemoveFromRepository) << "for one time only";
+        Pick(Form, "&Close project");
+    };
+    takeOut();
+    EXPECT_TRUE(FileExists(Folder / "victim\\documents\\letter.txt"));
+    EXPECT_EQ(Asked.find("documents"), std::string::npos) << Asked;
+    // One that is a module.
+    ::DeleteFileA((Folder / "victim\\documents\\letter.txt").c_str());
+    support::WriteBytes(Folder / "victim\\documents\\a.c,v", "archive");
+    takeOut();
+    EXPECT_FALSE(DirectoryExists(Folder / "victim\\documents"));
+    EXPECT_NE(Asked.find(Folder / "victim\\documents"), std::string::npos) << Asked;
+    for (const char* module : {"", ".", "..", "..\\x", "CVSROOT", "a/../..", "C:\\x"})
+        EXPECT_EQ(ModuleFolder(Folder / "victim", module), "") << module;
 }
 
 TEST_F(Projects, AskForWhatTheClientWants) {
@@ -388,77 +284,6 @@ TEST_F(Projects, AreNotMistakenForTheNeighbourCalledLikeTheirModule) {
     EXPECT_EQ(Settings.Read(Settings.ProjectKey(Folder / "two"), "TRUSTED", "no"), "no");
 }
 
-TEST_F(Projects, LeaveNothingOfAnOperationToTheNext) {
-    Form.OpenProject(Folder / "one");
-    EXPECT_FALSE(Operate([](TCvsObject& cvs) {
-        cvs.DeleteLocalFiles = cvs.TagDelete = cvs.ExportInsteadOfCheckout = true;
-        cvs.AnswerPrompts = true;
-        Abort();
-        return true;
-    }));
-    EXPECT_TRUE(Operate([](TCvsObject& cvs) {
-        EXPECT_FALSE(cvs.DeleteLocalFiles || cvs.TagDelete || cvs.ExportInsteadOfCheckout);
-        EXPECT_FALSE(cvs.AnswerPrompts);
-        return true;
-    }));
-}
-
-TEST_F(Projects, PullIntoAFolderThatIsNotThereYet) {
-    Form.OpenProject(Folder / "one");
-    tests::ExpectForm("CVS Pull Project ", [](TForm& form) { tests::Click(form, "BitBtn1"); });
-    EXPECT_TRUE(Operate([&](TCvsObject& cvs) {
-        cvs.CvsExecutable = support::FakeClient() + " surroundings";
-        cvs.SetCVSROOT("a root");
-        cvs.Set_ProjectRoot(Folder / "new\\deep");
-        return cvs.PullProjectAccepted();
-    })) << Told();
-    EXPECT_NE(Told().find("folder:" + (Folder / "new\\deep") + ";"), std::string::npos) << Told();
-    // One that fails leaves nothing behind, but for what was there before.
-    tests::ExpectForm("CVS Pull Project ", [](TForm& form) { tests::Click(form, "BitBtn1"); });
-    EXPECT_FALSE(Operate([&](TCvsObject& cvs) {
-        cvs.CvsExecutable = support::FakeClient() + " exit 1 ";
-        cvs.SetCVSROOT("a root");
-        cvs.Set_ProjectRoot(Folder / "new\\other\\deep");
-        return cvs.PullProjectAccepted();
-    }));
-    EXPECT_FALSE(DirectoryExists(Folder / "new\\other"));
-    EXPECT_TRUE(DirectoryExists(Folder / "new\\deep"));
-}
-
-TEST_F(Projects, GetOldRevisionsAndTheNamesOfModules) {
-    const std::string root = "\"" + (Folder / "repository") + "\"";
-    const auto client = [&](const std::string& arguments, const std::string& folder) {
-        const auto result = support::RunProcess("cvs -Q -d " + root + " " + arguments, folder);
-        EXPECT_EQ(result.ExitCode, 0u) << result.Output;
-    };
-    client("init", Folder.Path());
-    support::WriteBytes(Folder / "seed\\sub\\old.c", "first\r\n\r\nlast\r\n");
-    client("import -m m module V R", Folder / "seed");
-    client("checkout module", Folder.Path());
-    const std::string file = Folder / "module\\sub\\old.c";
-    support::WriteBytes(file, "second\r\n");
-    client("commit -m m", Folder / "module");
-    Form.OpenProject(Folder / "module");
-    Answer(true);
-    std::string bytes;
-    EXPECT_TRUE(Form.Project()->Fetch(file, "1.1", bytes)) << Told();
-    EXPECT_EQ(bytes, "first\r\n\r\nlast\r\n");
-    EXPECT_TRUE(Form.Project()->Fetch(file, "R", bytes));
-    EXPECT_EQ(bytes, "first\r\n\r\nlast\r\n");
-    EXPECT_FALSE(Form.Project()->Fetch(file, "no_such", bytes));
-    EXPECT_NE(Told().find("no such tag"), std::string::npos) << Told();
-    EXPECT_FALSE(Form.Project()->Fetch(file, "-A", bytes));
-    EXPECT_EQ(support::ReadBytes(file), "second\r\n");
-    EXPECT_EQ(Form.Project()->Modules(), std::vector<std::string>{"module"});
-    // To the client a difference is a failure; to the user it is none.
-    auto& status = support::Part<TStatusBar>(Form, "Status");
-    Operate([](TCvsObject& cvs) { return cvs.Diff(); });
-    EXPECT_EQ(status.PartText(1), "There is no difference") << Told();
-    support::WriteBytes(file, "third and longer\r\n");
-    Operate([](TCvsObject& cvs) { return cvs.Diff(); });
-    EXPECT_EQ(status.PartText(1), "There are differences");
-}
-
 TEST_F(Projects, WorkOnSeveralFilesAndFoldersInAsManyCommandsAsItTakes) {
     const std::string records = "\\CVS\\Entries", name(100, 'n');
     support::WriteBytes(Folder / "one\\CVS\\Root", "C:\\none\r\n");
@@ -493,69 +318,6 @@ TEST_F(Projects, WorkOnSeveralFilesAndFoldersInAsManyCommandsAsItTakes) {
     EXPECT_NE(told.find("[a.c]"), std::string::npos);
     EXPECT_EQ(list.SelectedIndices().size(), 2u) << "what was chosen stays so";
 }
-
-TEST_F(Projects, SurviveAClientThatCrashes) {
-    Form.OpenProject(Folder / "one");
-    EXPECT_FALSE(Run("crash"));
-    EXPECT_TRUE(Run("exit 0")) << "and go on";
-}
-
-TEST_F(Projects, ShowACommandThatTakesLongAndLetTheUserCancelIt) {
-    Form.OpenProject(Folder / "one");
-    TCvsObject& cvs = Form.Project()->Cvs();
-    bool shown = false;
-    cvs.OnMessage = [&, host = cvs.OnMessage](TObject* sender, const std::string& text) {
-        host(sender, text);
-        tandrel::Progress_frm::TVcs_ProgressForm& form = *cvs.ExecuteClass->ProgressForm;
-        if (shown || !form.Visible())
-            return;
-        shown = true;
-        tests::Click(form, "BitBtn2");
-    };
-    // Each pause is longer than the second after which the form shows.
-    EXPECT_FALSE(Run("say-and-sleep . 1500 20"));
-    EXPECT_TRUE(shown);
-    EXPECT_NE(Told().find("User cancel execute command"), std::string::npos);
-}
-
-TEST_F(Projects, EndACommandThatSaysNothingWhenTheUserCancelsIt) {
-    Form.OpenProject(Folder / "one");
-    TCvsObject& cvs = Form.Project()->Cvs();
-    // Sees the form without being input to it, which would keep it hidden.
-    TTimer user(1700);
-    user.OnTimer = [&](TObject*) {
-        auto* const form = cvs.ExecuteClass->ProgressForm;
-        if (form && form->Visible())
-            tests::Click(*form, "BitBtn2");
-    };
-    user.Restart();
-    const ULONGLONG start = ::GetTickCount64();
-    // Also one that has started another, which holds the pipe; and a second time.
-    for (const char* client : {"sleep 600000", "with-grandchild 600000"}) {
-        EXPECT_FALSE(Run(client));
-        EXPECT_LT(::GetTickCount64() - start, 120000u);
-        EXPECT_NE(Told().find("did not answer"), std::string::npos);
-    }
-    EXPECT_TRUE(Run("exit 0")) << "and go on";
-}
-
-/// The user closes the window while a command runs.
-class TCloseDuringRun {
-public:
-    explicit TCloseDuringRun(const TForm& form) {
-        Timer_.OnTimer = [this, &form](TObject*) {
-            Timer_.SetEnabled(false);
-            ::SendMessageW(form.Handle(), WM_CLOSE, 0, 0);
-            EXPECT_FALSE(Application().Terminated()) << "the command goes on";
-            Closed = true;
-        };
-        Timer_.SetEnabled(true);
-    }
-    bool Closed = false;
-
-private:
-    TTimer Timer_{200};
-};
 
 TEST_F(Projects, KeepWhatIsNotSavedWhenTheSessionEnds) {
     Form.OpenProject(Folder / "one");

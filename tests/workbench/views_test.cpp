@@ -4,10 +4,10 @@
 
 #include <set>
 
+#include "framework/base/files.h"
 #include "framework/ui/buttons.h"
 #include "framework/ui/edits.h"
 #include "framework/ui/status_bar.h"
-#include "hosting/CommandSummary.h"
 #include "support/WaitUntil.h"
 #include "tests/support/Names.h"
 #include "tests/support/Tidy.h"
@@ -146,45 +146,6 @@ TEST(Conflicts, AreResolvedInTheEditor) {
     EXPECT_EQ(support::ReadBytes(path), memo.Text());
     choose("&Next");
     EXPECT_TRUE(form.Text().ends_with("no conflicts")) << form.Text();
-}
-
-// --- what came of a command -------------------------------------------------------------------
-
-std::string SummaryOf(const std::string& said) {
-    TCommandSummary summary;
-    // In pieces that end anywhere.
-    for (std::size_t i = 0; i < said.size(); i += 7)
-        summary.Add(said.substr(i, 7));
-    return summary.Text();
-}
-
-TEST(Summaries, SayWhatTheClientSaid) {
-    EXPECT_EQ(
-        SummaryOf("cvs update: Updating .\r\nU a.c\r\nP sub/b.c\r\n? new.c\r\n"
-                  "RCS file: /repo/m.c,v\r\nMerging differences between 1.1 and 1.2 into m.c\r\n"
-                  "M sub/m.c\r\nM other.c\r\n"
-                  "Merging differences between 1.1 and 1.2 into README.txt\r\n"
-                  "rcsmerge: warning: conflicts during merge\r\nC doc/README.txt\r\n"),
-        "2 updated, 1 merged, 1 changed here, 1 not in the repository, "
-        "1 conflict: doc/README.txt");
-    // Of a branch that is merged it tells no letters.
-    EXPECT_EQ(SummaryOf("cvs.exe update: Updating .\r\n"
-                        "Merging differences between 1.1 and 1.1.2.1 into a.c\r\n"
-                        "cvs.exe update: Updating sub\r\n"
-                        "Merging differences between 1.1 and 1.1.2.1 into b.c\r\n"
-                        "rcsmerge: warning: conflicts during merge\r\n"
-                        "Merging differences between 1.1 and 1.1.2.1 into c.c\r\n"),
-              "2 merged, 1 conflict: sub/b.c");
-    EXPECT_EQ(
-        SummaryOf("new revision: 1.2; previous revision: 1.1\r\n"
-                  "initial revision: 1.1\r\nnew revision: delete; previous revision: 1.4\r\n"),
-        "2 committed, 1 removed");
-    EXPECT_EQ(SummaryOf("cvs add: scheduling file `n.c' for addition\r\n"
-                        "cvs remove: scheduling `o.c' for removal\r\n"),
-              "1 to be added, 1 to be removed");
-    EXPECT_EQ(SummaryOf("U a.c\r\ncvs [update aborted]: connect to host failed\r\nC late.c"),
-              "Failed: connect to host failed (1 updated)");
-    EXPECT_EQ(SummaryOf("Usage: M this\r\nM  two blanks\r\nX y\r\n"), "");
 }
 
 // --- the window -------------------------------------------------------------------------------
@@ -351,6 +312,23 @@ TEST_F(Projects, RememberHowTheirWindowIsArranged) {
     EXPECT_TRUE(support::Part<TCheckBox>(again, "ChangedOnly").Checked());
     EXPECT_FALSE(support::Part<TCheckBox>(again, "HideIgnored").Checked());
     EXPECT_EQ(again.ClientSize().cx, again.Scale(700));
+}
+
+TEST_F(Projects, ShowTheEndOfAFloodAndKeepAllOfIt) {
+    Form.OpenProject(Folder / "one");
+    constexpr int Lines = 100000;  // of 64 bytes
+    EXPECT_TRUE(Run("flood " + std::to_string(Lines)));
+    const std::string told = Told();
+    EXPECT_LE(told.size(), TOutputPane::MostShown + 1000);
+    EXPECT_NE(told.find("not shown"), std::string::npos);
+    EXPECT_NE(told.find(std::to_string(Lines - 1) + "...."), std::string::npos);
+    TFileSearch search(Folder / "data\\Output\\*.txt", faAnyFile);
+    TSearchRec kept;
+    ASSERT_TRUE(search.Next(kept));
+    EXPECT_GT(FileSize(Folder / ("data\\Output\\" + kept.Name)), 64u * Lines);
+    // It goes on from there.
+    EXPECT_TRUE(Run("say-and-sleep afterwards 0 1"));
+    EXPECT_NE(Told().find("afterwards"), std::string::npos);
 }
 
 }  // namespace

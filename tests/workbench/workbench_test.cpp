@@ -1,21 +1,18 @@
-// The host's own parts: documents, settings, children.
+// The host's own parts: documents, inputs, the program.
 
 #include <gtest/gtest.h>
 
 #include <cstring>
 
 #include "framework/base/files.h"
-#include "framework/base/handle.h"
 #include "framework/ui/application.h"
 #include "framework/ui/dialogs.h"
-#include "hosting/ChildJob.h"
-#include "hosting/Settings.h"
 #include "support/Drive.h"
 #include "support/Files.h"
 #include "support/Process.h"
 #include "support/WaitUntil.h"
 #include "tests/support/FormDriver.h"
-#include "tests/support/Japanese.h"
+#include "tests/support/Started.h"
 #include "tests/support/Tidy.h"
 #include "workbench/DocumentForm.h"
 #include "workbench/InputForm.h"
@@ -23,28 +20,9 @@
 namespace {
 
 using namespace framework;
-using namespace hosting;
 using namespace workbench;
 using support::ReadBytes;
 using support::WriteBytes;
-
-TEST(Settings, RememberTheProjectsOpenedLast) {
-    const std::string key = "Software\\Tandrel Test " + std::to_string(::GetTickCount64());
-    TSettings settings(key);
-    EXPECT_TRUE(settings.RecentProjects().empty());
-    for (int i = 0; i < 10; ++i)
-        settings.Remember("C:\\p" + std::to_string(i));
-    settings.Remember("c:\\P5");
-    const auto recent = settings.RecentProjects();
-    ASSERT_EQ(recent.size(), 8u);
-    EXPECT_EQ(recent[0] + recent[1] + recent[7], "c:\\P5C:\\p9C:\\p2");
-    settings.Forget("C:\\p9");
-    EXPECT_EQ(settings.RecentProjects()[1], "C:\\p8");
-    EXPECT_NE(settings.ProjectKey("C:\\a\\b"), settings.ProjectKey("C:\\a"));
-    const tests::Japanese letters;
-    EXPECT_EQ(settings.ProjectKey("C:\\" + std::string(tests::Source)),
-              key + "\\Projects\\C:/" + tests::Source);
-}
 
 // --- documents --------------------------------------------------------------------------------
 
@@ -154,17 +132,10 @@ TEST(Inputs, ComeBackAsTyped) {
 
 // --- the process ------------------------------------------------------------------------------
 
-std::string ProgramBeside(const std::string& name) {
-    char path[MAX_PATH];
-    ::GetModuleFileNameA(nullptr, path, MAX_PATH);
-    const std::string self = path;
-    return self.substr(0, self.find_last_of('\\') + 1) + name;
-}
-
 /// A resource of a file; empty when it has none.
 std::string ResourceOf(const std::string& file, int id, LPCSTR type) {
     const HMODULE module =
-        ::LoadLibraryExA(ProgramBeside(file).c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
+        ::LoadLibraryExA(support::ProgramBeside(file).c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
     const HRSRC found = ::FindResourceA(module, MAKEINTRESOURCEA(id), type);
     const auto* const bytes =
         found ? static_cast<const char*>(::LockResource(::LoadResource(module, found))) : nullptr;
@@ -199,60 +170,11 @@ TEST(Programs, SayWhatTheyAreAndWhatTheyRunOn) {
     }
 }
 
-struct TStarted {
-    explicit TStarted(std::string line) {
-        SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
-        KernelHandle write;
-        EXPECT_TRUE(::CreatePipe(Output.Receive(), write.Receive(), &inherited, 0));
-        ::SetHandleInformation(Output.Get(), HANDLE_FLAG_INHERIT, 0);
-        STARTUPINFOA startup{};
-        startup.cb = sizeof startup;
-        startup.dwFlags = STARTF_USESTDHANDLES;
-        startup.hStdOutput = startup.hStdError = write.Get();
-        PROCESS_INFORMATION process{};
-        EXPECT_TRUE(::CreateProcessA(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr,
-                                     "C:\\", &startup, &process));
-        Process.Reset(process.hProcess);
-        Id = process.dwProcessId;
-        ::CloseHandle(process.hThread);
-    }
-    ~TStarted() { ::TerminateProcess(Process.Get(), 1); }
-    std::string ReadLine() const {
-        std::string line;
-        DWORD read = 0;
-        for (char c = 0; ::ReadFile(Output.Get(), &c, 1, &read, nullptr) && read && c != '\n';)
-            line += c;
-        return line;
-    }
-    KernelHandle Process, Output;
-    DWORD Id = 0;
-};
-
-BOOL WINAPI RefuseJob(HANDLE, HANDLE) {
-    ::SetLastError(ERROR_ACCESS_DENIED);
-    return FALSE;
-}
-
-TEST(ChildJob, IsDoneWithoutWhereThereIsNone) {
-    // As Windows 7 does for a process that is in a job already.
-    const TChildJob none(RefuseJob);
-    EXPECT_FALSE(none.Ties());
-}
-
-TEST(KilledHost, TakesItsChildrenWithIt) {
-    const TStarted started("\"" + ProgramBeside("job_host.exe") + "\"");
-    const auto child = static_cast<DWORD>(std::stoul(started.ReadLine()));
-    const KernelHandle handle(::OpenProcess(SYNCHRONIZE, FALSE, child));
-    ASSERT_TRUE(handle);
-    EXPECT_EQ(::WaitForSingleObject(handle.Get(), 0), static_cast<DWORD>(WAIT_TIMEOUT));
-    ::TerminateProcess(started.Process.Get(), 9);
-    EXPECT_EQ(::WaitForSingleObject(handle.Get(), 60000), static_cast<DWORD>(WAIT_OBJECT_0));
-}
-
 TEST(Host, OpensAFolderAndCloses) {
     const support::TTempFolder folder("started");
     WriteBytes(folder / "file.txt", "text");
-    const TStarted host("\"" + ProgramBeside("tandrel.exe") + "\" \"" + folder.Path() + "\"");
+    const tests::TStarted host("\"" + support::ProgramBeside("tandrel.exe") + "\" \"" +
+                               folder.Path() + "\"");
     HWND window = nullptr;
     const std::string caption = folder.Path().substr(folder.Path().rfind('\\') + 1) + " - Tandrel";
     ASSERT_TRUE(support::WaitUntil([&] {
