@@ -41,6 +41,7 @@ std::string Counted(std::size_t count, const std::string& one, const std::string
 
 std::vector<std::string> PathsOf(const std::vector<TFileRow>& rows) {
     std::vector<std::string> paths;
+    paths.reserve(rows.size());
     for (const TFileRow& row : rows)
         paths.push_back(row.Path());
     return paths;

@@ -54,6 +54,8 @@ std::optional<int> TProject::Ask(TOperationType kind, const std::string& argumen
     Succeeded_ = false;
     if (!MayRun())
         return std::nullopt;
+    // Going to the folder that it is in forgets what is known of it.
+    const bool isCurrent = Cvs_.ModelCurrent;
     Prepare({});
     if (!FindPrograms())
         return std::nullopt;
@@ -68,6 +70,7 @@ std::optional<int> TProject::Ask(TOperationType kind, const std::string& argumen
     }
     TellRest();
     ReturnToFolder();
+    Cvs_.ModelCurrent = isCurrent;
     for (int i = 0; i < pieces.Count(); ++i)
         output += pieces[i];
     Succeeded_ = Cvs_.ExitCode == 0;

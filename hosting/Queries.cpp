@@ -24,7 +24,9 @@ using namespace tandrel;
 namespace {
 
 // What others have written into the client's own settings must not change what its texts look like.
-constexpr const char* Plain = " -f -Q ";
+constexpr const char* Plain = " -f -q ";
+// And without a head.
+constexpr const char* PlainText = " -f -Q ";
 
 std::string DateText(TDateTime value, bool withSeconds) {
     const DateParts date = DecodeDate(value);
@@ -79,15 +81,24 @@ std::string Comparable(std::string path) {
     return UpperCase(path);
 }
 
+/// The path of the repository on its machine.
+std::string RootPath(const TCvsObject& cvs) {
+    const std::string path = RemoveSlashSep(cvs.Path);
+    // A port that is not the usual one stands in front of it.
+    return cvs.ConnectionType == cnLocal
+               ? path
+               : path.substr(std::min(path.find_first_not_of("0123456789"), path.size()));
+}
+
 /// The repository's folder for a folder of the working copy, below its root.
-std::string RepositoryOf(const std::string& folder, const std::string& root) {
+std::string RepositoryOf(const std::string& folder, const TCvsObject& cvs) {
     const std::string file = SlashSep(SlashSep(folder, AdminDirectoryName), "Repository");
     std::string line;
     if (!FileExists(file) || !TTextFile::Reset(file).ReadLine(line))
         return {};
     line = Trim(line);
     std::ranges::replace(line, '\\', '/');
-    const std::string prefix = Comparable(RemoveSlashSep(root)) + "/";
+    const std::string prefix = Comparable(RootPath(cvs)) + "/";
     if (Comparable(line).starts_with(prefix))
         line.erase(0, prefix.size());
     return line;
@@ -133,7 +144,7 @@ std::optional<TFetched> TQueries::Fetch(TOperationType kind,
                                         TSucceeded succeeded, const std::string& state) {
     TCvsObject& cvs = Project_.Cvs();
     std::string key =
-        RootWithoutPassword(cvs) + "\n" + RepositoryOf(Project_.Folder(), cvs.Path) + "\n" + state;
+        RootWithoutPassword(cvs) + "\n" + RepositoryOf(Project_.Folder(), cvs) + "\n" + state;
     for (const std::string& command : commands)
         key += "\n" + command;
     const bool isHere = cvs.ConnectionType == cnLocal;
@@ -209,7 +220,7 @@ std::optional<TFetched> TQueries::FolderLog(const std::vector<std::string>& fold
     command += " --";
     std::vector<std::string> commands;
     for (const std::string& folder : folders.empty() ? std::vector{Project_.Folder()} : folders) {
-        const std::string repository = RepositoryOf(folder, Project_.Cvs().Path);
+        const std::string repository = RepositoryOf(folder, Project_.Cvs());
         if (!repository.empty())
             commands.push_back(command + " " + QuoteArgument(repository, true));
     }
@@ -229,9 +240,9 @@ std::optional<TFetched> TQueries::Annotation(const std::string& file, const std:
         version.IsNumber() ? TLasting::ForEver : TLasting::Changing, &HasEnded);
 }
 
-std::optional<TFetched> TQueries::File(const std::string& file, const std::string& revision) {
-    const TVersion version = TVersion::Of(revision);
-    return Fetch(otUpdate, WithNames(std::string(Plain) + "update -p" + OptionOf(version), {file}),
+std::optional<TFetched> TQueries::File(const std::string& file, const TVersion& version) {
+    return Fetch(otUpdate,
+                 WithNames(std::string(PlainText) + "update -p" + OptionOf(version), {file}),
                  version.IsNumber() ? TLasting::ForEver : TLasting::Changing, &HasEnded);
 }
 
@@ -267,11 +278,10 @@ std::string TQueries::PathOf(const std::string& repositoryFile) const {
     const std::size_t last = name.rfind('/') + 1;
     if (last >= Attic.size() && name.substr(last - Attic.size(), Attic.size()) == Attic)
         name.erase(last - Attic.size(), Attic.size());
-    const std::string& root = Project_.Cvs().Path;
-    const std::string prefix = Comparable(RemoveSlashSep(root)) + "/";
+    const std::string prefix = Comparable(RootPath(Project_.Cvs())) + "/";
     if (Comparable(name).starts_with(prefix))
         name.erase(0, prefix.size() - 1);
-    const std::string module = "/" + RepositoryOf(Project_.Folder(), root) + "/";
+    const std::string module = "/" + RepositoryOf(Project_.Folder(), Project_.Cvs()) + "/";
     const std::size_t at = module == "//" ? std::string::npos : name.find(module);
     if (at == std::string::npos)
         return {};

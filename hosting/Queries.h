@@ -62,7 +62,8 @@ public:
     /// The text of "annotate". @param revision empty for that of the working copy.
     std::optional<TFetched> Annotation(const std::string& file, const std::string& revision);
     /// A file as it was, byte for byte but for the ends of its lines.
-    std::optional<TFetched> File(const std::string& file, const std::string& revision);
+    /// @param version not the working copy.
+    std::optional<TFetched> File(const std::string& file, const TVersion& version);
     /// The unified text of "diff", new and removed files as a whole; empty when nothing differs.
     /// @param paths files and folders, none for all. @param from not the working copy.
     std::optional<TFetched> Comparison(const std::vector<std::string>& paths, const TVersion& from,

@@ -175,7 +175,7 @@ void TUserToolsForm::BuildDirectoryMenu() {
     for (const auto& [caption, macro] : {std::pair{"File Directory", "FileDir"},
                                          {"Current Directory", "CurDir"},
                                          {"Project Directory", "ProjectDir"}}) {
-        PopupMenu1_->Add(caption).OnClick = [this, macro](TObject*) {
+        PopupMenu1_->Add(caption).OnClick = [this, macro = macro](TObject*) {
             Edit3_->SetText(AddParam(macro));
         };
         PopupMenu1_->AddSeparator();

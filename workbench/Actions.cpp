@@ -54,6 +54,40 @@ void TMainForm::Busily(const std::function<void(TProject& project)>& action) {
     CloseIfPending();
 }
 
+bool TMainForm::Query(const std::string& folder,
+                      const std::function<void(TQueries& queries)>& action) {
+    if (Busy_ || !TurnTo(folder))
+        return false;
+    TProject& project = *Current_;
+    project.BeginCommand();
+    {
+        const TBusy busy(Busy_);
+        ProjectList_->SetEnabled(false);
+        EnableMenu();
+        ShowStatus("Asking...");
+        TQueries queries(project, Settings_);
+        try {
+            action(queries);
+        } catch (const Exception& error) {
+            Tell(MaskPasswords(error.what()) + "\r\n");
+        }
+    }
+    Pane_->Flush();
+    ShowStatus(project.Outcome());
+    ProjectList_->SetEnabled(true);
+    EnableMenu();
+    CloseIfPending();
+    return true;
+}
+
+bool TMainForm::OperateIn(const std::string& folder, const std::vector<std::string>& paths,
+                          const std::function<bool(TCvsObject&)>& operation) {
+    bool done = false;
+    if (!Busy_ && TurnTo(folder))
+        OperateOn(paths, [&](TCvsObject& cvs) { return done = operation(cvs); });
+    return done;
+}
+
 void TMainForm::OperateOn(const std::vector<std::string>& paths,
                           const std::function<bool(TCvsObject&)>& operation) {
     Busily([&](TProject& project) { project.Operate(operation, paths); });

@@ -55,7 +55,7 @@ std::optional<TConflict> PreviousConflict(std::string_view text, std::size_t bef
     std::optional<TConflict> last;
     for (auto next = NextConflict(text, 0); next && next->Start < before;
          next = NextConflict(text, next->End))
-        last = std::move(next);
+        last = next;
     return last;
 }
 

@@ -12,6 +12,7 @@
 #include "framework/base/text.h"
 #include "framework/base/text_file.h"
 #include "framework/ui/dialogs.h"
+#include "workbench/ComparisonForm.h"
 #include "workbench/InputForm.h"
 #include "workbench/MainForm.h"
 
@@ -57,6 +58,7 @@ std::string Listed(const std::vector<std::string>& names) {
 
 std::vector<std::string> PathsOf(const std::vector<TFileRow>& rows) {
     std::vector<std::string> paths;
+    paths.reserve(rows.size());
     for (const TFileRow& row : rows)
         paths.push_back(row.Path());
     return paths;
@@ -168,12 +170,18 @@ void TMainForm::RevertSelection() {
 }
 
 void TMainForm::CompareSelection() {
-    const std::vector<std::string> selection = Selection();
-    if (selection.size() == 1 && FileExists(selection.front()))
-        return Operate(
-            [path = selection.front()](TCvsObject& cvs) { return cvs.DiffFile(true, path); },
-            false);
-    Operate(&TCvsObject::Diff, true);
+    Views().Compare(Selection(), TVersion::Base(), TVersion::WorkingCopy());
+}
+
+void TMainForm::CompareWith() {
+    const std::optional<TVersionPair> versions =
+        AskForVersions({TVersion::Base(), TVersion::WorkingCopy()});
+    if (versions)
+        Views().Compare(Selection(), versions->From, versions->To);
+}
+
+void TMainForm::AnnotateSelection() {
+    Views().Annotate(Selection().front(), "");
 }
 
 void TMainForm::GetRevision() {
@@ -198,7 +206,7 @@ void TMainForm::AskForNewName() {
     const std::vector<std::string> selection = Selection();
     if (selection.empty() || !FileExists(selection.front()))
         return;
-    const std::string from = selection.front();
+    const std::string& from = selection.front();
     std::vector<TInput> inputs = {{TInput::Text, "New name", from, {}}};
     if (!AskFor("Move " + ExtractFileName(from), inputs))
         return;

@@ -47,13 +47,14 @@ TMainForm::TMainForm(TSettings& settings, const TPackageRegistry& packages)
     BuildPopups();
     WatchTimer_.OnTimer = [this](TObject*) { WatchTick(); };
     ShowProject();
-    Tell(Recovery_.Notice());
+    TMainForm::Tell(Recovery_.Notice());
 }
 
 TMainForm::~TMainForm() {
     // The menu goes before the window, the projects before what they tell to.
     Rows_->OnSelect = nullptr;
     Folders_->OnSelect = nullptr;
+    Views_.clear();
     Projects_.clear();
     Current_ = nullptr;
     FreeComponents();
@@ -229,6 +230,24 @@ void TMainForm::TellWhatWaits(TProject& project) {
         ToggleOnline();
 }
 
+bool TMainForm::TurnTo(const std::string& folder) {
+    const auto at = std::ranges::find_if(
+        Projects_, [&](const auto& open) { return SameText(open->Folder(), folder); });
+    if (at == Projects_.end())
+        return false;
+    if (at->get() != Current_)
+        TurnTo(static_cast<std::size_t>(at - Projects_.begin()));
+    return true;
+}
+
+TProjectViews& TMainForm::Views() {
+    const std::string folder = Current_->Folder();
+    const auto at = std::ranges::find(Views_, folder, &TProjectViews::Folder);
+    if (at != Views_.end())
+        return **at;
+    return *Views_.emplace_back(std::make_unique<TProjectViews>(*this, folder));
+}
+
 void TMainForm::TurnTo(std::size_t index) {
     Current_ = index < Projects_.size() ? Projects_[index].get() : nullptr;
     ShowProject();
@@ -238,6 +257,7 @@ void TMainForm::CloseProject() {
     if (Busy_ || !Current_ || !SaveDocuments())
         return;
     Current_->Save();
+    std::erase_if(Views_, [&](const auto& views) { return views->Folder() == Current_->Folder(); });
     std::erase_if(Projects_, [&](const auto& open) { return open.get() == Current_; });
     TurnTo(0);
 }
@@ -328,6 +348,11 @@ void TMainForm::Reveal(const std::string& path) {
 
 void TMainForm::OpenDocument(const std::string& path) {
     Documents_.Open(path);
+}
+
+void TMainForm::OpenText(const std::string& caption, const std::string& text,
+                         const std::string& folder) {
+    Documents_.OpenNew(caption, text, folder);
 }
 
 void TMainForm::ReloadDocuments() {

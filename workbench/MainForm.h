@@ -30,6 +30,7 @@
 #include "workbench/FileList.h"
 #include "workbench/FolderTree.h"
 #include "workbench/OutputPane.h"
+#include "workbench/ProjectViews.h"
 #include "workbench/WindowState.h"
 
 namespace workbench {
@@ -52,6 +53,18 @@ public:
                    const std::function<bool(tandrel::TCvsObject&)>& operation);
     /// Does something else with the project at hand, likewise.
     void Busily(const std::function<void(hosting::TProject& project)>& action);
+    /// The same with an open project, which becomes the one at hand. @return what the operation
+    /// says; false when there is no such project.
+    bool OperateIn(const std::string& folder, const std::vector<std::string>& paths,
+                   const std::function<bool(tandrel::TCvsObject&)>& operation);
+    /// Asks the repository of an open project something. False when a command runs, or when there
+    /// is no such project.
+    bool Query(const std::string& folder,
+               const std::function<void(hosting::TQueries& queries)>& action);
+    void OpenDocument(const std::string& path);
+    /// Shows a text that is no file. @param folder where it would be saved.
+    void OpenText(const std::string& caption, const std::string& text, const std::string& folder);
+    hosting::TSettings& Settings() { return Settings_; }
     /// The chosen files and folders, as full paths: those of the list, else the folder of the tree.
     /// The project itself counts as nothing.
     std::vector<std::string> Selection() const;
@@ -80,6 +93,9 @@ private:
     /// Closes the window when the user wanted to while something was running.
     void CloseIfPending();
     void TurnTo(std::size_t index);
+    bool TurnTo(const std::string& folder);
+    /// The windows about the project at hand.
+    TProjectViews& Views();
     void CloseProject();
     void ShowProject();
     /// Shows what the model says now. What is selected, open and in view stays so.
@@ -92,7 +108,6 @@ private:
     void FilterChanged();
     /// Offers to run what waits for the server, or tells that it waits.
     void TellWhatWaits(hosting::TProject& project);
-    void OpenDocument(const std::string& path);
     void ReloadDocuments();
     void FileSaved(const std::string& path);
     /// Shows what others have changed, when they have come to rest.
@@ -148,6 +163,8 @@ private:
     void UpdateSelection();
     void RevertSelection();
     void CompareSelection();
+    void CompareWith();
+    void AnnotateSelection();
     void GetRevision();
     std::vector<hosting::TFileRow> SelectedFiles(
         std::initializer_list<hosting::TFileState> states) const;
@@ -164,6 +181,7 @@ private:
     const framework::TPackageRegistry& Packages_;
     TWindowState State_;
     std::vector<std::unique_ptr<hosting::TProject>> Projects_;
+    std::vector<std::unique_ptr<TProjectViews>> Views_;  // of some of them
     hosting::TProject* Current_ = nullptr;
     TDocuments Documents_;
     hosting::TToolRuns Tools_;

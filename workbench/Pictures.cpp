@@ -27,6 +27,7 @@ public:
         const HGDIOBJ brushBefore = ::SelectObject(Dc_, brush.Get());
         const HGDIOBJ penBefore = ::SelectObject(Dc_, pen.Get());
         std::vector<POINT> points;
+        points.reserve(corners.size());
         for (const POINT& corner : corners)
             points.push_back({Area_.left + Scaled(corner.x), Area_.top + Scaled(corner.y)});
         ::Polygon(Dc_, points.data(), static_cast<int>(points.size()));

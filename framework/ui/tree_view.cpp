@@ -164,7 +164,7 @@ void TTreeViewNode::SetExpanded(bool expanded) {
 
 std::optional<RECT> TTreeViewNode::TextRect() const {
     RECT place{};
-    std::memcpy(&place, &Item_, sizeof Item_);  // where the system reads it
+    std::memcpy(&place, &Item_, sizeof(HTREEITEM));  // where the system reads it
     constexpr WPARAM TextOnly = TRUE;
     if (!Item_ || !::SendMessageW(Tree_.Handle(), TVM_GETITEMRECT, TextOnly,
                                   reinterpret_cast<LPARAM>(&place)))

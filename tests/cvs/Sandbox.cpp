@@ -51,14 +51,14 @@ const std::string& Template() {
     return repository;
 }
 
+}  // namespace
+
 std::string Surroundings(const char* name) {
     const char* const value = std::getenv(name);
     if (!value)
         ADD_FAILURE() << name << " is not set: ./test starts the password server";
     return value ? value : "";
 }
-
-}  // namespace
 
 void Touch(const std::string& path) {
     const framework::FileHandle file(

@@ -44,6 +44,9 @@ public:
 /// Makes a file look changed, also in the second in which the client recorded it.
 void Touch(const std::string& path);
 
+/// A variable that describes the tests' password server; the test fails when there is none.
+std::string Surroundings(const char* name);
+
 /// Makes the object one of the tests' password server, which knows it once it has logged in.
 void ConnectToServer(tandrel::TCvsObject& obj);
 

@@ -23,7 +23,7 @@ TEST_F(PlaceProject, MakesAWorkingCopyOfTheUsersFiles) {
     Obj.Load_WorkDirTree();
     Obj.WorkDirTree.ItemExist(Project, "out")->Included = false;
     const TWorkDirItem* const below = Obj.WorkDirTree.ItemExist(Project, "sub");
-    ASSERT_TRUE(below);
+    ASSERT_TRUE(below && below->Children);
     TWorkDirItem* const hidden = below->Children->ItemExist(Project + "\\sub", "private.x");
     ASSERT_TRUE(hidden);
     hidden->Included = false;

@@ -279,7 +279,7 @@ TEST(Memos, ShowALetterWhenItsSecondPieceHasCome) {
 // Types as the keyboard does, through the dialog that the form is.
 void Type(TControl& control, WPARAM key) {
     ::PostMessageW(control.Handle(), WM_KEYDOWN, key, 1);
-    ::PostMessageW(control.Handle(), WM_KEYUP, key, 0xC0000001);
+    ::PostMessageW(control.Handle(), WM_KEYUP, key, static_cast<LPARAM>(0xC0000001));
     Application().ProcessMessages();
 }
 

@@ -158,7 +158,7 @@ TEST(Forms, PressTheirButtonsWhereverTheseStand) {
     form.Make<TButton>("Ok", panel, "Ok", TButtonRole::Default).ModalResult = mrOk;
     form.Make<TButton>("No", panel, "No", TButtonRole::Cancel).ModalResult = mrCancel;
     for (const auto& [key, result] : {std::pair{VK_RETURN, mrOk}, {VK_ESCAPE, mrCancel}}) {
-        tests::ExpectForm("panel", [key](TForm& shown) {
+        tests::ExpectForm("panel", [key = key](TForm& shown) {
             ::SetFocus(shown.Handle());
             tests::PressKey(shown, static_cast<WPARAM>(key));
         });

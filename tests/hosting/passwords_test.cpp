@@ -6,6 +6,7 @@
 #include "framework/base/registry.h"
 #include "hosting/PasswordMask.h"
 #include "hosting/Trust.h"
+#include "tests/cvs/Sandbox.h"
 #include "tests/hosting/Projects.h"
 #include "tests/support/Japanese.h"
 #include "tests/support/Unique.h"
@@ -109,14 +110,13 @@ std::string WholeEnvironment() {
 }
 
 TEST_F(Projects, LeaveNoPasswordAnywhere) {
-    const std::string password = std::getenv("TANDREL_PSERVER_PASSWORD");
+    const std::string password = Surroundings("TANDREL_PSERVER_PASSWORD");
     TProject project(Host, Settings, Folder / "one");
     TCvsObject& cvs = project.Cvs();
     cvs.ConnectionType = tandrel::cnPServer;
     cvs.Server = "127.0.0.1";
-    cvs.UserName = std::getenv("TANDREL_PSERVER_USER");
-    cvs.Path =
-        std::string(std::getenv("TANDREL_PSERVER_PORT")) + std::getenv("TANDREL_PSERVER_PATH");
+    cvs.UserName = Surroundings("TANDREL_PSERVER_USER");
+    cvs.Path = Surroundings("TANDREL_PSERVER_PORT") + Surroundings("TANDREL_PSERVER_PATH");
     std::string commands;
     const auto close = [&](const std::string& caption) {
         ExpectForm(caption, [&](TForm& form) {

@@ -246,7 +246,7 @@ TEST_F(Projects, AskForWhatTheClientWants) {
            "Changes of the module",
            {"A", "B"},
            " rdiff -r A -r B one"}}) {
-        ExpectForm(caption, [&inputs](TForm& form) {
+        ExpectForm(caption, [&inputs = inputs](TForm& form) {
             for (std::size_t i = 0; i < inputs.size(); ++i)
                 support::Type(form, "Input" + std::to_string(i + 1), inputs[i]);
             support::Press(form, "BitBtn1");

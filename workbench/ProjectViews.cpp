@@ -1,0 +1,74 @@
+#include "workbench/ProjectViews.h"
+
+#include "framework/ui/application.h"
+#include "workbench/AnnotationForm.h"
+#include "workbench/ComparisonForm.h"
+#include "workbench/MainForm.h"
+
+namespace workbench {
+
+using namespace framework;
+using namespace hosting;
+
+TProjectViews::~TProjectViews() {
+    for (TForm* view : Open_)
+        view->Free();
+}
+
+void TProjectViews::ForgetClosed() {
+    std::erase_if(Open_, [](TForm* view) {
+        if (view->Visible())
+            return false;
+        view->Free();
+        return true;
+    });
+}
+
+template <class TView, class... TArguments>
+void TProjectViews::Open(TArguments&&... arguments) {
+    ForgetClosed();
+    TView& view = Application().CreateForm<TView>(*this, std::forward<TArguments>(arguments)...);
+    // Until it is shown it counts as closed.
+    if (!view.Load()) {
+        view.Free();
+        return;
+    }
+    Open_.push_back(&view);
+    view.Show();
+    ::SetForegroundWindow(view.Handle());
+}
+
+bool TProjectViews::Query(const std::function<void(TQueries& queries)>& action) {
+    return Form_.Query(Folder_, action);
+}
+
+bool TProjectViews::Operate(const std::vector<std::string>& paths,
+                            const std::function<bool(tandrel::TCvsObject&)>& operation) {
+    return Form_.OperateIn(Folder_, paths, operation);
+}
+
+void TProjectViews::Compare(const std::vector<std::string>& paths, const TVersion& from,
+                            const TVersion& to) {
+    Open<TComparisonForm>(paths, from, to);
+}
+
+void TProjectViews::ShowHistory(const std::vector<std::string>&) {}
+
+void TProjectViews::Annotate(const std::string& file, const std::string& revision) {
+    Open<TAnnotationForm>(file, revision);
+}
+
+void TProjectViews::OpenText(const std::string& caption, const std::string& text,
+                             const std::string& folder) {
+    Form_.OpenText(caption, text, folder);
+}
+
+void TProjectViews::OpenFile(const std::string& path) {
+    Form_.OpenDocument(path);
+}
+
+TSettings& TProjectViews::Settings() {
+    return Form_.Settings();
+}
+
+}  // namespace workbench
