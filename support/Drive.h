@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "framework/ui/buttons.h"
 #include "framework/ui/combo_box.h"
@@ -15,6 +16,18 @@ namespace support {
 /// The form that shows inside another one: a wizard's step, a browser's page. The form itself when
 /// there is none.
 framework::TForm& StepOf(framework::TForm& form);
+
+/// The forms of this thread that can be seen.
+std::vector<framework::TForm*> OpenForms();
+/// Those of them that are of a class.
+template <class T>
+std::vector<T*> OpenForms() {
+    std::vector<T*> forms;
+    for (framework::TForm* form : OpenForms())
+        if (auto* const found = dynamic_cast<T*>(form))
+            forms.push_back(found);
+    return forms;
+}
 
 /// The form's component of that name.
 template <class T>
@@ -31,6 +44,10 @@ void Type(framework::TForm& form, const std::string& edit, const std::string& te
 void Choose(framework::TForm& form, const std::string& list, int index);
 /// Makes a check box checked, or not.
 void Check(framework::TForm& form, const std::string& box, bool checked = true);
+/// Selects the row of a list that has this caption, and no other.
+void SelectRow(const framework::TForm& form, const std::string& list, const std::string& caption);
+/// Chooses an item of a menu by its caption.
+void Pick(const framework::TForm& form, const std::string& menu, const std::string& caption);
 /// Presses a button when it can be pressed, which may take a moment after the last change.
 void Press(framework::TForm& form, const std::string& button);
 

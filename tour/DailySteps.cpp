@@ -22,13 +22,7 @@ using support::WaitUntil;
 
 void TTour::EditAndCommit() {
     support::WriteBytes(Project_ + "\\main.c", "int main(void) {\r\n    return 1;\r\n}\r\n");
-    Play_.ExpectForm("CVS commit-step 1", [this](TForm& form) {
-        Next(form);
-        Type(StepOf(form), "Memo1", "Answer \"one\",\r\nnot nought");
-        Press(form, "BitBtn1");
-    });
-    ExpectSuccess("CVS commit");
-    Choose("Working copy/Commit...");
+    Commit("Answer \"one\",\r\nnot nought");
     Expect(
         Ask(Repository_, "rlog \"my project/main.c\"").find("Answer \"one\"") != std::string::npos,
         "the message is in the log");
@@ -73,10 +67,7 @@ void TTour::CreateALabelAndABranch() {
     const auto remove = [this](const char* item, const char* form, const char* name,
                                const char* result) {
         Play_.ExpectForm(form, [name](TForm& dialog) {
-            auto& list = Part<TListView>(dialog, "ListView1");
-            for (int i = 0; i < list.Count(); ++i)
-                if (list.Row(i).Caption == name)
-                    list.Select(i);
+            support::SelectRow(dialog, "ListView1", name);
             WaitUntil([&] { return Part<TEdit>(dialog, "Edit1").Text() == name; });
             Press(dialog, "BitBtn1");
         });
@@ -110,20 +101,14 @@ void TTour::UpdateToTheBranch() {
         Next(form);
         support::Choose(StepOf(form), "ComboBox1", tandrel::stBranch);
         Play_.ExpectForm("Select version label or branch", [this](TForm& names) {
-            auto& list = Part<TListView>(names, "ListView1");
-            for (int i = 0; i < list.Count(); ++i)
-                if (list.Row(i).Caption == "FIXES")
-                    list.Select(i);
+            support::SelectRow(names, "ListView1", "FIXES");
             Play_.Picture(names.Handle(), "branches");
             Press(names, "BitBtn1");
         });
         Press(StepOf(form), "Button1");
         Play_.Picture(form.Handle(), "update");
         Next(form);
-        support::Choose(StepOf(form), "ComboBox1", tandrel::mtThisRev);
-        WaitUntil([&] { return Part<TButton>(StepOf(form), "Button1").Enabled(); });
-        Type(StepOf(form), "Edit3", "HEAD");
-        Press(form, "BitBtn1");
+        MergeAndFinish(form, "HEAD");
     });
     ExpectSuccess("CVS update");
     Choose("Working copy/Update...");
@@ -179,10 +164,7 @@ void TTour::Browse() {
         TForm& form = StepOf(browser);
         // The tree's own selection fills the list once more.
         WaitUntil([&] { return !Part<TTimer>(form, "Timer1").Enabled(); });
-        auto& list = Part<TListView>(form, "ListView1");
-        for (int i = 0; i < list.Count(); ++i)
-            if (list.Row(i).Caption == "main.c")
-                list.Select(i);
+        support::SelectRow(form, "ListView1", "main.c");
         Expect(WaitUntil([&] { return !Part<TRichEdit>(form, "DiffEdit").Text().empty(); }),
                "the difference is shown");
         Expect(Part<TRichEdit>(form, "StatusEdit").Text().find("Locally Modified") !=
@@ -192,7 +174,7 @@ void TTour::Browse() {
         auto& pages = Part<TPageControl>(form, "PageControl1");
         pages.SetActivePageIndex(2);
         Play_.Picture(browser.Handle(), "browser-diff");
-        ::PostMessageW(list.Handle(), WM_KEYDOWN, VK_F5, 1);
+        ::PostMessageW(Part<TListView>(form, "ListView1").Handle(), WM_KEYDOWN, VK_F5, 1);
         Press(browser, "BitBtn2");
     });
     Choose("Working copy/Status browser...");
@@ -219,20 +201,8 @@ void TTour::WorkInTwoProjects() {
     const std::string repository = Folder_ / "second repository";
     support::WriteBytes(second + "\\second.c", "second\r\n");
     Form_->OpenProject(second);
-    Play_.ExpectForm("Create CVS repository", [&](TForm& form) {
-        Type(StepOf(form), "Edit3", repository);
-        Press(form, "BitBtn1");
-    });
-    ExpectSuccess("CVS init");
-    Choose("Repository/Create...");
-    Play_.ExpectForm("Place project into CVS-step 1", [this](TForm& form) {
-        for (int i = 0; i < 3; ++i)
-            Next(form);
-        Press(form, "BitBtn1");
-    });
-    Play_.ExpectForm("Tags of the project", [this](TForm& form) { Press(form, "BitBtn1"); });
-    ExpectSuccess("CVS PlaceProject");
-    Choose("Repository/Place project...");
+    CreateRepository(repository);
+    Place();
     for (const std::string& folder : {Project_, second}) {
         const std::string name = folder == second ? "second.c" : "main.c";
         support::WriteBytes(folder + "\\" + name, "changed in " + name + "\r\n");

@@ -1,5 +1,6 @@
 // A morning's work on a project with many changes, and how many keys and clicks it takes.
 
+#include <algorithm>
 #include <cstdio>
 
 #include "framework/base/files.h"
@@ -9,15 +10,12 @@
 #include "framework/ui/status_bar.h"
 #include "support/Drive.h"
 #include "support/Process.h"
-#include "support/WaitUntil.h"
 #include "tour/Tour.h"
 
 namespace tour {
 
 using namespace framework;
 using support::Part;
-using support::Press;
-using support::StepOf;
 using support::Type;
 
 namespace {
@@ -33,19 +31,6 @@ std::string FolderName(int number) {
 /// What stands in a file at first.
 std::string TextOf(const std::string& file) {
     return file + ", line 1\r\nline 2\r\nline 3\r\n";
-}
-
-struct TSought {
-    std::string Path;
-    workbench::TDocumentForm* Form = nullptr;
-};
-
-BOOL CALLBACK FindDocument(HWND window, LPARAM parameter) {
-    auto& sought = *reinterpret_cast<TSought*>(parameter);
-    auto* const form = dynamic_cast<workbench::TDocumentForm*>(TControl::FromHandle(window));
-    if (form && form->Visible() && form->Path() == sought.Path)
-        sought.Form = form;
-    return TRUE;
 }
 
 void Client(const std::string& arguments, const std::string& folder) {
@@ -116,29 +101,21 @@ void TTour::ShowOnly(const std::string& filter) {
     Type(*Form_, "Filter", filter);
 }
 
-void TTour::CommitSelected(const std::string& message) {
-    Play_.ExpectForm("CVS commit-step 1", [this, message](TForm& form) {
-        Next(form);
-        Type(StepOf(form), "Memo1", message);
-        Press(form, "BitBtn1");
-    });
+void TTour::CommitAs(const std::string& message, const std::string& item) {
     Keys_ += static_cast<int>(message.size()) + 1;
     Clicks_ += 3;
-    ExpectSuccess("CVS commit");
+    Commit(message, item);
 }
 
 void TTour::ResolveInTheEditor(const std::string& path) {
     Key("Selection/Open");
-    TSought sought{path, nullptr};
-    ::EnumThreadWindows(::GetCurrentThreadId(), FindDocument, reinterpret_cast<LPARAM>(&sought));
-    Expect(sought.Form, "the editor has " + path);
-    workbench::TDocumentForm& editor = *sought.Form;
+    const auto editors = support::OpenForms<workbench::TDocumentForm>();
+    const auto found = std::ranges::find(editors, path, &workbench::TDocumentForm::Path);
+    Expect(found != editors.end(), "the editor has " + path);
+    workbench::TDocumentForm& editor = **found;
     const auto choose = [&](const std::string& caption) {
         ++Keys_;
-        for (const TMenuItem* menu : editor.Find<TMainMenu>("Menu1")->Items())
-            for (TMenuItem* item : menu->Items())
-                if (item->Caption() == caption)
-                    item->Click();
+        support::Pick(editor, "Menu1", caption);
     };
     choose("&Next");
     Picture("conflict");
@@ -196,22 +173,18 @@ void TTour::WorkAMorning() {
     for (const int first : {0, 4}) {
         SelectRows({FolderName(first), FolderName(first + 1), FolderName(first + 2),
                     FolderName(first + 3)});
-        CommitSelected("part " + std::to_string(first));
-        Choose("Selection/Commit...");
-        Clicks_ += 1;
+        CommitAs("part " + std::to_string(first), "Selection/Commit...");
+        ++Clicks_;
     }
-    CommitSelected("the rest");
-    Key("Working copy/Commit...");
+    CommitAs("the rest", "Working copy/Commit...");
+    ++Keys_;
     Expect(status.PartText(1).find("committed") != std::string::npos, status.PartText(1));
 
     // A colleague's branch, with two conflicts.
     Play_.ExpectForm("CVS update-step 1", [this](TForm& form) {
         Next(form);
         Next(form);
-        support::Choose(StepOf(form), "ComboBox1", tandrel::mtThisRev);
-        support::WaitUntil([&] { return Part<TButton>(StepOf(form), "Button1").Enabled(); });
-        Type(StepOf(form), "Edit3", "FEATURE");
-        Press(form, "BitBtn1");
+        MergeAndFinish(form, "FEATURE");
     });
     ExpectSuccess("CVS update");
     Key("Working copy/Update...");
@@ -228,8 +201,8 @@ void TTour::WorkAMorning() {
         Part<TTreeView>(*Form_, "Tree").Root().Children().front()->SetSelected(true);
         ++Clicks_;
     }
-    CommitSelected("merged");
-    Key("Working copy/Commit...");
+    CommitAs("merged", "Working copy/Commit...");
+    ++Keys_;
     const std::string left = support::RunProcess("cvs -n -q update", project).Output;
     Expect(left.empty(), "nothing is left to do: " + left);
     Expect(Ask(repository, "rls morning").find("old one") == std::string::npos, "it is removed");

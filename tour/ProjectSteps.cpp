@@ -3,7 +3,6 @@
 #include "framework/base/files.h"
 #include "framework/ui/tree_view.h"
 #include "support/Drive.h"
-#include "support/WaitUntil.h"
 #include "tour/Tour.h"
 
 namespace tour {
@@ -26,12 +25,7 @@ void TTour::OpenTheProject() {
 }
 
 void TTour::CreateARepository() {
-    Play_.ExpectForm("Create CVS repository", [this](TForm& form) {
-        Type(StepOf(form), "Edit3", Repository_);
-        Press(form, "BitBtn1");
-    });
-    ExpectSuccess("CVS init");
-    Choose("Repository/Create...");
+    CreateRepository(Repository_);
     Expect(FileExists(Repository_ + "\\CVSROOT\\modules"), "the repository is there");
 }
 
@@ -70,35 +64,12 @@ void TTour::PlaceTheProject() {
 }
 
 void TTour::PullElsewhere() {
-    const std::string elsewhere = Folder_ / "elsewhere";
-    ForceDirectories(elsewhere);
-    Play_.ExpectForm("Pull project from CVS-step 1", [&](TForm& form) {
-        Type(StepOf(form), "Edit3", elsewhere);
-        Next(form);
-        Type(StepOf(form), "Edit5", "my project");
-        Next(form);
-        Press(form, "BitBtn1");
-    });
-    ExpectSuccess("CVS Pull Project ");
-    Choose("Repository/Pull project...");
+    const std::string elsewhere = Folder_ / "elsewhere", exported = Folder_ / "exported";
+    Pull(elsewhere, "my project");
     Expect(FileExists(elsewhere + "\\my project\\CVS\\Entries"), "a working copy was made");
     Expect(Form_->Project()->Cvs().WorkingDirectory() == Project_, "the project is still itself");
 
-    const std::string exported = Folder_ / "exported";
-    ForceDirectories(exported);
-    Play_.ExpectForm("Pull project from CVS-step 1", [&](TForm& form) {
-        Type(StepOf(form), "Edit3", exported);
-        support::Check(StepOf(form), "CheckBox1");
-        Next(form);
-        Type(StepOf(form), "Edit5", "my project");
-        Next(form);
-        support::Choose(StepOf(form), "ComboBox1", tandrel::stTag);
-        support::WaitUntil([&] { return Part<TButton>(StepOf(form), "Button2").Enabled(); });
-        Type(StepOf(form), "Edit6", "REL_1");
-        Press(form, "BitBtn1");
-    });
-    ExpectSuccess("CVS Pull Project ");
-    Choose("Repository/Pull project...");
+    Pull(exported, "my project", "REL_1");
     Expect(FileExists(exported + "\\my project\\main.c"), "an export was made");
     Expect(!DirectoryExists(exported + "\\my project\\CVS"), "without records");
 }

@@ -59,14 +59,7 @@ void TTour::LogIn() {
     }
     Expect(Told().find(Surroundings("TANDREL_PSERVER_PASSWORD")) == std::string::npos,
            "no password is told");
-    Play_.ExpectForm("Place project into CVS-step 1", [this](TForm& form) {
-        for (int i = 0; i < 3; ++i)
-            Next(form);
-        Press(form, "BitBtn1");
-    });
-    Play_.ExpectForm("Tags of the project", [this](TForm& form) { Press(form, "BitBtn1"); });
-    ExpectSuccess("CVS PlaceProject");
-    Choose("Repository/Place project...");
+    Place();
     Expect(FileExists(folder + "\\CVS\\Entries"), "a working copy of the server's");
 }
 
@@ -101,16 +94,7 @@ void TTour::WorkOffLine() {
     Commit();
     // What the server has now, pulled by another.
     const std::string copy = Folder_ / "remote copy";
-    ForceDirectories(copy);
-    Play_.ExpectForm("Pull project from CVS-step 1", [&](TForm& form) {
-        Type(StepOf(form), "Edit3", copy);
-        Next(form);
-        Type(StepOf(form), "Edit5", "remote");
-        Next(form);
-        Press(form, "BitBtn1");
-    });
-    ExpectSuccess("CVS Pull Project ");
-    Choose("Repository/Pull project...");
+    Pull(copy, "remote");
     for (int i = 1; i < Files; ++i)
         Expect(FileExists(copy + "\\remote\\" + name(i)), name(i) + " is on the server");
     Expect(FileExists(copy + "\\remote\\new folder\\moved.txt"), "so is what was moved");

@@ -28,13 +28,6 @@ void Rest(TForm& form) {
     });
 }
 
-BOOL CALLBACK CountDocument(HWND window, LPARAM data) {
-    auto* const form = dynamic_cast<workbench::TDocumentForm*>(TControl::FromHandle(window));
-    if (form && form->Visible())
-        ++*reinterpret_cast<int*>(data);
-    return TRUE;
-}
-
 /// The files that previews have left in the folder for temporary files.
 std::vector<std::string> PreviewFiles() {
     char folder[MAX_PATH];
@@ -46,10 +39,8 @@ std::vector<std::string> PreviewFiles() {
     return files;
 }
 
-int OpenDocuments() {
-    int count = 0;
-    ::EnumThreadWindows(::GetCurrentThreadId(), CountDocument, reinterpret_cast<LPARAM>(&count));
-    return count;
+std::size_t OpenDocuments() {
+    return support::OpenForms<workbench::TDocumentForm>().size();
 }
 
 }  // namespace

@@ -1,10 +1,12 @@
 #include "tour/Tour.h"
 
+#include "framework/base/files.h"
 #include "framework/ui/application.h"
 #include "framework/ui/dialogs.h"
 #include "package/Package.h"
 #include "support/Drive.h"
 #include "support/Process.h"
+#include "support/WaitUntil.h"
 
 namespace tour {
 
@@ -100,13 +102,69 @@ void TTour::Choose(const std::string& path) {
     item.Click();
 }
 
-void TTour::Commit() {
-    Play_.ExpectForm("CVS commit-step 1", [this](TForm& form) {
+void TTour::Commit(const std::string& message, const std::string& item) {
+    Play_.ExpectForm("CVS commit-step 1", [this, message](TForm& form) {
         Next(form);
+        support::Type(support::StepOf(form), "Memo1", message);
         support::Press(form, "BitBtn1");
     });
     ExpectSuccess("CVS commit");
-    Choose("Working copy/Commit...");
+    Choose(item);
+}
+
+void TTour::CreateRepository(const std::string& folder) {
+    Play_.ExpectForm("Create CVS repository", [folder](TForm& form) {
+        support::Type(support::StepOf(form), "Edit3", folder);
+        support::Press(form, "BitBtn1");
+    });
+    ExpectSuccess("CVS init");
+    Choose("Repository/Create...");
+}
+
+void TTour::Place() {
+    Play_.ExpectForm("Place project into CVS-step 1", [this](TForm& form) {
+        for (int i = 0; i < 3; ++i)
+            Next(form);
+        support::Press(form, "BitBtn1");
+    });
+    Play_.ExpectForm("Tags of the project", [](TForm& form) { support::Press(form, "BitBtn1"); });
+    ExpectSuccess("CVS PlaceProject");
+    Choose("Repository/Place project...");
+}
+
+void TTour::Pull(const std::string& folder, const std::string& module,
+                 const std::string& exported) {
+    ForceDirectories(folder);
+    Play_.ExpectForm("Pull project from CVS-step 1", [&, this](TForm& form) {
+        support::Type(support::StepOf(form), "Edit3", folder);
+        if (!exported.empty())
+            support::Check(support::StepOf(form), "CheckBox1");
+        Next(form);
+        support::Type(support::StepOf(form), "Edit5", module);
+        Next(form);
+        TForm& revision = support::StepOf(form);
+        if (!exported.empty()) {
+            support::Choose(revision, "ComboBox1", tandrel::stTag);
+            WaitFor(revision, "Button2");
+            support::Type(revision, "Edit6", exported);
+        }
+        support::Press(form, "BitBtn1");
+    });
+    ExpectSuccess("CVS Pull Project ");
+    Choose("Repository/Pull project...");
+}
+
+void TTour::MergeAndFinish(TForm& form, const std::string& revision) {
+    TForm& step = support::StepOf(form);
+    support::Choose(step, "ComboBox1", tandrel::mtThisRev);
+    WaitFor(step, "Button1");
+    support::Type(step, "Edit3", revision);
+    support::Press(form, "BitBtn1");
+}
+
+void TTour::WaitFor(TForm& form, const std::string& button) {
+    Expect(support::WaitUntil([&] { return support::Part<TButton>(form, button).Enabled(); }),
+           button + " can be pressed");
 }
 
 void TTour::Next(TForm& form) {
@@ -122,13 +180,7 @@ void TTour::TellModel(const tandrel::TWorkDirTree& tree, const std::string& inde
 }
 
 void TTour::Select(const std::string& name) {
-    auto& list = support::Part<TListView>(*Form_, "List");
-    for (int i = 0; i < list.Count(); ++i)
-        if (list.Row(i).Caption == name) {
-            list.Select(-1);
-            return list.Select(i);
-        }
-    throw std::runtime_error("there is no row " + name);
+    support::SelectRow(*Form_, "List", name);
 }
 
 void TTour::ExpectSuccess(const std::string& caption) {

@@ -50,8 +50,8 @@ private:
     /// Clicks these rows, the first alone, the others as well.
     void SelectRows(const std::vector<std::string>& names);
     void ShowOnly(const std::string& filter);
-    /// The commit that is chosen next has this message.
-    void CommitSelected(const std::string& message);
+    /// Commits what is chosen, or all, with this message.
+    void CommitAs(const std::string& message, const std::string& item);
     /// Opens the file that is selected, and takes both texts of its conflict.
     void ResolveInTheEditor(const std::string& path);
 
@@ -60,8 +60,18 @@ private:
     /// item, or it cannot be chosen.
     void Choose(const std::string& path);
     framework::TMenuItem& MenuItem(const std::string& path);
-    /// Commits what has changed in the project at hand.
-    void Commit();
+    /// Commits what has changed in the project at hand, or what is chosen.
+    void Commit(const std::string& message = {},
+                const std::string& item = "Working copy/Commit...");
+    void CreateRepository(const std::string& folder);
+    /// Places the project at hand with what the dialogs say by themselves.
+    void Place();
+    /// Pulls a module into a folder. @param exported the label to export; empty for a working copy.
+    void Pull(const std::string& folder, const std::string& module,
+              const std::string& exported = {});
+    /// The last step of an update: merges a revision, and ends the wizard.
+    void MergeAndFinish(framework::TForm& form, const std::string& revision);
+    void WaitFor(framework::TForm& form, const std::string& button);
     /// Goes on to a wizard's next step.
     void Next(framework::TForm& form);
     /// Tells the model of the working copy as a tree, each entry with its status.
