@@ -2,11 +2,8 @@
 
 #include <algorithm>
 
+#include "forms/Layout.h"
 #include "framework/ui/combo_box.h"
-#include "framework/ui/dialog_sizes.h"
-#include "framework/ui/edits.h"
-#include "framework/ui/labels.h"
-#include "framework/ui/ok_cancel.h"
 
 namespace workbench {
 
@@ -18,9 +15,10 @@ namespace {
 class TInputForm : public TForm {
 public:
     TInputForm(const std::string& caption, const std::vector<TInput>& inputs) : TForm(caption) {
+        tandrel::TFormRows rows(*this, 460, 120);
         for (const TInput& input : inputs)
-            AddInput(input);
-        AddOkCancel(*this, Scale(Width), Scale(Top_ + TDialogSizes::Gap));
+            Controls_.push_back(&Add(rows, input));
+        AddOkCancel(rows);
     }
 
     void Save(std::vector<TInput>& inputs) const {
@@ -36,53 +34,26 @@ public:
     }
 
 private:
-    static constexpr int Width = 460, Margin = TDialogSizes::Margin, LabelWidth = 120;
-    static constexpr int Row = TDialogSizes::EditHeight + TDialogSizes::Gap;
-
-    void AddInput(const TInput& input) {
+    TControl& Add(tandrel::TFormRows& rows, const TInput& input) {
         const std::string name = "Input" + std::to_string(Controls_.size() + 1);
         if (input.Kind == TInput::Note)
-            return AddNote(name, input.Value);
-        if (input.Kind != TInput::Flag) {
-            auto& label = Make<TLabel>("", *this, input.Label);
-            label.SetBounds(Scale(Margin), Scale(Top_ + 3), label.Width(), label.Height());
+            return rows.Line(name, input.Value);
+        if (input.Kind == TInput::Flag) {
+            TCheckBox& box = rows.Check(name, input.Label);
+            box.SetChecked(input.Value == "1");
+            return box;
         }
-        switch (input.Kind) {
-            case TInput::Flag: {
-                auto& box = Make<TCheckBox>(name, *this, input.Label);
-                box.SetChecked(input.Value == "1");
-                return Place(box, Margin, Width - 2 * Margin);
-            }
-            case TInput::Choice: {
-                auto& list = Make<TComboBox>(name, *this, input.Items);
-                const auto at = std::find(input.Items.begin(), input.Items.end(), input.Value);
-                list.SetItemIndex(static_cast<int>(at - input.Items.begin()));
-                return Place(list, Margin + LabelWidth, Width - 2 * Margin - LabelWidth);
-            }
-            case TInput::Note:
-                return;
-            case TInput::Text: {
-                auto& edit = Make<TEdit>(name, *this);
-                edit.SetText(input.Value);
-                return Place(edit, Margin + LabelWidth, Width - 2 * Margin - LabelWidth);
-            }
+        if (input.Kind == TInput::Choice) {
+            auto& list = *rows.Field<TComboBox>(name, input.Label, 0, input.Items);
+            const auto at = std::find(input.Items.begin(), input.Items.end(), input.Value);
+            list.SetItemIndex(static_cast<int>(at - input.Items.begin()));
+            return list;
         }
+        auto& edit = *rows.Field<TEdit>(name, input.Label, 0);
+        edit.SetText(input.Value);
+        return edit;
     }
 
-    void AddNote(const std::string& name, const std::string& text) {
-        auto& label = Make<TLabel>(name, *this, text, Scale(Width - 2 * Margin));
-        label.SetBounds(Scale(Margin), Scale(Top_), label.Width(), label.Height());
-        Controls_.push_back(&label);
-        Top_ += ::MulDiv(label.Height(), 96, Scale(96)) + TDialogSizes::Gap;
-    }
-
-    void Place(TControl& control, int left, int width) {
-        control.SetBounds(Scale(left), Scale(Top_), Scale(width), Scale(TDialogSizes::EditHeight));
-        Controls_.push_back(&control);
-        Top_ += Row;
-    }
-
-    int Top_ = Margin;
     std::vector<TControl*> Controls_;
 };
 
