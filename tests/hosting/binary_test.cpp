@@ -7,7 +7,6 @@
 #include "core/Cvsroot.h"
 #include "framework/base/files.h"
 #include "framework/base/text.h"
-#include "hosting/KeptCommand.h"
 #include "tests/cvs/Sandbox.h"
 #include "tests/hosting/Projects.h"
 #include "tests/support/Unique.h"
@@ -65,15 +64,6 @@ TEST(Wrappers, MeanAllBinaryFilesAndAsFewTextsAsCanBe) {
     EXPECT_EQ(all.Patterns, std::vector<std::string>{"*.dat"});
     EXPECT_EQ(all.AlsoKept, std::vector<std::string>{"C:\\t.dat"});
     EXPECT_EQ(WrappersFor(names, {"C:\\a.c"}).Patterns, std::vector<std::string>{"*"});
-}
-
-TEST(BinaryAdditions, AreKeptAsSuch) {
-    const TKeptCommand given{false, "why", {"a.png"}, true};
-    const auto read = ParseKeptCommand(KeptLine(given, "C:\\w"), "C:\\w");
-    ASSERT_TRUE(read);
-    EXPECT_TRUE(read->IsBinary);
-    EXPECT_EQ(read->Description(), "add as binary a.png");
-    EXPECT_FALSE(ParseKeptCommand(" add -m m -ko a.png;C:\\w", "C:\\w"));
 }
 
 // --- with the client --------------------------------------------------------------------------
@@ -185,7 +175,7 @@ TEST_P(Binary, FilesStayWhatTheyAreWhenAProjectIsPlaced) {
         return cvs.PlaceProjectAccepted();
     })) << Host.Told;
     EXPECT_EQ(Host.Shown.find("a.c"), std::string::npos) << Host.Shown;
-    EXPECT_NE(Host.Told.find("6 files are kept as binary: "), std::string::npos) << Host.Told;
+    ExpectTold("6 files are kept as binary: ");
     ExpectFresh(binary, text);
     EXPECT_EQ(Fresh(not_in), (TFiles{{"own.mine", ""}, {"unticked.c", ""}}));
     for (const TFiles& files : {binary, not_in})
@@ -265,7 +255,7 @@ TEST_P(Binary, FilesThatACommitWouldDamageAreNamedBefore) {
         Host.Asked.clear();
         Host.Answer = answer;
         EXPECT_EQ(Commit(project), answer == TAnswer::Yes) << Host.Told;
-        EXPECT_NE(Host.Asked.find("3 files that are no texts"), std::string::npos) << Host.Asked;
+        ExpectIn(Host.Asked, "3 files that are no texts");
         ExpectOnDisk(binary);
         if (answer == TAnswer::Cancel) {
             EXPECT_EQ(Fresh({{"a.c", ""}}), (TFiles{{"a.c", "a\r\n"}}));
@@ -300,8 +290,8 @@ TEST_P(Binary, FilesThatOthersHaveChangedAreNotWrittenOver) {
     TProject project(Host, Settings, Work());
     Host.Answer = TAnswer::Yes;
     EXPECT_FALSE(Commit(project)) << Host.Told;
-    EXPECT_NE(Host.Asked.find("1 file that is no text in"), std::string::npos) << Host.Asked;
-    EXPECT_NE(Host.Told.find("Up-to-date check failed"), std::string::npos) << Host.Told;
+    ExpectIn(Host.Asked, "1 file that is no text in");
+    ExpectTold("Up-to-date check failed");
     ExpectOnDisk(mine);
     EXPECT_EQ(Fresh({{"a.c", ""}}).at("a.c").substr(0, 6), "theirs");
 

@@ -32,8 +32,9 @@ TEST(KeptCommands, AreAdditionsAndRemovalsOfFilesInTheProject) {
          {" remove ..\\x.c;C:\\w", " remove sub\\..\\..\\x.c;C:\\w", " remove C:\\x.c;C:\\w",
           " remove \\x.c;C:\\w", " remove -f x.c;C:\\w", " remove \"sub\\.. \\.. \\x.c\";C:\\w",
           " remove CVS\\Root;C:\\w", " remove;C:\\w", " add x.c;C:\\w", " add -m m;C:\\w",
-          " -d C:\\evil add -m m x.c;C:\\w", "\\..\\x.exe add -m m x.c;C:\\w", " checkout x;C:\\w",
-          " remove x.c;C:\\elsewhere", " remove x.c", "", ";C:\\w"})
+          " add -m m -ko a.png;C:\\w", " -d C:\\evil add -m m x.c;C:\\w",
+          "\\..\\x.exe add -m m x.c;C:\\w", " checkout x;C:\\w", " remove x.c;C:\\elsewhere",
+          " remove x.c", "", ";C:\\w"})
         EXPECT_EQ(Kept(line), "") << line;
 }
 
@@ -42,16 +43,20 @@ TEST(KeptCommands, AreReadBackAndTakeThemselvesBack) {
                                              {true, "", {"-x.c", "gone.c"}},
                                              {false, "", {"gone.c", "new.c"}},
                                              {true, "", {"NEW.c"}},
-                                             {false, "", {"moved.c"}}};
+                                             {false, "", {"moved.c"}},
+                                             {false, "why", {"a.png"}, true}};
     std::string back;
     for (const TKeptCommand& kept : given) {
         const auto read = ParseKeptCommand(KeptLine(kept, "C:\\a;b"), "C:\\a;b");
         ASSERT_TRUE(read) << KeptLine(kept, "C:\\a;b");
         EXPECT_EQ(read->Description() + read->Message, kept.Description() + kept.Message);
+        EXPECT_EQ(read->IsBinary, kept.IsBinary);
     }
     for (const TKeptCommand& kept : WithoutTakenBack(given))
         back += kept.Description() + "; ";
-    EXPECT_EQ(back, "add a b.c, sub\\x;y.c; remove -x.c, gone.c; add gone.c; add moved.c; ");
+    EXPECT_EQ(back,
+              "add a b.c, sub\\x;y.c; remove -x.c, gone.c; add gone.c; add moved.c; "
+              "add as binary a.png; ");
     EXPECT_TRUE(WithoutTakenBack({}).empty());
 }
 
@@ -285,8 +290,7 @@ TEST_F(OffLine, AsksWhatBecameOfACommandThatWasInterrupted) {
         Host.Answer = forget ? TAnswer::Yes : TAnswer::No;
         Open();
         Project->SettleInterrupted();
-        EXPECT_NE(Host.Asked.find("    remove a.c\r\nIt may have been done."), std::string::npos)
-            << Host.Asked;
+        ExpectIn(Host.Asked, "    remove a.c\r\nIt may have been done.");
         EXPECT_EQ(Project->Waiting().size(), forget ? 0u : 1u);
         EXPECT_FALSE(FileExists(running));
     }
@@ -301,7 +305,7 @@ TEST_F(OffLine, StaysSoWhileAnotherHostRunsWhatWaits) {
         ::CreateFileA(lock.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_ALWAYS, 0, nullptr));
     Project->SetOnline(true);
     EXPECT_FALSE(Project->Online());
-    EXPECT_NE(Host.Told.find("Another host"), std::string::npos);
+    ExpectTold("Another host");
     EXPECT_EQ(Project->Waiting().size(), 1u);
     other.Reset();
     Project->SetOnline(true);

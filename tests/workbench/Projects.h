@@ -1,7 +1,5 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <string>
 
 #include "framework/ui/application.h"
@@ -10,8 +8,8 @@
 #include "framework/ui/rich_edit.h"
 #include "framework/ui/timer.h"
 #include "support/Drive.h"
-#include "support/Files.h"
 #include "support/Process.h"
+#include "tests/hosting/TwoFolders.h"
 #include "tests/support/FormDriver.h"
 #include "workbench/MainForm.h"
 
@@ -24,11 +22,7 @@ using tandrel::TCvsObject;
 
 /// Chooses an item of the form's menu.
 inline void Pick(const TForm& form, const std::string& caption) {
-    for (const TMenuItem* menu : form.Find<TMainMenu>("Menu")->Items())
-        for (TMenuItem* item : menu->Items())
-            if (item->Caption() == caption)
-                return item->Click();
-    ADD_FAILURE() << "no such item";
+    support::Pick(form, "Menu", caption);
 }
 
 /// The user closes the window while a command runs.
@@ -49,13 +43,9 @@ private:
     TTimer Timer_{200};
 };
 
-/// The host's window, with two folders to open: "one" and "two".
-class Projects : public testing::Test {
+/// The host's window, with two folders to open.
+class Projects : public TwoFolders {
 protected:
-    Projects() {
-        support::WriteBytes(Folder / "one\\a.c", "a");
-        support::WriteBytes(Folder / "two\\b.c", "b");
-    }
     ~Projects() override {
         Application().SetMainWindow(nullptr);
         DialogFunctions() = Dialogs_;
@@ -75,16 +65,9 @@ protected:
         };
     }
     std::string Told() { return support::Part<TRichEdit>(Form, "Output").Text(); }
+    void ExpectTold(const std::string& text) { ExpectIn(Told(), text); }
     /// Chooses a row of the list, and no other.
-    void Select(const std::string& name) {
-        auto& list = support::Part<TListView>(Form, "List");
-        for (int i = 0; i < list.Count(); ++i)
-            if (list.Row(i).Caption == name) {
-                list.Select(-1);
-                return list.Select(i);
-            }
-        FAIL() << "There is no " << name;
-    }
+    void Select(const std::string& name) { support::SelectRow(Form, "List", name); }
     /// Does something with the project at hand, as the menu does: the rows show what there is
     /// afterwards.
     bool Operate(const std::function<bool(TCvsObject&)>& operation) {
@@ -102,9 +85,6 @@ protected:
         });
     }
 
-    const support::TTempFolder Folder{"projects"};
-    const std::string Key = "Software\\Tandrel Test " + std::to_string(::GetCurrentProcessId());
-    TSettings Settings{Key, Folder / "data"};
     TPackageRegistry Packages;
     TMainForm Form{Settings, Packages};
     std::string Asked;

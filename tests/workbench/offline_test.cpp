@@ -8,26 +8,19 @@ namespace {
 using namespace tests;
 using support::WriteBytes;
 
-/// "one" is a working copy of a server's module; the client shows its arguments, or does what
-/// `Client` says.
+/// "one" is a working copy of a server's module; the client shows its arguments.
 class OffLine : public Projects {
 protected:
-    OffLine() {
-        WriteBytes(Folder / "one\\CVS\\Root", ":pserver:me@host:/repo\r\n");
-        WriteBytes(Folder / "one\\CVS\\Repository", "one\r\n");
-        WriteBytes(Folder / "one\\CVS\\Entries", "/a.c/1.1/dummy//\r\n");
-    }
+    OffLine() { Record("one", ":pserver:me@host:/repo"); }
     void Open(TMainForm& form) {
         form.OpenProject(Folder / "one");
-        form.Project()->Cvs().CvsExecutable = Client;
+        form.Project()->Cvs().CvsExecutable = support::FakeClient() + " arguments";
     }
     void GoOffLine() {
         Open(Form);
         Pick(Form, "&Server is on-line");
         EXPECT_FALSE(Form.Project()->Online());
     }
-
-    std::string Client = support::FakeClient() + " arguments";
 };
 
 TEST_F(OffLine, LastsOverARestartAndOffersWhatWaits) {
@@ -38,7 +31,7 @@ TEST_F(OffLine, LastsOverARestartAndOffersWhatWaits) {
     {
         TMainForm again(Settings, Packages);
         Open(again);
-        EXPECT_NE(Asked.find("remove a.c"), std::string::npos) << Asked;
+        ExpectIn(Asked, "remove a.c");
         EXPECT_FALSE(again.Project()->Online());
         EXPECT_EQ(again.Project()->Waiting().size(), 1u);
         // The client refuses, and the user keeps the command.
@@ -54,11 +47,11 @@ TEST_F(OffLine, LastsOverARestartAndOffersWhatWaits) {
     Answer(false);
     TMainForm third(Settings, Packages);
     Open(third);
-    EXPECT_NE(Asked.find("It may have been done."), std::string::npos) << Asked;
-    EXPECT_NE(Asked.find("Run them now?"), std::string::npos) << Asked;
+    ExpectIn(Asked, "It may have been done.");
+    ExpectIn(Asked, "Run them now?");
     EXPECT_TRUE(third.Project()->Online());
     third.Busily([](TProject& project) { project.RunWaiting(); });
-    EXPECT_NE(support::Part<TRichEdit>(third, "Output").Text().find("[remove]"), std::string::npos);
+    ExpectIn(TextOf(third, "Output"), "[remove]");
     EXPECT_TRUE(third.Project()->Waiting().empty());
     EXPECT_FALSE(FileExists(Folder / "one\\vcsCommand.log"));
     // Planted while the server counts as reachable: not ours, and nobody asks.
@@ -76,18 +69,18 @@ TEST_F(OffLine, CannotBeginWithoutALog) {
     Open(Form);
     Pick(Form, "&Server is on-line");
     EXPECT_TRUE(Form.Project()->Online());
-    EXPECT_NE(Told().find("vcsCommand.log"), std::string::npos);
+    ExpectTold("vcsCommand.log");
     EXPECT_GT(support::Part<TListView>(Form, "List").Count(), 0) << "the files are shown";
 }
 
 TEST_F(OffLine, ClosesTheWindowWhenWhatWaitedHasRun) {
-    Client = support::FakeClient() + " say-and-sleep working 1500 1";
     GoOffLine();
+    Form.Project()->Cvs().CvsExecutable = support::FakeClient() + " say-and-sleep working 1500 1";
     Select("a.c");
     Pick(Form, "&Remove");
     const TCloseDuringRun close(Form);
     Pick(Form, "&Server is on-line");
-    EXPECT_NE(Told().find("working"), std::string::npos);
+    ExpectTold("working");
     EXPECT_TRUE(close.Closed);
     EXPECT_TRUE(Application().Terminated());
     Application().Run();

@@ -17,12 +17,8 @@
 namespace {
 
 using namespace tests;
-
-BOOL CALLBACK FindDocument(HWND window, LPARAM found) {
-    if (auto* form = dynamic_cast<TDocumentForm*>(TControl::FromHandle(window)))
-        *reinterpret_cast<TDocumentForm**>(found) = form;
-    return TRUE;
-}
+using support::ReadBytes;
+using support::WriteBytes;
 
 TEST_F(Projects, GoOnWithWhatCannotBeRead) {
     Form.OpenProject(Folder / "one");
@@ -32,7 +28,7 @@ TEST_F(Projects, GoOnWithWhatCannotBeRead) {
                                         OPEN_EXISTING, 0, nullptr));
     ASSERT_TRUE(held);
     Form.Operate([](TCvsObject&) { return true; }, false);
-    EXPECT_NE(Told().find("a.c: "), std::string::npos) << Told();
+    ExpectTold("a.c: ");
     EXPECT_GT(support::Part<TListView>(Form, "List").Count(), 0) << "the files still show";
 }
 
@@ -42,9 +38,9 @@ TEST_F(Projects, KeepWhatIsIgnoredAlready) {
     const std::string editor = Folder / "notepad.exe";
     char before[MAX_PATH];
     ::GetCurrentDirectoryA(MAX_PATH, before);
-    support::WriteBytes(editor, support::ReadBytes(support::ProgramBeside("fake_client.exe")));
-    support::WriteBytes(Folder / "one\\.cvsignore", "*.obj\r\nold stuff\r\n.cvsignore\r\n");
-    support::WriteBytes(Folder / "one\\sub\\x.c", "x");
+    WriteBytes(editor, ReadBytes(support::ProgramBeside("fake_client.exe")));
+    WriteBytes(Folder / "one\\.cvsignore", "*.obj\r\nold stuff\r\n.cvsignore\r\n");
+    WriteBytes(Folder / "one\\sub\\x.c", "x");
     Form.OpenProject(Folder / "one");
     Select("a.c");
     ::SetCurrentDirectoryA(Folder.Path().c_str());
@@ -56,17 +52,16 @@ TEST_F(Projects, KeepWhatIsIgnoredAlready) {
     Select("x.c");
     Pick(Form, "&Ignore");
     ::SetCurrentDirectoryA(before);
-    EXPECT_EQ(support::ReadBytes(Folder / "one\\sub\\.cvsignore"), "x.c\r\n.cvsignore\r\n");
-    EXPECT_EQ(support::ReadBytes(Folder / "one\\.cvsignore"),
-              "*.obj\r\nold stuff\r\na.c\r\n.cvsignore\r\n");
+    EXPECT_EQ(ReadBytes(Folder / "one\\sub\\.cvsignore"), "x.c\r\n.cvsignore\r\n");
+    EXPECT_EQ(ReadBytes(Folder / "one\\.cvsignore"), "*.obj\r\nold stuff\r\na.c\r\n.cvsignore\r\n");
     EXPECT_TRUE(SameText(Form.Project()->Cvs().WorkingDirectory(), Folder / "one"));
     EXPECT_TRUE(support::WaitUntil([&] { return ::DeleteFileA(editor.c_str()) != FALSE; }));
 }
 
 TEST_F(Projects, WorkOnWhatIsSelected) {
-    support::WriteBytes(Folder / "one\\CVS\\Root", "C:\\none\r\n");
-    support::WriteBytes(Folder / "one\\CVS\\Entries", "/gone.c/1.2/dummy//\r\n");
-    support::WriteBytes(Folder / "one\\gone.c", "gone soon");
+    WriteBytes(Folder / "one\\CVS\\Root", "C:\\none\r\n");
+    WriteBytes(Folder / "one\\CVS\\Entries", "/gone.c/1.2/dummy//\r\n");
+    WriteBytes(Folder / "one\\gone.c", "gone soon");
     Form.OpenProject(Folder / "one");
     TCvsObject& cvs = Form.Project()->Cvs();
     cvs.CvsExecutable = support::FakeClient();
@@ -87,19 +82,19 @@ TEST_F(Projects, WorkOnWhatIsSelected) {
         support::Press(form, "BitBtn1");
     });
     Pick(Form, "&Move...");
-    EXPECT_EQ(support::ReadBytes(Folder / "one\\b.c"), "a");
+    EXPECT_EQ(ReadBytes(Folder / "one\\b.c"), "a");
 }
 
 TEST_F(Projects, NameBinaryFilesAndLetTheUserTakeThemForTexts) {
-    support::WriteBytes(Folder / "one\\CVS\\Root", "C:\\none\r\n");
-    support::WriteBytes(Folder / "one\\pic.png", "p");
-    support::WriteBytes(Folder / "one\\zero.txt", std::string(2, '\0'));
-    support::WriteBytes(Folder / "one\\b.special", "s");
+    WriteBytes(Folder / "one\\CVS\\Root", "C:\\none\r\n");
+    WriteBytes(Folder / "one\\pic.png", "p");
+    WriteBytes(Folder / "one\\zero.txt", std::string(2, '\0'));
+    WriteBytes(Folder / "one\\b.special", "s");
     ExpectForm("Options", [](TForm& form) {
         ExpectTidy(form);
         EXPECT_EQ(TextOf(form, "Input7"), "first shell");
         support::Type(form, "Input7", "C:\\my ssh.exe");
-        EXPECT_NE(TextOf(form, "Input8").find("png"), std::string::npos);
+        ExpectIn(TextOf(form, "Input8"), "png");
         support::Type(form, "Input8", "png special");
         support::Press(form, "BitBtn1");
     });
@@ -126,14 +121,9 @@ TEST_F(Projects, NameBinaryFilesAndLetTheUserTakeThemForTexts) {
     };
     EXPECT_EQ(add("BitBtn2").find("[add]"), std::string::npos) << "the user gave up";
     const std::string told = add("BitBtn1");
-    EXPECT_NE(told.find("2 files are kept as binary: pic.png, zero.txt\r\n"), std::string::npos)
-        << told;
-    EXPECT_NE(told.find("[add]\r\n[-m]\r\n[ no messages]\r\n[a.c]\r\n[b.special]\r\n"),
-              std::string::npos)
-        << told;
-    EXPECT_NE(told.find("[ no messages]\r\n[-kb]\r\n[pic.png]\r\n[zero.txt]\r\n"),
-              std::string::npos)
-        << told;
+    ExpectIn(told, "2 files are kept as binary: pic.png, zero.txt\r\n");
+    ExpectIn(told, "[add]\r\n[-m]\r\n[ no messages]\r\n[a.c]\r\n[b.special]\r\n");
+    ExpectIn(told, "[ no messages]\r\n[-kb]\r\n[pic.png]\r\n[zero.txt]\r\n");
 }
 
 TEST_F(Projects, OfferTheToolsThatAreKept) {
@@ -160,18 +150,16 @@ TEST_F(Projects, OfferTheToolsThatAreKept) {
     Form.OpenProject(Folder / "one");
     Select("a.c");
     Pick(Form, "kept");
-    EXPECT_NE(Told().find("\\one\\a.c]"), std::string::npos) << Told();
-    ::RegDeleteKeyA(HostRegistryKey, Settings.ToolsKey().c_str());
+    ExpectTold("\\one\\a.c]");
 }
 
 TEST_F(Projects, OfferOnlyWhatTheRecordsLeaveOpen) {
-    support::WriteBytes(Folder / "one\\CVS\\Root", ":pserver:me@host:/repo\r\n");
-    support::WriteBytes(Folder / "one\\CVS\\Repository", "the module\r\n");
+    Record("one", ":pserver:me@host:/repo", "", "the module");
     Form.OpenProject(Folder / "one");
     ExpectForm("Preferences", [](TForm& form) {
         ExpectTidy(form);
-        EXPECT_NE(TextOf(form, "Input2").find(":pserver:me@host:/repo"), std::string::npos);
-        EXPECT_NE(TextOf(form, "Input3").find("the module"), std::string::npos);
+        ExpectIn(TextOf(form, "Input2"), ":pserver:me@host:/repo");
+        ExpectIn(TextOf(form, "Input3"), "the module");
         support::Type(form, "Input4", "*.o");
         support::Check(form, "Input5", false);
         support::Press(form, "BitBtn1");
@@ -180,7 +168,7 @@ TEST_F(Projects, OfferOnlyWhatTheRecordsLeaveOpen) {
     TProject again(Form, Settings, Folder / "one");
     EXPECT_EQ(again.Cvs().CVSIGNORE(), "*.o");
     EXPECT_FALSE(again.Cvs().PruneEmptyDirs);
-    support::WriteBytes(Folder / "one\\CVS\\Root", ":pserver:host:/repo\r\n");
+    WriteBytes(Folder / "one\\CVS\\Root", ":pserver:host:/repo\r\n");
     Pick(Form, "&Refresh");
     EXPECT_EQ(Form.Project()->Cvs().CVSROOT(), ":pserver:host:/repo");
 }
@@ -192,7 +180,7 @@ TEST_F(Projects, SayThatThereIsNoClientAndAskForOne) {
     Answer(false);
     Form.OpenProject(Folder / "one");
     EXPECT_FALSE(Operate([](TCvsObject&) { return true; }));
-    EXPECT_NE(Told().find("looked for in C:\\windows"), std::string::npos) << Told();
+    ExpectTold("looked for in C:\\windows");
     const std::string chosen = support::ProgramBeside("fake_client.exe");
     Answer(true);
     DialogFunctions().OpenFile = [&](const std::string&, std::string& file) {
@@ -206,13 +194,11 @@ TEST_F(Projects, SayThatThereIsNoClientAndAskForOne) {
 }
 
 TEST_F(Projects, DeleteNoFolderThatIsNoModule) {
-    support::WriteBytes(Folder / "victim\\documents\\letter.txt", "mine");
-    support::WriteBytes(Folder / "victim\\CVSROOT\\modules,v", "");
+    WriteBytes(Folder / "victim\\documents\\letter.txt", "mine");
+    WriteBytes(Folder / "victim\\CVSROOT\\modules,v", "");
     Answer(true);
     const auto takeOut = [&] {
-        support::WriteBytes(Folder / "one\\CVS\\Root", Folder / "victim\r\n");
-        support::WriteBytes(Folder / "one\\CVS\\Repository", "documents\r\n");
-        support::WriteBytes(Folder / "one\\CVS\\Entries", "/a.c/1.1/dummy//\r\n");
+        Record("one", Folder / "victim", "", "documents");
         Form.OpenProject(Folder / "one");
         Form.Project()->Options.RemoveFromRepository = true;
         ExpectForm("CVS ClearProjectData", [](TForm& form) { Click(form, "BitBtn1"); });
@@ -225,16 +211,16 @@ TEST_F(Projects, DeleteNoFolderThatIsNoModule) {
     EXPECT_EQ(Asked.find("documents"), std::string::npos) << Asked;
     // One that is a module.
     ::DeleteFileA((Folder / "victim\\documents\\letter.txt").c_str());
-    support::WriteBytes(Folder / "victim\\documents\\a.c,v", "archive");
+    WriteBytes(Folder / "victim\\documents\\a.c,v", "archive");
     takeOut();
     EXPECT_FALSE(DirectoryExists(Folder / "victim\\documents"));
-    EXPECT_NE(Asked.find(Folder / "victim\\documents"), std::string::npos) << Asked;
+    ExpectIn(Asked, Folder / "victim\\documents");
     for (const char* module : {"", ".", "..", "..\\x", "CVSROOT", "a/../..", "C:\\x"})
         EXPECT_EQ(ModuleFolder(Folder / "victim", module), "") << module;
 }
 
 TEST_F(Projects, AskForWhatTheClientWants) {
-    support::WriteBytes(Folder / "one\\CVS\\Root", "C:\\none\r\n");
+    WriteBytes(Folder / "one\\CVS\\Root", "C:\\none\r\n");
     Form.OpenProject(Folder / "one");
     TCvsObject& cvs = Form.Project()->Cvs();
     cvs.CvsExecutable = support::FakeClient();
@@ -257,11 +243,8 @@ TEST_F(Projects, AskForWhatTheClientWants) {
 }
 
 TEST_F(Projects, AreNotMistakenForTheNeighbourCalledLikeTheirModule) {
-    for (const char* folder : {"one", "two"}) {
-        support::WriteBytes(Folder / (std::string(folder) + "\\CVS\\Root"),
-                            std::string(folder) == "one" ? "C:\\none\r\n" : "strange\r\n");
-        support::WriteBytes(Folder / (std::string(folder) + "\\CVS\\Repository"), "two\r\n");
-    }
+    Record("one", "C:\\none", "", "two");
+    Record("two", "strange", "", "two");
     Form.OpenProject(Folder / "one");
     TCvsObject& cvs = Form.Project()->Cvs();
     cvs.CvsExecutable = support::FakeClient() + " exit 0";
@@ -286,15 +269,15 @@ TEST_F(Projects, AreNotMistakenForTheNeighbourCalledLikeTheirModule) {
 
 TEST_F(Projects, WorkOnSeveralFilesAndFoldersInAsManyCommandsAsItTakes) {
     const std::string records = "\\CVS\\Entries", name(100, 'n');
-    support::WriteBytes(Folder / "one\\CVS\\Root", "C:\\none\r\n");
-    support::WriteBytes(Folder / "one\\sub\\CVS\\Root", "C:\\none\r\n");
+    WriteBytes(Folder / "one\\CVS\\Root", "C:\\none\r\n");
+    WriteBytes(Folder / "one\\sub\\CVS\\Root", "C:\\none\r\n");
     std::string entries;
     for (int i = 0; i < 300; ++i) {
-        support::WriteBytes(Folder / "one\\sub" + ("\\" + name + std::to_string(i)), "x");
+        WriteBytes(Folder / "one\\sub" + ("\\" + name + std::to_string(i)), "x");
         entries += "/" + name + std::to_string(i) + "/1.1/dummy//\r\n";
     }
-    support::WriteBytes(Folder / "one\\sub" + records, entries);
-    support::WriteBytes(Folder / "one" + records, "/a.c/1.1/dummy//\r\nD/sub////\r\n");
+    WriteBytes(Folder / "one\\sub" + records, entries);
+    WriteBytes(Folder / "one" + records, "/a.c/1.1/dummy//\r\nD/sub////\r\n");
     Form.OpenProject(Folder / "one");
     TCvsObject& cvs = Form.Project()->Cvs();
     cvs.CvsExecutable = support::FakeClient() + " arguments";
@@ -302,7 +285,7 @@ TEST_F(Projects, WorkOnSeveralFilesAndFoldersInAsManyCommandsAsItTakes) {
     list.SelectAll();
     // Of what it passes to the client, a folder is named by itself.
     Pick(Form, "&Status");
-    EXPECT_NE(Told().find("[status]\r\n[sub]\r\n[a.c]\r\n"), std::string::npos) << Told();
+    ExpectTold("[status]\r\n[sub]\r\n[a.c]\r\n");
     // To be removed are files: those in it, in parts, each of them once.
     Answer(true);
     const std::size_t before = Told().size();
@@ -315,7 +298,7 @@ TEST_F(Projects, WorkOnSeveralFilesAndFoldersInAsManyCommandsAsItTakes) {
         ++files;
     EXPECT_EQ(commands, 2u);
     EXPECT_EQ(files, 300u);
-    EXPECT_NE(told.find("[a.c]"), std::string::npos);
+    ExpectIn(told, "[a.c]");
     EXPECT_EQ(list.SelectedIndices().size(), 2u) << "what was chosen stays so";
 }
 
@@ -325,31 +308,31 @@ TEST_F(Projects, KeepWhatIsNotSavedWhenTheSessionEnds) {
         << "nothing stands against it";
     Select("a.c");
     Pick(Form, "O&pen");
-    TDocumentForm* document = nullptr;
-    ::EnumThreadWindows(::GetCurrentThreadId(), FindDocument, reinterpret_cast<LPARAM>(&document));
-    ASSERT_TRUE(document);
+    const auto open = support::OpenForms<TDocumentForm>();
+    ASSERT_EQ(open.size(), 1u);
+    TDocumentForm* const document = open.front();
     support::Part<TMemo>(*document, "Memo1").SetText("typed");
     EXPECT_FALSE(::SendMessageW(Form.Handle(), WM_QUERYENDSESSION, 0, 0));
     // The user goes on all the same.
     Form.Project()->Cvs().PruneEmptyDirs = false;
     ::SendMessageW(Form.Handle(), WM_ENDSESSION, TRUE, 0);
-    EXPECT_EQ(support::ReadBytes(Folder / "data\\Recovered\\1 a.c"), "typed");
+    EXPECT_EQ(ReadBytes(Folder / "data\\Recovered\\1 a.c"), "typed");
     EXPECT_EQ(Settings.Read(Settings.ProjectKey(Folder / "one"), "PRUNE", ""), "0");
     TMainForm next(Settings, Packages);
-    EXPECT_NE(support::Part<TRichEdit>(next, "Output").Text().find("Recovered"), std::string::npos);
+    ExpectIn(TextOf(next, "Output"), "Recovered");
     Answer(false);
     document->Close();
 }
 
 TEST_F(Projects, AskToSaveBeforeEachCommandOnce) {
-    support::WriteBytes(Folder / "one\\CVS\\Root", "C:\\none\r\n");
+    WriteBytes(Folder / "one\\CVS\\Root", "C:\\none\r\n");
     Form.OpenProject(Folder / "one");
     Form.Project()->Cvs().CvsExecutable = support::FakeClient() + " exit 0";
     Select("a.c");
     Pick(Form, "O&pen");
-    TDocumentForm* document = nullptr;
-    ::EnumThreadWindows(::GetCurrentThreadId(), FindDocument, reinterpret_cast<LPARAM>(&document));
-    ASSERT_TRUE(document);
+    const auto open = support::OpenForms<TDocumentForm>();
+    ASSERT_EQ(open.size(), 1u);
+    TDocumentForm* const document = open.front();
     for (const bool answer : {false, true}) {
         support::Part<TMemo>(*document, "Memo1").SetText("typed");
         for (const char* caption : {"Update &now", "&Commit..."}) {
@@ -364,7 +347,7 @@ TEST_F(Projects, AskToSaveBeforeEachCommandOnce) {
             EXPECT_EQ(Asked.find("Save"), Asked.rfind("Save")) << Asked;
         }
     }
-    EXPECT_EQ(support::ReadBytes(Folder / "one\\a.c"), "typed");
+    EXPECT_EQ(ReadBytes(Folder / "one\\a.c"), "typed");
     // A file that is moved takes its document along.
     ExpectForm("Move a.c", [](TForm& form) {
         support::Type(form, "Input1", "b.c");
@@ -391,7 +374,7 @@ TEST_F(Projects, CloseWhenTheCommandHasEnded) {
     EXPECT_TRUE(close.Closed);
     EXPECT_TRUE(Application().Terminated());
     Application().Run();  // ends at once, and forgets that it was to end
-    EXPECT_NE(Told().find("working"), std::string::npos);
+    ExpectTold("working");
     Form.SetVisible(false);
 }
 
