@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-
 #include "cvs/Cvstempl.h"
 #include "cvs/Dialogs.h"
 #include "framework/base/datetime.h"
@@ -13,27 +11,15 @@
 #include "framework/ui/page_control.h"
 #include "support/Drive.h"
 #include "support/Files.h"
-#include "support/Process.h"
-#include "support/Screenshot.h"
 #include "support/WaitUntil.h"
 #include "tests/cvs/Sandbox.h"
 #include "tests/support/FormDriver.h"
-#include "tests/support/Names.h"
-#include "tests/support/Tidy.h"
+#include "tests/support/Looks.h"
 
 namespace {
 
 using namespace tandrel;
 using namespace framework;
-
-/// Looks at a form that is open.
-void Look(TForm& form, const std::string& name) {
-    tests::ExpectTidy(form);
-    tests::ExpectNamed(form);
-    if (const char* out = std::getenv("TANDREL_OUT"))
-        support::SaveScreenshot(form.Handle(), std::string(out) + "\\" + name + "-" +
-                                                   std::to_string(form.Scale(96)) + ".png");
-}
 
 /// Looks at each step of a wizard, and cancels it.
 void ExpectSteps(const std::string& caption, const std::string& name,
@@ -41,7 +27,7 @@ void ExpectSteps(const std::string& caption, const std::string& name,
     tests::ExpectForm(caption, [name, fill](TForm& form) {
         for (std::size_t i = 0; i < fill.size(); ++i) {
             fill[i](support::StepOf(form));
-            Look(form, name + std::to_string(i + 1));
+            tests::Look(form, name + std::to_string(i + 1));
             if (i + 1 < fill.size())
                 support::Press(form, "BitBtn4");
         }
@@ -51,7 +37,7 @@ void ExpectSteps(const std::string& caption, const std::string& name,
 
 void ExpectDialog(const std::string& caption, const std::string& name) {
     tests::ExpectForm(caption, [name](TForm& form) {
-        Look(form, name);
+        tests::Look(form, name);
         form.ModalResult = mrCancel;
     });
 }
@@ -148,16 +134,13 @@ protected:
         tests::ExpectForm("StatusBrowser", [](TForm& form) {
             TForm& page = support::StepOf(form);
             auto& pages = support::Part<TPageControl>(page, "PageControl1");
-            auto& list = support::Part<TListView>(page, "ListView1");
-            for (int i = 0; i < list.Count(); ++i)
-                if (list.Row(i).Caption == "a.c")
-                    list.Select(i);
+            support::SelectRow(page, "ListView1", "a.c");
             EXPECT_TRUE(support::WaitUntil([&] { return pages.Page(2).TabVisible(); }));
-            Look(form, "browser-status");
+            tests::Look(form, "browser-status");
             pages.SetActivePageIndex(2);
-            Look(form, "browser-difference");
+            tests::Look(form, "browser-difference");
             support::Part<TPageControl>(form, "PageControl1").SetActivePageIndex(1);
-            Look(form, "browser-files");
+            tests::Look(form, "browser-files");
             form.ModalResult = mrCancel;
         });
         Sh_StatusBrowser(cvs);
@@ -172,28 +155,8 @@ TEST_F(Looks, AreTidy) {
     Dialogs();
 }
 
-/// Sets the resolution that programs find which start from now on.
-class TResolution {
-public:
-    explicit TResolution(DWORD dpi) { Set(dpi); }
-    ~TResolution() { Set(96); }
-    TResolution(const TResolution&) = delete;
-    TResolution& operator=(const TResolution&) = delete;
-
-private:
-    static void Set(DWORD dpi) {
-        ::RegSetKeyValueW(HKEY_CURRENT_USER, L"Control Panel\\Desktop", L"LogPixels", REG_DWORD,
-                          &dpi, sizeof dpi);
-    }
-};
-
 TEST(LooksAtHighResolution, AreTidy) {
-    const TResolution resolution(144);
-    char program[MAX_PATH];
-    ::GetModuleFileNameA(nullptr, program, MAX_PATH);
-    const support::TProcessResult result = support::RunProcess(
-        "\"" + std::string(program) + "\" --gtest_filter=Looks.*", "C:\\", {}, 180000);
-    EXPECT_EQ(result.ExitCode, 0u) << result.Output;
+    tests::RunAtHighResolution("Looks.*");
 }
 
 }  // namespace

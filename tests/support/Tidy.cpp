@@ -68,6 +68,21 @@ void CheckApart(const std::vector<TControl*>& controls) {
         }
 }
 
+/// @param controls in the order in which the keyboard visits them.
+void CheckOrder(const std::vector<TControl*>& controls) {
+    const TControl* before = nullptr;
+    for (const TControl* control : controls) {
+        if (!(::GetWindowLongW(control->Handle(), GWL_STYLE) & WS_TABSTOP))
+            continue;
+        if (before) {
+            const RECT a = before->Bounds(), b = control->Bounds();
+            EXPECT_TRUE(b.top >= a.bottom || b.left >= a.right)
+                << NameOf(*control) << " comes behind " << NameOf(*before);
+        }
+        before = control;
+    }
+}
+
 void CheckChildren(const TControl& parent) {
     const std::vector<TControl*> children = VisibleChildren(parent.Handle());
     for (const TControl* child : children) {
@@ -77,6 +92,7 @@ void CheckChildren(const TControl& parent) {
         CheckChildren(*child);
     }
     CheckApart(children);
+    CheckOrder(children);
 }
 
 }  // namespace

@@ -1,16 +1,14 @@
 // The tools' editor and the question for arguments, as a user meets them. With TANDREL_OUT set,
 // pictures of both are left in that folder.
 
-#include <cstdlib>
-
 #include "framework/ui/dialogs.h"
 #include "framework/ui/labels.h"
 #include "framework/ui/tool_bar.h"
 #include "support/Drive.h"
-#include "support/Screenshot.h"
 #include "support/WaitUntil.h"
 #include "tests/support/FormDriver.h"
 #include "tests/support/Leaks.h"
+#include "tests/support/Looks.h"
 #include "tests/support/Names.h"
 #include "tests/support/Tidy.h"
 #include "tests/tools/ToolsFixture.h"
@@ -320,14 +318,6 @@ TEST_F(ToolsEditor, AsksBeforeItKeepsWhatCannotWork) {
     EXPECT_EQ(asked, 2) << "nobody is asked then";
 }
 
-void Look(TForm& form, const std::string& name) {
-    tests::ExpectTidy(form);
-    tests::ExpectNamed(form);
-    if (const char* out = std::getenv("TANDREL_OUT"))
-        support::SaveScreenshot(form.Handle(), std::string(out) + "\\" + name + "-" +
-                                                   std::to_string(form.Scale(96)) + ".png");
-}
-
 TEST_F(ToolsEditor, LooksTidyAndLeavesNothingBehind) {
     Add("ab");
     TCommand& tool = Tools.Commands.GetItem(0);
@@ -345,7 +335,7 @@ TEST_F(ToolsEditor, LooksTidyAndLeavesNothingBehind) {
                   L"\u043E\u0442\u0447\u0435\u0442\u0430 ");
         EXPECT_EQ(tests::TextOf(form, "CheckBox3"), "&Capture Output in new document of type");
         EXPECT_EQ(tests::TextOf(form, "CheckBox1"), " Capture Output in Tool View ");
-        Look(form, "tools");
+        tests::Look(form, "tools");
         tests::Click(form, "BitBtn2");
     });
     const auto open = [&] {
@@ -369,7 +359,7 @@ TEST(ToolsPrompt, TakesArgumentsAsTyped) {
         EXPECT_EQ(tests::TextOf(form, "Label3"), "Tolls arguments");
         EXPECT_TRUE(Part<TEdit>(form, "Edit1").Focused());
         EXPECT_EQ(tests::SpokenName(Part<TEdit>(form, "Edit1")), "Tolls arguments");
-        Look(form, "prompt");
+        tests::Look(form, "prompt");
         support::Type(form, "Edit1", "\xC4 & \"x y\" " + std::string(5000, 'a'));
         tests::PressKey(form, VK_RETURN);
     });

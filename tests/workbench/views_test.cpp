@@ -9,8 +9,6 @@
 #include "framework/ui/edits.h"
 #include "framework/ui/status_bar.h"
 #include "support/WaitUntil.h"
-#include "tests/support/Names.h"
-#include "tests/support/Tidy.h"
 #include "tests/workbench/Projects.h"
 #include "workbench/Conflicts.h"
 #include "workbench/FileList.h"
@@ -128,13 +126,7 @@ TEST(Conflicts, AreResolvedInTheEditor) {
                                   conflict("C\r\n", "") + conflict("E\r\n", "F\r\n") + "end\r\n");
     TDocumentForm form(path);
     auto& memo = support::Part<TMemo>(form, "Memo1");
-    const auto choose = [&](const std::string& caption) {
-        for (const TMenuItem* menu : form.Find<TMainMenu>("Menu1")->Items())
-            for (TMenuItem* item : menu->Items())
-                if (item->Caption() == caption)
-                    return item->Click();
-        FAIL() << caption;
-    };
+    const auto choose = [&](const char* caption) { support::Pick(form, "Menu1", caption); };
     choose("&Next");
     EXPECT_EQ(memo.SelectionStart(), 5u);
     choose("Take &theirs");
@@ -210,10 +202,9 @@ TEST_F(Projects, ShowWhatOthersChange) {
     ::DeleteFileA((Folder / "one\\a.c").c_str());
     EXPECT_TRUE(support::WaitUntil([&] { return list.Count() == 1; }));
     // Also records that name another repository.
-    support::WriteBytes(Folder / "one\\CVS\\Root", "C:\\none\r\n");
-    support::WriteBytes(Folder / "one\\CVS\\Repository", "one\r\n");
+    Record("one", "C:\\none", "");
     EXPECT_TRUE(support::WaitUntil([&] { return Form.Project()->Stored(); }));
-    EXPECT_NE(Told().find("belong to the repository C:\\none"), std::string::npos) << Told();
+    ExpectTold("belong to the repository C:\\none");
 }
 
 TEST_F(Projects, SayWhatRunsAndStopIt) {
@@ -234,7 +225,7 @@ TEST_F(Projects, SayWhatRunsAndStopIt) {
     EXPECT_FALSE(Run("say-and-sleep x 200 300"));
     presser.SetEnabled(false);
     EXPECT_LT(::GetTickCount64() - start, 30000u);
-    EXPECT_NE(during.find("say-and-sleep x 200 300 - "), std::string::npos) << during;
+    ExpectIn(during, "say-and-sleep x 200 300 - ");
     EXPECT_TRUE(enabled) << "mouse and keyboard reach it";
     EXPECT_EQ(status.PartText(1), "Stopped");
     // What is done without a command is not what the one before has come to.
@@ -245,8 +236,7 @@ TEST_F(Projects, SayWhatRunsAndStopIt) {
 }
 
 TEST_F(Projects, LeaveTheKeysOfATextToIt) {
-    support::WriteBytes(Folder / "one\\CVS\\Root", "C:\\none\r\n");
-    support::WriteBytes(Folder / "one\\CVS\\Entries", "/a.c/1.1/dummy//\r\n");
+    Record("one", "C:\\none");
     Form.OpenProject(Folder / "one");
     Form.Project()->Cvs().CvsExecutable = support::FakeClient() + " arguments";
     Form.Show();
@@ -265,8 +255,8 @@ TEST_F(Projects, LeaveTheKeysOfATextToIt) {
     press(support::Part<TRichEdit>(Form, "Output"));
     EXPECT_EQ(Told().find("[remove]"), std::string::npos) << Told();
     press(support::Part<TListView>(Form, "List"));
-    EXPECT_NE(Told().find("[remove]"), std::string::npos) << Told();
-    EXPECT_NE(Asked.find("a.c"), std::string::npos);
+    ExpectTold("[remove]");
+    ExpectIn(Asked, "a.c");
 }
 
 TEST_F(Projects, HaveOneLetterForEachThingInAMenu) {
@@ -286,16 +276,6 @@ TEST_F(Projects, HaveOneLetterForEachThingInAMenu) {
             EXPECT_NE(letterOf(item->Caption()), ' ') << item->Caption();
         }
     }
-}
-
-TEST_F(Projects, HaveANameForAllThatCanBeOperated) {
-    Form.OpenProject(Folder / "one");
-    Form.Show();
-    tests::ExpectNamed(Form);
-    tests::ExpectTidy(Form);
-    TDocumentForm document("Text", "text", "");
-    document.Show();
-    tests::ExpectNamed(document);
 }
 
 TEST_F(Projects, RememberHowTheirWindowIsArranged) {
@@ -320,15 +300,15 @@ TEST_F(Projects, ShowTheEndOfAFloodAndKeepAllOfIt) {
     EXPECT_TRUE(Run("flood " + std::to_string(Lines)));
     const std::string told = Told();
     EXPECT_LE(told.size(), TOutputPane::MostShown + 1000);
-    EXPECT_NE(told.find("not shown"), std::string::npos);
-    EXPECT_NE(told.find(std::to_string(Lines - 1) + "...."), std::string::npos);
+    ExpectIn(told, "not shown");
+    ExpectIn(told, std::to_string(Lines - 1) + "....");
     TFileSearch search(Folder / "data\\Output\\*.txt", faAnyFile);
     TSearchRec kept;
     ASSERT_TRUE(search.Next(kept));
     EXPECT_GT(FileSize(Folder / ("data\\Output\\" + kept.Name)), 64u * Lines);
     // It goes on from there.
     EXPECT_TRUE(Run("say-and-sleep afterwards 0 1"));
-    EXPECT_NE(Told().find("afterwards"), std::string::npos);
+    ExpectTold("afterwards");
 }
 
 }  // namespace
