@@ -58,6 +58,7 @@ TDocumentForm::TDocumentForm(const std::string& path)
 void TDocumentForm::AddControls() {
     Memo1_ = &Make<TMemo>("Memo1", *this);
     Memo1_->SetAlign(TAlign::Client);
+    Memo1_->SetFixedPitch();
     Memo1_->SetAccessibleName("Text");
     Memo1_->OnChange = [this](TObject*) {
         if (Loading_ || Modified_)

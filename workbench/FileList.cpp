@@ -17,12 +17,12 @@ using namespace hosting;
 namespace {
 
 enum TColumn { NameColumn, StateColumn, RevisionColumn, StickyColumn, TimeColumn, FolderColumn };
-constexpr std::array<std::pair<const char*, int>, 6> Columns = {{{"Filename", 160},
-                                                                 {"Status", 110},
+constexpr std::array<std::pair<const char*, int>, 6> Columns = {{{"Filename", 155},
+                                                                 {"Status", 105},
                                                                  {"Revision", 70},
-                                                                 {"On", 90},
-                                                                 {"TimeStamp", 160},
-                                                                 {"Folder", 200}}};
+                                                                 {"On", 80},
+                                                                 {"TimeStamp", 145},
+                                                                 {"Folder", 95}}};
 
 std::optional<COLORREF> ColourOf(TFileState state) {
     switch (state) {
