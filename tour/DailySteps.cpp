@@ -32,16 +32,27 @@ void TTour::AddAndRemoveFiles() {
     support::WriteBytes(Project_ + "\\new file.txt", "new\r\n");
     support::WriteBytes(Project_ + "\\old.txt", "old\r\n");
     support::WriteBytes(Project_ + "\\moving.txt", "moving\r\n");
+    const std::string picture("\x89PNG\r\n\x1A\n\0\n", 10);
+    support::WriteBytes(Project_ + "\\logo.png", picture);
     Choose("File/Refresh");
     for (const char* name : {"new file.txt", "old.txt", "moving.txt"}) {
         Select(name);
         Choose("Selection/Add");
     }
+    Play_.ExpectForm("Binary files", [this](TForm& form) {
+        Play_.Picture(form.Handle(), "binary");
+        Press(form, "BitBtn1");
+    });
+    Select("logo.png");
+    Choose("Selection/Add");
     Commit();
+    Expect(Ask(Repository_, "checkout -p \"my project/logo.png\"") == picture,
+           "the picture is there byte for byte");
     Select("old.txt");
     Choose("Selection/Remove and delete");
     Select("moving.txt");
     Play_.ExpectForm("Move moving.txt", [this](TForm& form) {
+        Play_.Picture(form.Handle(), "move");
         Type(form, "Input1", Project_ + "\\lib\\moved.txt");
         Press(form, "BitBtn1");
     });
@@ -191,6 +202,17 @@ void TTour::Annotate() {
         Choose(item);
     }
     ExpectTold("Working revision:");
+    Play_.ExpectForm("Get notes.txt", [this](TForm& form) {
+        Play_.Picture(form.Handle(), "get-revision");
+        Type(form, "Input1", "1.1");
+        Press(form, "BitBtn1");
+    });
+    Select("notes.txt");
+    Choose("Selection/Get a revision...");
+    const auto documents = support::OpenForms<workbench::TDocumentForm>();
+    Expect(documents.size() == 1 && documents.front()->Text() == "notes.txt 1.1", "it is shown");
+    Play_.Picture(documents.front()->Handle(), "revision");
+    documents.front()->Close();
     Choose("Working copy/Log of the module");
     ExpectTold("Answer \"one\"");
     Picture("host-log");

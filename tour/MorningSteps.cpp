@@ -118,7 +118,7 @@ void TTour::ResolveInTheEditor(const std::string& path) {
         support::Pick(editor, "Menu1", caption);
     };
     choose("&Next");
-    Picture("conflict");
+    Play_.Picture(editor.Handle(), "conflict");
     choose("Take &both");
     choose("&Save");
     choose("&Close");
@@ -144,7 +144,7 @@ void TTour::WorkAMorning() {
     support::Check(*Form_, "ChangedOnly");
     Clicks_ += 2;
     Expect(list.Count() == 48, std::to_string(list.Count()) + " rows");
-    Picture("morning");
+    Picture("changed");
     Key("Selection/Select all");
     Key("Selection/Compare...");
     ExpectTold("> mine in d11\\c.txt, line 1");

@@ -61,11 +61,20 @@ void TTour::PlaceTheProject() {
     Expect(FileExists(Project_ + "\\lib\\list.o"), "the user's file is still there");
     Expect(MenuItem("Working copy/Commit...").Enabled(), "it can be committed now");
     Picture("host");
+    Show("Repository/Options...", "Options", "options");
+    Show("Repository/Preferences...", "Preferences", "working-copy");
+    Show("Repository/Export...", "Export", "export");
+    Show("Working copy/Changes of the module...", "Changes of the module", "compare-module");
 }
 
 void TTour::PullElsewhere() {
     const std::string elsewhere = Folder_ / "elsewhere", exported = Folder_ / "exported";
-    Pull(elsewhere, "my project");
+    Play_.ExpectForm("Pull a module", [this](TForm& form) {
+        Play_.Picture(form.Handle(), "modules");
+        support::Choose(form, "Input1", 0);
+        Press(form, "BitBtn1");
+    });
+    Pull(elsewhere, "my project", "", "Repository/Pull a module...");
     Expect(FileExists(elsewhere + "\\my project\\CVS\\Entries"), "a working copy was made");
     Expect(Form_->Project()->Cvs().WorkingDirectory() == Project_, "the project is still itself");
 

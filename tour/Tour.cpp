@@ -132,8 +132,8 @@ void TTour::Place() {
     Choose("Repository/Place project...");
 }
 
-void TTour::Pull(const std::string& folder, const std::string& module,
-                 const std::string& exported) {
+void TTour::Pull(const std::string& folder, const std::string& module, const std::string& exported,
+                 const std::string& item) {
     ForceDirectories(folder);
     Play_.ExpectForm("Pull project from CVS-step 1", [&, this](TForm& form) {
         support::Type(support::StepOf(form), "Edit3", folder);
@@ -151,7 +151,15 @@ void TTour::Pull(const std::string& folder, const std::string& module,
         support::Press(form, "BitBtn1");
     });
     ExpectSuccess("CVS Pull Project ");
-    Choose("Repository/Pull project...");
+    Choose(item);
+}
+
+void TTour::Show(const std::string& item, const std::string& caption, const std::string& picture) {
+    Play_.ExpectForm(caption, [this, picture](TForm& form) {
+        Play_.Picture(form.Handle(), picture);
+        support::Press(form, "BitBtn2");
+    });
+    Choose(item);
 }
 
 void TTour::MergeAndFinish(TForm& form, const std::string& revision) {

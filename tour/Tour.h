@@ -68,7 +68,10 @@ private:
     void Place();
     /// Pulls a module into a folder. @param exported the label to export; empty for a working copy.
     void Pull(const std::string& folder, const std::string& module,
-              const std::string& exported = {});
+              const std::string& exported = {},
+              const std::string& item = "Repository/Pull project...");
+    /// Takes a picture of a dialog of the host's, and cancels it.
+    void Show(const std::string& item, const std::string& caption, const std::string& picture);
     /// The last step of an update: merges a revision, and ends the wizard.
     void MergeAndFinish(framework::TForm& form, const std::string& revision);
     void WaitFor(framework::TForm& form, const std::string& button);
@@ -86,7 +89,10 @@ private:
     std::string Ask(const std::string& root, const std::string& arguments);
     void Expect(bool condition, const std::string& what) { Play_.Expect(condition, what); }
     void ExpectTold(const std::string& text);
-    void Picture(const std::string& name) { Play_.Picture(Form_->Handle(), name); }
+    void Picture(const std::string& name) {
+        ::SetForegroundWindow(Form_->Handle());
+        Play_.Picture(Form_->Handle(), name);
+    }
 
     const support::TTempFolder Folder_{"tour", "C:"};
     const std::string Project_ = Folder_ / "my project";
