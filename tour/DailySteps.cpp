@@ -10,6 +10,8 @@
 #include "support/Process.h"
 #include "support/WaitUntil.h"
 #include "tour/Tour.h"
+#include "workbench/AnnotationForm.h"
+#include "workbench/ComparisonForm.h"
 
 namespace tour {
 
@@ -140,7 +142,7 @@ void TTour::Compare() {
             Play_.PictureOf(form);
             Press(form, "BitBtn1");
         });
-        Choose("Selection/Compare...");
+        Choose("Selection/Compare as text...");
         Play_.Tell("command: cvs" + Form_->Project()->Cvs().CommandLine + "\r\n");
     };
     const auto kind = [](TForm& form, int index) {
@@ -195,7 +197,16 @@ void TTour::Annotate() {
     Form_->OpenProject(Project_);
     Select("notes.txt");
     Choose("Selection/Annotate");
-    ExpectTold(": Noted.");
+    const auto annotations = support::OpenForms<workbench::TAnnotationForm>();
+    Expect(annotations.size() == 1, "who wrote it is shown");
+    Play_.Picture(annotations.front()->Handle(), "annotation");
+    ::SendMessageW(annotations.front()->Handle(), WM_CLOSE, 0, 0);
+    Select("main.c");
+    Choose("Selection/Compare");
+    const auto comparisons = support::OpenForms<workbench::TComparisonForm>();
+    Expect(comparisons.size() == 1, "what differs is shown");
+    Play_.Picture(comparisons.front()->Handle(), "comparison");
+    ::SendMessageW(comparisons.front()->Handle(), WM_CLOSE, 0, 0);
     for (const char* item : {"Selection/Log", "Selection/Status", "Editing/Edit", "Editing/Editors",
                              "Editing/Watch", "Editing/Watchers", "Editing/Unedit"}) {
         Select("notes.txt");

@@ -11,6 +11,7 @@
 #include "support/Drive.h"
 #include "support/Process.h"
 #include "tour/Tour.h"
+#include "workbench/ComparisonForm.h"
 
 namespace tour {
 
@@ -146,8 +147,13 @@ void TTour::WorkAMorning() {
     Expect(list.Count() == 48, std::to_string(list.Count()) + " rows");
     Picture("changed");
     Key("Selection/Select all");
-    Key("Selection/Compare...");
-    ExpectTold("> mine in d11\\c.txt, line 1");
+    Key("Selection/Compare");
+    const auto comparisons = support::OpenForms<workbench::TComparisonForm>();
+    Expect(comparisons.size() == 1, "what differs is shown");
+    const int files = Part<TListView>(*comparisons.front(), "FileList").Count();
+    Expect(files == 40, std::to_string(files) + " files differ");
+    ::SendMessageW(comparisons.front()->Handle(), WM_CLOSE, 0, 0);
+    ++Keys_;
 
     ShowOnly("*.tmp");
     Key("Selection/Select all");

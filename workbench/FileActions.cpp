@@ -180,8 +180,20 @@ void TMainForm::CompareWith() {
         Views().Compare(Selection(), versions->From, versions->To);
 }
 
+void TMainForm::CompareAsText() {
+    const std::vector<std::string> selection = Selection();
+    if (selection.size() == 1 && FileExists(selection.front()))
+        return Operate(
+            [path = selection.front()](TCvsObject& cvs) { return cvs.DiffFile(true, path); },
+            false);
+    Operate(&TCvsObject::Diff, true);
+}
+
 void TMainForm::AnnotateSelection() {
-    Views().Annotate(Selection().front(), "");
+    const std::vector<std::string> selection = Selection();
+    if (selection.size() == 1 && FileExists(selection.front()))
+        return Views().Annotate(selection.front(), "");
+    Operate(&TCvsObject::Annotate, true);
 }
 
 void TMainForm::GetRevision() {

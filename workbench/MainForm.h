@@ -164,6 +164,7 @@ private:
     void RevertSelection();
     void CompareSelection();
     void CompareWith();
+    void CompareAsText();
     void AnnotateSelection();
     void GetRevision();
     std::vector<hosting::TFileRow> SelectedFiles(

@@ -164,6 +164,7 @@ const std::vector<TMainForm::TMenuCommand>& TMainForm::Commands() {
          ComparePicture,
          L"Compare with the repository (Ctrl+D)"},
         {"&Selection", "Compare &with...", NeedsStored, {'D', true, true}, &F::CompareWith},
+        {"&Selection", "Compare as te&xt...", NeedsStoredSelection, none, &F::CompareAsText},
         {"&Selection", "&Get a revision...", NeedsStoredFile, {'G', true}, &F::GetRevision},
         {"&Selection", "&Status", NeedsStoredSelection, none, file(&C::Status)},
         {"&Selection",
@@ -173,7 +174,7 @@ const std::vector<TMainForm::TMenuCommand>& TMainForm::Commands() {
          file(&C::Log),
          LogPicture,
          L"Log (Ctrl+L)"},
-        {"&Selection", "A&nnotate", NeedsStoredFile, {'T', true}, &F::AnnotateSelection},
+        {"&Selection", "A&nnotate", NeedsStoredSelection, {'T', true}, &F::AnnotateSelection},
         {"&Selection", "Set &keyword mode", NeedsStoredSelection, none, file(&C::Admin)},
 
         {"E&diting", "&Edit", NeedsStoredSelection, none, file(&C::Edit)},

@@ -210,19 +210,11 @@ TEST(Versions, AreReadAsTheyAreWritten) {
 
 // --- the windows ------------------------------------------------------------------------------
 
-template <class TView>
-BOOL CALLBACK FindView(HWND window, LPARAM found) {
-    if (auto* form = dynamic_cast<TView*>(TControl::FromHandle(window)); form && form->Visible())
-        *reinterpret_cast<TView**>(found) = form;
-    return TRUE;
-}
-
 /// The window of a kind that is open, or none.
 template <class TView>
 TView* OpenView() {
-    TView* found = nullptr;
-    ::EnumThreadWindows(::GetCurrentThreadId(), &FindView<TView>, reinterpret_cast<LPARAM>(&found));
-    return found;
+    const std::vector<TView*> open = support::OpenForms<TView>();
+    return open.empty() ? nullptr : open.front();
 }
 
 void PickIn(const TForm& form, const std::string& caption) {
