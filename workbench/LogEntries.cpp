@@ -3,8 +3,9 @@
 #include <algorithm>
 #include <bit>
 #include <functional>
+#include <iterator>
+#include <limits>
 #include <numeric>
-#include <ranges>
 #include <set>
 #include <utility>
 
@@ -14,17 +15,20 @@ namespace {
 
 constexpr std::size_t None = static_cast<std::size_t>(-1);
 
-// What an entry of a row is worth, what it is worth more behind its neighbour, and what is lost
-// where it looks quoted, or where a message would quote what did not exist yet. A longer row is
-// always the better one.
-constexpr int EntryWorth = 16, NeighbourWorth = 4, LostBySuspicion = 3, LostByDate = 6;
+// What a row gains where an entry stands behind its neighbour, and where one tells of a branch that
+// there is; and what it loses where numbers are left out, where an entry looks quoted, and where a
+// message would quote what did not exist yet.
+constexpr int NeighbourWorth = 4, BranchWorth = 2;
+constexpr int LostByGap = 8, LostBySuspicion = 3, LostByQuoting = 5, LostByDate = 6;
 
 struct TScore {
     int Worth = 0;
-    std::size_t At = None;  // the entry that a row ends with
+    std::size_t At = None;  // the entry that a row ends with; none for no row
 
     /// Of equal rows the one that ends early.
     bool operator<(const TScore& other) const {
+        if (At == None || other.At == None)
+            return At == None && other.At != None;
         return Worth != other.Worth ? Worth < other.Worth : At > other.At;
     }
 };
@@ -61,20 +65,25 @@ private:
 /// Finds the best row of entries that can be what the client has written.
 class TRow {
 public:
-    TRow(const std::vector<TLogEntry>& entries, std::vector<std::size_t> candidates,
-         const TLogHead& head)
+    /// @param entryWorth what a row gains with each entry: the more, the longer it is.
+    TRow(const std::vector<TLogEntry>& entries, const std::vector<std::size_t>& candidates,
+         const TLogHead& head, int entryWorth)
         : Entries_(entries),
-          Candidates_(std::move(candidates)),
+          Candidates_(candidates),
+          Head_(head),
+          EntryWorth_(entryWorth),
           Places_(Candidates_.size()),
           Scores_(Candidates_.size()),
           Before_(Candidates_.size(), None),
           Best_(Candidates_.size()) {
         Sort();
         FindNews();
-        const auto isHead = [&](std::size_t at) { return Number(at) == head.Head; };
-        const auto all = std::views::iota(std::size_t{0}, Candidates_.size());
-        BeginsWithHead_ = head.Total == head.Selected && std::ranges::any_of(all, isHead);
-        Head_ = head.Head;
+        for (const std::size_t at : candidates)
+            Branches_.insert(BranchOf(entries[at].Number));
+        BeginsWithHead_ =
+            head.Total == head.Selected && std::ranges::any_of(candidates, [&](std::size_t at) {
+                return entries[at].Number == head.Head;
+            });
     }
 
     /// Ascending positions of the entries.
@@ -83,15 +92,16 @@ public:
         for (std::size_t at = 0; at < Candidates_.size(); ++at) {
             Outdate(at);
             const TScore score{Extend(at), at};
-            if (score.Worth <= 0)
+            if (score.Worth == None_)
                 continue;
             Scores_[at] = score;
-            Best_.Set(Places_[at], score);
+            Best_.Set(Places_[at], {score.Worth - LostBehind(at), at});
         }
-        for (TScore score : Scores_) {
-            if (score.At != None && News_[score.At] < Candidates_.size())
-                score.Worth -= LostByDate;
-            best = std::max(best, score);
+        for (const TScore& score : Scores_) {
+            if (score.At == None)
+                continue;
+            const int byDate = News_[score.At] < Candidates_.size() ? LostByDate : 0;
+            best = std::max(best, {score.Worth - LostBehind(score.At) - byDate, score.At});
         }
         std::vector<std::size_t> row;
         for (std::size_t at = best.At; at != None; at = Before_[at])
@@ -132,6 +142,9 @@ private:
             Outdated_[News_[at]].push_back(at);
     }
 
+    /// What is lost when no neighbour comes behind an entry. Numbers begin with 1.
+    int LostBehind(std::size_t at) const { return Number(at).back() == 1 ? 0 : LostByGap; }
+
     /// Rows that skip what is not older than their last entry lose from here on.
     void Outdate(std::size_t at) {
         if (at == 0)
@@ -139,11 +152,11 @@ private:
         for (const std::size_t old : Outdated_[at - 1]) {
             if (Scores_[old].At == None)
                 continue;
-            Best_.Set(Places_[old], {Scores_[old].Worth - LostByDate, old});
+            Best_.Set(Places_[old], {Scores_[old].Worth - LostBehind(old) - LostByDate, old});
         }
     }
 
-    /// The worth of the best row that ends with this candidate; 0 for none.
+    /// The worth of the best row that ends with this candidate.
     int Extend(std::size_t at) {
         const auto isBefore = [this](std::size_t a, const TRevisionNumber& number) {
             return IsLoggedBefore(Number(a), number);
@@ -155,41 +168,64 @@ private:
         };
         const std::size_t own = placeOf(Number(at));
         TScore best = Best_.Best(0, own);
+        // The trunk is all in one piece.
+        best.Worth -= best.At != None && Number(at).size() == 2 ? LostByGap : 0;
         TRevisionNumber neighbour = Number(at);
         ++neighbour.back();
         // The neighbours are next to it in the order, too.
         if (own > 0 && Number(Sorted_[own - 1]) == neighbour) {
             TScore beside = Best_.Best(placeOf(neighbour), own);
-            beside.Worth += beside.At == None ? 0 : NeighbourWorth;
+            beside.Worth += NeighbourWorth + LostByGap;
             best = std::max(best, beside);
         }
-        if (best.At == None && BeginsWithHead_ && Number(at) != Head_)
-            return 0;
+        if (best.At == None && BeginsWithHead_ && Number(at) != Head_.Head)
+            return None_;
         Before_[at] = best.At;
-        const bool isSuspect = Entries_[Candidates_[at]].IsSuspect;
-        return best.Worth + EntryWorth - (isSuspect ? LostBySuspicion : 0);
+        return best.Worth + WorthOf(Entries_[Candidates_[at]]) -
+               // A description that holds revisions.
+               (best.At == None && at > 0 ? LostByDate : 0);
     }
 
+    int WorthOf(const TLogEntry& entry) const {
+        int worth = EntryWorth_;
+        for (const TRevisionNumber& branch : entry.Branches)
+            worth += Branches_.contains(branch) ? BranchWorth : 0;
+        worth -= entry.IsQuoted ? LostByQuoting : 0;
+        return worth - (entry.IsSuspect ? LostBySuspicion : 0);
+    }
+
+    static constexpr int None_ = std::numeric_limits<int>::min();
+
     const std::vector<TLogEntry>& Entries_;
-    const std::vector<std::size_t> Candidates_;
-    std::vector<std::size_t> Sorted_;  // candidates in the order of the log
-    std::vector<std::size_t> Places_;  // of each candidate in it
+    const std::vector<std::size_t>& Candidates_;
+    const TLogHead& Head_;
+    const int EntryWorth_;
+    std::set<TRevisionNumber> Branches_;  // that there are
+    std::vector<std::size_t> Sorted_;     // candidates in the order of the log
+    std::vector<std::size_t> Places_;     // of each candidate in it
     std::vector<std::size_t> News_;
     std::vector<std::vector<std::size_t>> Outdated_;  // by what they cannot quote
     std::vector<TScore> Scores_;
     std::vector<std::size_t> Before_;
     TBestScores Best_;
     bool BeginsWithHead_ = false;
-    TRevisionNumber Head_;
 };
 
-/// Takes away what `isOut` says, unless too few would be left.
-template <class TIsOut>
-void LeaveOut(std::vector<std::size_t>& candidates, std::size_t least, TIsOut isOut) {
+/// Takes away what cannot be of this file, unless too few would be left.
+void LeaveOutForeign(std::vector<std::size_t>& candidates, const std::vector<TLogEntry>& entries,
+                     const TLogHead& head) {
+    if (head.Total != head.Selected)
+        return;
+    // A branch is told by the revision that it leaves.
+    std::set<TRevisionNumber> told;
+    for (const std::size_t at : candidates)
+        told.insert(entries[at].Branches.begin(), entries[at].Branches.end());
     std::vector<std::size_t> rest;
-    std::ranges::copy_if(candidates, std::back_inserter(rest),
-                         [&](std::size_t at) { return !isOut(at); });
-    if (rest.size() >= least)
+    std::ranges::copy_if(candidates, std::back_inserter(rest), [&](std::size_t at) {
+        const TRevisionNumber branch = BranchOf(entries[at].Number);
+        return branch.empty() ? entries[at].Number <= head.Head : told.contains(branch);
+    });
+    if (rest.size() >= head.Selected)
         candidates = std::move(rest);
 }
 
@@ -236,20 +272,13 @@ std::vector<std::size_t> ChooseEntries(const std::vector<TLogEntry>& entries,
         return candidates;
     if (head.Selected == 0)
         return {};
-    LeaveOut(candidates, head.Selected, [&](std::size_t at) { return entries[at].IsQuoted; });
-    if (head.Total == head.Selected) {
-        // A branch is told by the revision that it leaves.
-        std::set<TRevisionNumber> told;
-        for (const std::size_t at : candidates)
-            told.insert(entries[at].Branches.begin(), entries[at].Branches.end());
-        LeaveOut(candidates, head.Selected, [&](std::size_t at) {
-            const TRevisionNumber branch = BranchOf(entries[at].Number);
-            return !branch.empty() && !told.contains(branch);
-        });
+    LeaveOutForeign(candidates, entries, head);
+    std::vector<std::size_t> row;
+    for (int worth = 64; worth > 0 && row.size() != head.Selected; worth /= 4) {
+        std::vector<std::size_t> other = TRow(entries, candidates, head, worth).Find();
+        if (row.empty() || other.size() >= head.Selected)
+            row = std::move(other);
     }
-    if (candidates.size() == head.Selected)
-        return candidates;
-    std::vector<std::size_t> row = TRow(entries, std::move(candidates), head).Find();
     if (row.size() > head.Selected)
         Shorten(row, head.Selected, entries);
     else if (row.size() < head.Selected)

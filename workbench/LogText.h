@@ -51,14 +51,17 @@ struct TFileLog {
 /// Reads what "log" or "rlog" say; lines end in CR LF or LF, and the client's own remarks may stand
 /// between the files. Any text gives a result. The time grows with the text, not faster.
 ///
-/// Messages may hold all that marks revisions and files: lines of dashes, whole logs. The number of
-/// revisions, which the client says first, tells how many there are; see LogEntries.h for which. A
-/// file's log ends where there are so many of them, and where the text ends or another file's
-/// begins; but where a message holds the head of another log, it also holds its end.
+/// Messages may hold all that marks revisions and files: lines of dashes, whole logs. The client
+/// says first how many revisions there are; LogEntries.h tells which. A file's log ends where there
+/// are so many of them, and nothing or the head of another file comes behind it; where messages
+/// quote heads, too, of a file that was not there yet and does not come again. Ends of quoted logs
+/// are told by their heads.
 ///
-/// What cannot be told: a message that begins like the line about the branches that leave a
-/// revision, when there are such branches; one that is just what the client says for an empty
-/// message; and of the end of a message, the carriage return of a line that has one of its own.
+/// What cannot be told: what LogEntries.h names; logs of two files that a message quotes one behind
+/// the other, when the second is nowhere else and quotes something itself; a message that begins
+/// like the line about the branches that leave a revision, when there are such branches; one that
+/// is just what the client says for an empty message; and, of a line of a message, a carriage
+/// return at its end.
 std::vector<TFileLog> ParseLog(std::string_view text);
 
 }  // namespace workbench

@@ -26,6 +26,13 @@ std::optional<TRevisionNumber> ParseNumber(std::string_view text) {
     }
 }
 
+std::string TextOf(const TRevisionNumber& number) {
+    std::string text;
+    for (const int part : number)
+        text += (text.empty() ? "" : ".") + std::to_string(part);
+    return text;
+}
+
 bool IsBranchNumber(const TRevisionNumber& number) {
     return number.size() % 2 == 1 || (number.size() > 2 && number[number.size() - 2] == 0);
 }

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -12,6 +13,9 @@ using TRevisionNumber = std::vector<int>;
 
 /// The parts of "1.2" or "1.2.0.2"; none of a text that is not figures with dots between them.
 std::optional<TRevisionNumber> ParseNumber(std::string_view text);
+
+/// The number with its dots.
+std::string TextOf(const TRevisionNumber& number);
 
 /// Whether a number is of a branch: magic (1.2.0.2) or an odd number of parts (1.1.1).
 bool IsBranchNumber(const TRevisionNumber& number);
