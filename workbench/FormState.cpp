@@ -10,16 +10,23 @@ namespace workbench {
 using namespace framework;
 using namespace hosting;
 
-void RestoreSize(TForm& form, const TSettings& settings, const std::string& kind, SIZE usual) {
+void SetFittingSize(TForm& form, int width, int height) {
     const RECT room = TForm::WorkArea();
-    const auto size = [&](const char* name, LONG otherwise, LONG most) {
+    const SIZE client = form.ClientSize();
+    // With the menu, which comes later.
+    const int frameWidth = form.Width() - static_cast<int>(client.cx);
+    const int frameHeight =
+        form.Height() - static_cast<int>(client.cy) + ::GetSystemMetrics(SM_CYMENU);
+    form.SetClientSize(std::min<int>(form.Scale(width), room.right - room.left - frameWidth),
+                       std::min<int>(form.Scale(height), room.bottom - room.top - frameHeight));
+}
+
+void RestoreSize(TForm& form, const TSettings& settings, const std::string& kind, SIZE usual) {
+    const auto size = [&](const char* name, LONG otherwise) {
         const int stored = std::atoi(settings.Read(settings.WindowKey(), kind + name, "").c_str());
-        return std::min<int>(
-            form.Scale(stored > 0 && stored <= 10000 ? stored : static_cast<int>(otherwise)),
-            static_cast<int>(most));
+        return stored > 0 && stored <= 10000 ? stored : static_cast<int>(otherwise);
     };
-    form.SetClientSize(size("Width", usual.cx, room.right - room.left),
-                       size("Height", usual.cy, room.bottom - room.top));
+    SetFittingSize(form, size("Width", usual.cx), size("Height", usual.cy));
 }
 
 void StoreSize(const TForm& form, TSettings& settings, const std::string& kind) {

@@ -15,6 +15,7 @@
 #include "framework/ui/image_list.h"
 #include "hosting/Programs.h"
 #include "workbench/BinaryForm.h"
+#include "workbench/FormState.h"
 #include "workbench/InputForm.h"
 #include "workbench/Pictures.h"
 
@@ -62,15 +63,16 @@ TMainForm::~TMainForm() {
 
 void TMainForm::AddControls() {
     const auto orElse = [](int stored, int usual) { return stored > 0 ? stored : usual; };
-    const RECT room = WorkArea();
-    SetMinClientSize(Scale(420), Scale(300));
-    SetClientSize(std::min<int>(Scale(orElse(State_.Width, 900)), room.right - room.left),
-                  std::min<int>(Scale(orElse(State_.Height, 640)), room.bottom - room.top));
+    SetMinClientSize(Scale(500), Scale(300));
+    SetFittingSize(*this, orElse(State_.Width, 900), orElse(State_.Height, 640));
     const SIZE size = ClientSize();
 
     Pictures_.emplace(Scale(16));
-    AddPictures(*Pictures_);
+    AddPictures(*Pictures_, true);
+    DisabledPictures_.emplace(Scale(16));
+    AddPictures(*DisabledPictures_, false);
     ToolBar_ = &Make<TToolBar>("ToolBar", *this, *Pictures_);
+    ToolBar_->SetDisabledImages(*DisabledPictures_);
     ToolBar_->SetAccessibleName("Tool bar");
     ToolBar_->SetAlign(TAlign::Top);
     auto& top = Make<TPanel>("Top", *this);
@@ -100,12 +102,12 @@ void TMainForm::AddControls() {
 }
 
 void TMainForm::AddFilePane(TControl& files) {
+    AddFilter(files);
     Tree_ = &Make<TTreeView>("Tree", files);
     Tree_->SetBounds(0, 0, Scale(State_.TreeWidth > 0 ? State_.TreeWidth : 220), 0);
     Tree_->SetAlign(TAlign::Left);
     Make<TSplitter>("Splitter2", files, *Tree_, TAlign::Left, 80);
     auto& right = Make<TPanel>("Right", files);
-    AddFilter(right);
     List_ = &Make<TListView>("List", right, TListViewStyle{.MultiSelect = true, .Sortable = true});
     List_->SetAlign(TAlign::Client);
     right.SetAlign(TAlign::Client);

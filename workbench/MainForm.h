@@ -203,7 +203,7 @@ private:
     std::vector<framework::TMenuItem*> Items_;  // of Commands, in their order
     framework::TMenuItem* RecentMenu_;
     framework::TMenuItem* ToolsMenu_;
-    std::optional<framework::TImageList> Pictures_;
+    std::optional<framework::TImageList> Pictures_, DisabledPictures_;
     /// A button, and the command that it stands for.
     struct TButtonOf {
         framework::TToolButton* Button;

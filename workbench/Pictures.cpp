@@ -17,11 +17,13 @@ constexpr COLORREF Green = RGB(0, 128, 0), Blue = RGB(0, 64, 192), Red = RGB(192
 /// Draws in a square of 16 units.
 class TPen {
 public:
-    TPen(HDC dc, const RECT& area) : Dc_(dc), Area_(area) {}
+    TPen(HDC dc, const RECT& area, bool enabled) : Dc_(dc), Area_(area), Enabled_(enabled) {}
 
     void Fill(const std::vector<POINT>& corners, COLORREF colour) const {
         // With a contrast theme only the system's colours can be told from what is behind them.
-        const COLORREF used = HighContrast()() ? ::GetSysColor(COLOR_BTNTEXT) : colour;
+        const COLORREF used = !Enabled_          ? ::GetSysColor(COLOR_GRAYTEXT)
+                              : HighContrast()() ? ::GetSysColor(COLOR_BTNTEXT)
+                                                 : colour;
         const GdiObject brush(::CreateSolidBrush(used));
         const GdiObject pen(::CreatePen(PS_SOLID, 1, used));
         const HGDIOBJ brushBefore = ::SelectObject(Dc_, brush.Get());
@@ -43,6 +45,7 @@ private:
 
     HDC Dc_;
     RECT Area_;
+    bool Enabled_;
 };
 
 void Draw(int picture, const TPen& pen) {
@@ -82,9 +85,10 @@ void Draw(int picture, const TPen& pen) {
 
 }  // namespace
 
-void AddPictures(TImageList& list) {
-    list.Add(PictureCount,
-             [](int picture, HDC dc, const RECT& area) { Draw(picture, TPen(dc, area)); });
+void AddPictures(TImageList& list, bool enabled) {
+    list.Add(PictureCount, [enabled](int picture, HDC dc, const RECT& area) {
+        Draw(picture, TPen(dc, area, enabled));
+    });
 }
 
 }  // namespace workbench

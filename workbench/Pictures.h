@@ -17,7 +17,7 @@ enum TPicture {
     PictureCount
 };
 
-/// Appends the pictures in their order.
-void AddPictures(framework::TImageList& list);
+/// Appends the pictures in their order. @param enabled false for those of what cannot be done now.
+void AddPictures(framework::TImageList& list, bool enabled);
 
 }  // namespace workbench

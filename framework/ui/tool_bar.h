@@ -40,6 +40,12 @@ public:
     /// @param images must live as long as the tool bar.
     TToolBar(TControl& parent, const TImageList& images);
     ~TToolBar() override;
+    /// Pictures for buttons that cannot be pressed, in place of what the system makes of the
+    /// others. They must live as long as the tool bar.
+    void SetDisabledImages(const TImageList& images) {
+        ::SendMessageW(Handle(), TB_SETDISABLEDIMAGELIST, 0,
+                       reinterpret_cast<LPARAM>(images.Get()));
+    }
 
 protected:
     LRESULT WndProc(UINT message, WPARAM wParam, LPARAM lParam) override;

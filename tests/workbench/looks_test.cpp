@@ -44,6 +44,7 @@ protected:
 TEST_F(Looks, AreTidy) {
     Select("a.c");
     Look(Form, "window");
+    EXPECT_LE(Form.Width(), ::GetSystemMetrics(SM_CXSCREEN));
     for (const auto& [item, caption, name] :
          {std::tuple{"Optio&ns...", "Options", "options"},
           {"P&references...", "Preferences", "working-copy"},
@@ -75,6 +76,11 @@ TEST_F(Looks, AreTidy) {
     ::SendMessageW(memo.Handle(), EM_POSFROMCHAR, reinterpret_cast<WPARAM>(&wide), 9);
     EXPECT_GT(narrow.x, 0);
     EXPECT_EQ(narrow.x, wide.x);
+}
+
+TEST_F(Looks, AreTidyInTheSmallestWindow) {
+    Form.SetClientSize(1, 1);
+    Look(Form, "smallest-window");
 }
 
 TEST(LooksAtHighResolution, AreTidy) {
