@@ -21,7 +21,8 @@ LRESULT CALLBACK ChunkProc(HWND window, UINT message, WPARAM wParam, LPARAM lPar
 
 }  // namespace
 
-void BareRun(const std::string& commandLine, const std::function<void(const char*)>& onChunk) {
+void BareRun(const std::string& commandLine, const std::function<void(const char*)>& onChunk,
+             const std::string& directory) {
     framework::KernelHandle outRead, outWrite, inRead, inWrite;
     SECURITY_ATTRIBUTES inheritable{sizeof inheritable, nullptr, TRUE};
     ::CreatePipe(outRead.Receive(), outWrite.Receive(), &inheritable, 0);
@@ -34,7 +35,7 @@ void BareRun(const std::string& commandLine, const std::function<void(const char
     PROCESS_INFORMATION information{};
     std::string line = commandLine;
     if (!::CreateProcessA(nullptr, line.data(), nullptr, nullptr, TRUE, CREATE_NEW_CONSOLE, nullptr,
-                          "C:\\", &startup, &information))
+                          directory.c_str(), &startup, &information))
         framework::RaiseLastOSError();
     const framework::KernelHandle process(information.hProcess), thread(information.hThread);
     outWrite.Reset();

@@ -111,5 +111,6 @@ void MeasureForms(TTable& table);
 void MeasureTools(TTable& table);
 void MeasureFlood(TTable& table);
 void MeasureHost(TTable& table);
+void MeasureViews(TTable& table);
 
 }  // namespace bench

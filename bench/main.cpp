@@ -21,6 +21,7 @@ int main(int argc, char** argv) {
         {"tools", bench::MeasureTools},
         {"flood", bench::MeasureFlood},
         {"host", bench::MeasureHost},
+        {"views", bench::MeasureViews},
     };
     const std::vector<std::string> wanted(argv + 1, argv + argc);
     try {

@@ -133,11 +133,11 @@ void TProject::BeforePlacing() {
 }
 
 void TProject::MessageReceived(const std::string& text) {
-    if (const std::string shown = Pieces_.Next(text, KnownPassword());
-        !shown.empty() && !Capturing_) {
-        Summary_.Add(shown);
-        Window_.Tell(shown);
-    }
+    if (!Capturing_)
+        if (const std::string shown = Pieces_.Next(text, KnownPassword()); !shown.empty()) {
+            Summary_.Add(shown);
+            Window_.Tell(shown);
+        }
     const TStringList* const captured = Cvs_.OutputList;
     if (captured && captured->Count() == Cvs_.OutputListLimit + 1)
         Window_.Tell("The answer is too long: only its first part is used.\r\n");

@@ -248,9 +248,10 @@ std::optional<TFetched> TQueries::File(const std::string& file, const TVersion& 
 
 std::optional<TFetched> TQueries::Comparison(const std::vector<std::string>& paths,
                                              const TVersion& from, const TVersion& to,
-                                             bool ignoreBlanks) {
+                                             bool ignoreBlanks, int context) {
     using enum TVersion::TKind;
-    std::string command = std::string(Plain) + "diff -u -N" + (ignoreBlanks ? " -w" : "");
+    std::string command = std::string(Plain) + "diff -U" + std::to_string(context) + " -N" +
+                          (ignoreBlanks ? " -w" : "");
     const bool isWorking = to.Kind == WorkingCopy;
     if (!isWorking || from.Kind != Base)
         command += OptionOf(from);

@@ -66,8 +66,9 @@ public:
     std::optional<TFetched> File(const std::string& file, const TVersion& version);
     /// The unified text of "diff", new and removed files as a whole; empty when nothing differs.
     /// @param paths files and folders, none for all. @param from not the working copy.
+    /// @param context lines around each change.
     std::optional<TFetched> Comparison(const std::vector<std::string>& paths, const TVersion& from,
-                                       const TVersion& to, bool ignoreBlanks);
+                                       const TVersion& to, bool ignoreBlanks, int context = 3);
 
     /// The full path of a file in the working copy, by what "rlog" calls it; empty for a file that
     /// is not the project's.

@@ -26,6 +26,7 @@ namespace {
 constexpr const char* StateKey = "Comparison";
 constexpr const char* PatchFilter = "Patches|*.patch;*.diff|All files|*.*";
 // More is not put into memory line by line; what differs is shown then.
+constexpr std::size_t Context = 3;  // lines around a change
 constexpr std::uint64_t MostBytes = 64 << 20;
 
 constexpr COLORREF Red = RGB(255, 60, 60), Green = RGB(40, 180, 60), Blue = RGB(60, 120, 255);
@@ -240,16 +241,15 @@ void TComparisonForm::Resized() {
 bool TComparisonForm::Load() {
     std::optional<TFetched> fetched;
     const bool asked = Host_.Query([&](TQueries& queries) {
-        fetched = queries.Comparison(Paths_, From_, To_, IgnoreBlanks_->Checked());
+        fetched = queries.Comparison(Paths_, From_, To_, IgnoreBlanks_->Checked(), 0);
     });
     if (!asked || !fetched) {
         Status_->SetPartText(1, "The client could not tell what differs: see the output");
         return false;
     }
-    Text_ = std::move(fetched->Text);
     Remark_ = fetched->Remark();
     const std::string before = ShownFile() ? ShownFile()->Name : "";
-    Comparison_ = ParseComparison(Text_);
+    Comparison_ = ParseComparison(fetched->Text);
     if (!Comparison_.Remarks.empty())
         Remark_ += (Remark_.empty() ? "" : ", ") + Comparison_.Remarks.front();
     const auto at = std::ranges::find(Comparison_.Files, before, &TFileDifference::Name);
@@ -328,13 +328,14 @@ void TComparisonForm::ShowFile() {
         bool known = false;
         std::vector<std::string> newer;
         try {
-            if (!ChangesOnly_->Checked())
-                newer = NewerLines(*file, known);
+            newer = NewerLines(*file, known);
         } catch (const EInOutError&) {
             // Another program holds it: what differs can be shown all the same.
             known = false;
         }
         Compared_ = SideBySide(*file, known ? &newer : nullptr);
+        if (ChangesOnly_->Checked())
+            Compared_ = ChangesOnly(std::move(Compared_), Context);
     }
     Changes_ = ChangesIn(Compared_);
     std::size_t longest = 0;
@@ -456,13 +457,11 @@ void TComparisonForm::ChooseVersions() {
 }
 
 void TComparisonForm::SavePatch() {
-    // Without the lines that differ in blanks it would not fit.
+    // With the lines around the changes, and those that differ in blanks: without them it would not
+    // fit.
     std::optional<TFetched> fetched;
-    if (IgnoreBlanks_->Checked())
-        Host_.Query(
-            [&](TQueries& queries) { fetched = queries.Comparison(Paths_, From_, To_, false); });
-    else
-        fetched = TFetched{Text_, false, 0};
+    Host_.Query(
+        [&](TQueries& queries) { fetched = queries.Comparison(Paths_, From_, To_, false); });
     if (!fetched || fetched->Text.empty())
         return;
     std::string path = SlashSep(Host_.Folder(), "");

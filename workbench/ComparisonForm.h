@@ -54,7 +54,6 @@ private:
     TViewHost& Host_;
     std::vector<std::string> Paths_;
     hosting::TVersion From_, To_;
-    std::string Text_;    // the client's
     std::string Remark_;  // where it comes from
     TComparison Comparison_;
     int File_ = 0;

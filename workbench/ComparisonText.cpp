@@ -221,20 +221,9 @@ public:
         return true;
     }
 
-    /// Brings the rest; false when the last part says that there is none.
-    bool Finish(const TFileDifference& file) {
-        constexpr std::ptrdiff_t Context = 3;  // lines behind a part, unless the text ends
-        const auto isSame = [](const std::string& line) { return line.starts_with(' '); };
-        if (Newer_ && !file.Hunks.empty()) {
-            const std::vector<std::string>& last = file.Hunks.back().Lines;
-            const auto changed = std::find_if_not(last.rbegin(), last.rend(), isSame);
-            if (changed - last.rbegin() < Context &&
-                static_cast<std::size_t>(To_ - 1) < Newer_->size())
-                return false;
-        }
+    void Finish() {
         while (Newer_ && static_cast<std::size_t>(To_ - 1) < Newer_->size())
             Same((*Newer_)[static_cast<std::size_t>(To_ - 1)]);
-        return true;
     }
 
     std::vector<TComparedLine> Lines;
@@ -410,9 +399,34 @@ std::vector<TComparedLine> SideBySide(const TFileDifference& file,
         if (!pairing.Begin(hunk) || !pairing.Add(hunk))
             return SideBySide(file, nullptr);
     }
-    if (!pairing.Finish(file))
-        return SideBySide(file, nullptr);
+    pairing.Finish();
     return std::move(pairing.Lines);
+}
+
+std::vector<TComparedLine> ChangesOnly(std::vector<TComparedLine> lines, std::size_t context) {
+    const auto isSame = [&](std::size_t at) {
+        return lines[at].Kind == TComparedLine::TKind::Same;
+    };
+    std::vector<TComparedLine> result;
+    for (std::size_t at = 0; at < lines.size();) {
+        std::size_t end = at;
+        while (end < lines.size() && isSame(end))
+            ++end;
+        // Of what is the same, what stands beside a change.
+        const std::size_t front = at == 0 ? 0 : context, back = end == lines.size() ? 0 : context;
+        if (const std::size_t count = end - at; count > front + back + 1) {
+            for (std::size_t i = at; i < at + front; ++i)
+                result.push_back(std::move(lines[i]));
+            result.push_back(
+                {TComparedLine::TKind::Gap, 0, 0, std::to_string(count - front - back), {}});
+            at = end - back;
+        }
+        for (; at < end; ++at)
+            result.push_back(std::move(lines[at]));
+        for (; at < lines.size() && !isSame(at); ++at)
+            result.push_back(std::move(lines[at]));
+    }
+    return result;
 }
 
 std::vector<int> ChangesIn(const std::vector<TComparedLine>& lines) {

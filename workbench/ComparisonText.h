@@ -69,6 +69,9 @@ std::vector<std::string> LinesOf(std::string_view text);
 std::vector<TComparedLine> SideBySide(const TFileDifference& file,
                                       const std::vector<std::string>* newer);
 
+/// The changes, with some lines around them and gaps for all others.
+std::vector<TComparedLine> ChangesOnly(std::vector<TComparedLine> lines, std::size_t context);
+
 /// The positions of the changes in them: each a line where one begins.
 std::vector<int> ChangesIn(const std::vector<TComparedLine>& lines);
 

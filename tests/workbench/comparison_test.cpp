@@ -61,7 +61,7 @@ std::string Edited(const std::string& text, std::mt19937& random) {
 class Comparisons : public testing::Test {
 protected:
     std::string Differences(const std::string& options) const {
-        return support::RunProcess("cvs -q diff -u -N " + options, Copy).Output;
+        return support::RunProcess("cvs -q diff -N -u " + options, Copy).Output;
     }
     /// Commits files with their first texts and then has them hold the second ones.
     void Make(const std::map<std::string, std::pair<std::string, std::string>>& texts) const {
@@ -114,7 +114,17 @@ TEST_F(Comparisons, PutBothTextsSideBySide) {
         EXPECT_EQ(ChangesIn(parts).size(), ChangesIn(SideBySide(file, &lines)).size());
         // A text that has changed since is not shown as if it had not.
         const std::vector<std::string> other(lines.size() + 1, "other");
-        EXPECT_EQ(SideBySide(file, &other).size(), parts.size());
+        EXPECT_TRUE(newer.empty() || SideBySide(file, &other).size() == parts.size());
+    }
+    // However many lines stand around the changes.
+    for (const TFileDifference& file : ParseComparison(Differences("-U0")).Files) {
+        const std::vector<std::string> lines = LinesOf(texts.at(file.Name).second);
+        const std::vector<TComparedLine> whole = SideBySide(file, &lines);
+        EXPECT_EQ(ColumnsOf(whole).From, LinesOf(texts.at(file.Name).first)) << file.Name;
+        int left = 0;
+        for (const TComparedLine& line : ChangesOnly(whole, 2))
+            left += line.Kind == TKind::Gap ? std::stoi(line.From) : 1;
+        EXPECT_EQ(left, static_cast<int>(whole.size())) << file.Name;
     }
     const auto& front = *std::ranges::find(comparison.Files, "front.c", &TFileDifference::Name);
     EXPECT_EQ(ColumnsOf(SideBySide(front, nullptr)).Kinds, "+==");
