@@ -11,7 +11,6 @@
 #include "support/WaitUntil.h"
 #include "tour/Tour.h"
 #include "workbench/AnnotationForm.h"
-#include "workbench/ComparisonForm.h"
 
 namespace tour {
 
@@ -199,14 +198,7 @@ void TTour::Annotate() {
     Choose("Selection/Annotate");
     const auto annotations = support::OpenForms<workbench::TAnnotationForm>();
     Expect(annotations.size() == 1, "who wrote it is shown");
-    Play_.Picture(annotations.front()->Handle(), "annotation");
     ::SendMessageW(annotations.front()->Handle(), WM_CLOSE, 0, 0);
-    Select("main.c");
-    Choose("Selection/Compare");
-    const auto comparisons = support::OpenForms<workbench::TComparisonForm>();
-    Expect(comparisons.size() == 1, "what differs is shown");
-    Play_.Picture(comparisons.front()->Handle(), "comparison");
-    ::SendMessageW(comparisons.front()->Handle(), WM_CLOSE, 0, 0);
     for (const char* item : {"Selection/Log", "Selection/Status", "Editing/Edit", "Editing/Editors",
                              "Editing/Watch", "Editing/Watchers", "Editing/Unedit"}) {
         Select("notes.txt");

@@ -59,6 +59,7 @@ bool TTour::Play() {
         {"Log out", &TTour::LogOut},
         {"Release a working copy", &TTour::ReleaseTheCopy},
         {"Take a project out of version control", &TTour::TakeOut},
+        {"Look at what was before", &TTour::LookAtThePast},
         {"Work a morning on forty changed files", &TTour::WorkAMorning},
     };
     for (const auto& [name, step] : steps)

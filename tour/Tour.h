@@ -40,7 +40,11 @@ private:
     void LogOut();
     void ReleaseTheCopy();
     void TakeOut();
+    void LookAtThePast();
     void WorkAMorning();
+
+    /// Makes a repository with a history, and a working copy with a change. (PastSteps.cpp)
+    void PrepareThePast(const std::string& repository, const std::string& project);
 
     // --- what a morning takes (MorningSteps.cpp)
     /// Makes a repository, a working copy with forty changed files, and what a colleague has done.
