@@ -106,8 +106,11 @@ std::string RepositoryOf(const std::string& folder, const TCvsObject& cvs) {
 
 std::string HashOf(const std::vector<std::string>& files) {
     std::string state;
-    for (const std::string& file : files)
-        state += std::to_string(std::hash<std::string>{}(ReadFileBytes(file))) + " ";
+    for (const std::string& file : files) {
+        const std::string bytes = ReadFileBytes(file);
+        state += std::to_string(bytes.size()) + " " +
+                 std::to_string(std::hash<std::string>{}(bytes)) + " ";
+    }
     return state;
 }
 

@@ -12,6 +12,7 @@
 #include "framework/base/text.h"
 #include "framework/ui/dialogs.h"
 #include "framework/ui/splitter.h"
+#include "hosting/KeptCommand.h"
 #include "workbench/FormState.h"
 #include "workbench/InputForm.h"
 
@@ -27,7 +28,7 @@ constexpr const char* StateKey = "Comparison";
 constexpr const char* PatchFilter = "Patches|*.patch;*.diff|All files|*.*";
 // More is not put into memory line by line; what differs is shown then.
 constexpr std::size_t Context = 3;  // lines around a change
-constexpr std::uint64_t MostBytes = 64 << 20;
+constexpr std::uint64_t MostBytes = 16 << 20;
 
 constexpr COLORREF Red = RGB(255, 60, 60), Green = RGB(40, 180, 60), Blue = RGB(60, 120, 255);
 
@@ -163,11 +164,11 @@ void TComparisonForm::AddMenu() {
     add(file, "&Open the file", {'O', true}, [this] { OpenFile(); });
     add(file, "&Save as patch...", {'S', true}, [this] { SavePatch(); });
     add(file, "&History", {'L', true}, [this] {
-        if (const TFileDifference* shown = ShownFile())
+        if (const TFileDifference* shown = ShownFile(); shown && !PathOf(*shown).empty())
             Host_.ShowHistory({PathOf(*shown)});
     });
     add(file, "&Annotate", {'T', true}, [this] {
-        if (const TFileDifference* shown = ShownFile())
+        if (const TFileDifference* shown = ShownFile(); shown && !PathOf(*shown).empty())
             Host_.Annotate(PathOf(*shown), To_.Kind == TVersion::TKind::WorkingCopy
                                                ? std::string()
                                                : shown->ToRevision);
@@ -278,7 +279,8 @@ const TFileDifference* TComparisonForm::ShownFile() const {
 std::string TComparisonForm::PathOf(const TFileDifference& file) const {
     std::string name = file.Name;
     std::ranges::replace(name, '/', '\\');
-    return SlashSep(Host_.Folder(), name);
+    // What a server says must not lead to other files.
+    return IsNameBelow(name) ? SlashSep(Host_.Folder(), name) : std::string();
 }
 
 std::vector<std::string> TComparisonForm::NewerLines(const TFileDifference& file, bool& known) {
@@ -286,7 +288,7 @@ std::vector<std::string> TComparisonForm::NewerLines(const TFileDifference& file
     if (file.IsRemoved)
         return {};
     const std::string path = PathOf(file);
-    if (To_.Kind == TVersion::TKind::WorkingCopy) {
+    if (path.empty() || To_.Kind == TVersion::TKind::WorkingCopy) {
         known = FileExists(path) && FileSize(path) <= MostBytes;
         return known ? LinesOf(ReadFileBytes(path)) : std::vector<std::string>();
     }
@@ -299,6 +301,8 @@ std::vector<std::string> TComparisonForm::NewerLines(const TFileDifference& file
 
 bool TComparisonForm::ShowWholeFile(TFileDifference& file) {
     const std::string path = PathOf(file);
+    if (path.empty())
+        return false;
     const bool isWorking = To_.Kind == TVersion::TKind::WorkingCopy;
     std::optional<TFetched> older, newer;
     if (isWorking && FileExists(path) && FileSize(path) <= MostBytes)

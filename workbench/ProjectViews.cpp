@@ -49,6 +49,9 @@ bool TProjectViews::Operate(const std::vector<std::string>& paths,
 
 void TProjectViews::Compare(const std::vector<std::string>& paths, const TVersion& from,
                             const TVersion& to) {
+    // What the editors hold is meant, too.
+    if (to.Kind == TVersion::TKind::WorkingCopy && !Form_.SaveDocuments())
+        return;
     Open<TComparisonForm>(paths, from, to);
 }
 
