@@ -147,6 +147,13 @@ int main(int count, char** arguments) {
         for (int byte = 0; byte < 256; ++byte)
             bytes += static_cast<char>(byte);
         Write(bytes);
+    } else if (mode == "say-file") {
+        std::FILE* const in = std::fopen(words[1].c_str(), "rb");
+        if (!in)
+            return 96;
+        for (int byte; (byte = std::fgetc(in)) != EOF;)
+            Write(std::string(1, static_cast<char>(byte)));
+        std::fclose(in);
     } else if (mode == "show") {
         return Show(words[2], words[1]);
     } else if (mode == "grandchild") {

@@ -352,6 +352,21 @@ TEST_F(Views, ShowWhatOneSideAloneHas) {
     EXPECT_NE(kinds["b.c"], "");
 }
 
+TEST_F(Views, ShowNoFileThatAServerNamesElsewhere) {
+    Sandbox.Write(Sandbox.Folder / "work\\outside.c", "b\r\nsecret\r\n");
+    Sandbox.Write(Sandbox.Folder / "said", "Index: ../outside.c\r\n@@ -1 +1 @@\r\n-a\r\n+b\r\n");
+    Form.Project()->Cvs().CvsExecutable =
+        support::FakeClient() + " say-file \"" + (Sandbox.Folder / "said") + "\"";
+    Pick(Form, "C&ompare");
+    auto* form = OpenView<TComparisonForm>();
+    ASSERT_TRUE(form) << Told();
+    EXPECT_EQ(Kinds(*form), "|");
+    PickIn(*form, "&Open the file");
+    PickIn(*form, "&Annotate");
+    EXPECT_TRUE(support::OpenForms<TDocumentForm>().empty());
+    EXPECT_FALSE(OpenView<TAnnotationForm>());
+}
+
 TEST_F(Views, SayWhoWroteEachLine) {
     support::WriteBytes(Copy + "\\a.c", "one\r\ntwo\r\nthree\r\n");
     Select("a.c");
