@@ -22,7 +22,8 @@ void SetStates(HWND list, int index, UINT states, UINT mask) {
 
 }  // namespace
 
-TListView::TListView(TControl& parent, TListViewStyle style) : TControl(&parent), Rows_(*this) {
+TListView::TListView(TControl& parent, TListViewStyle style)
+    : TControl(&parent), Rows_(*this), Ticks_(style.Ticks) {
     const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_LISTVIEW_CLASSES};
     ::InitCommonControlsEx(&classes);
     const DWORD header = !style.Header ? LVS_NOCOLUMNHEADER : style.Sortable ? 0 : LVS_NOSORTHEADER;
@@ -32,8 +33,11 @@ TListView::TListView(TControl& parent, TListViewStyle style) : TControl(&parent)
                  WS_CHILD | WS_VISIBLE | WS_TABSTOP | LVS_REPORT | LVS_OWNERDATA |
                      LVS_SHOWSELALWAYS | LVS_SHAREIMAGELISTS | header | edit | single,
                  WS_EX_CLIENTEDGE, parent.Handle());
-    ::SendMessageW(Handle(), LVM_SETEXTENDEDLISTVIEWSTYLE, LVS_EX_FULLROWSELECT,
-                   LVS_EX_FULLROWSELECT);
+    const DWORD extended = LVS_EX_FULLROWSELECT | (Ticks_ ? LVS_EX_CHECKBOXES : 0);
+    ::SendMessageW(Handle(), LVM_SETEXTENDEDLISTVIEWSTYLE, extended, static_cast<LPARAM>(extended));
+    // The rows are not the system's, nor are their ticks: it asks.
+    if (Ticks_)
+        ::SendMessageW(Handle(), LVM_SETCALLBACKMASK, LVIS_STATEIMAGEMASK, 0);
 }
 
 void TListView::AddColumn(const std::string& caption, int width) {
@@ -203,6 +207,56 @@ void TListView::Select(int index) {
     ::SendMessageW(Handle(), LVM_ENSUREVISIBLE, static_cast<WPARAM>(index), FALSE);
 }
 
+void TListView::SetTicked(const std::vector<int>& indices, bool ticked) {
+    bool changed = false;
+    for (const int index : indices) {
+        if (!RowAt(index) || RowAt(index)->Ticked == ticked)
+            continue;
+        Rows_.Items[static_cast<std::size_t>(index)].Ticked = ticked;
+        changed = true;
+        ::SendMessageW(Handle(), LVM_REDRAWITEMS, static_cast<WPARAM>(index), index);
+        ::NotifyWinEvent(EVENT_OBJECT_STATECHANGE, Handle(), OBJID_CLIENT, index + 1);
+    }
+    if (changed && OnTick)
+        OnTick(this);
+}
+
+void TListView::TickSelected() {
+    // All of them become what the one with the focus was not.
+    std::vector<int> indices = SelectedIndices();
+    const int focused = FocusedIndex();
+    if (RowAt(focused) && std::ranges::find(indices, focused) == indices.end())
+        indices = {focused};
+    if (const TListRow* const first = RowAt(RowAt(focused)    ? focused
+                                            : indices.empty() ? -1
+                                                              : indices.front()))
+        SetTicked(indices, !first->Ticked);
+}
+
+void TListView::Clicked(const NMITEMACTIVATE& click, const TNotifyEvent& event) {
+    if (Ticks_) {
+        LVHITTESTINFO hit{};
+        hit.pt = click.ptAction;
+        ::SendMessageW(Handle(), LVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));
+        // Two quick clicks on a box are two clicks.
+        if (const TListRow* const row = RowAt(hit.iItem); row && hit.flags == LVHT_ONITEMSTATEICON)
+            return SetTicked({hit.iItem}, !row->Ticked);
+    }
+    if (event)
+        event(this);
+}
+
+LRESULT TListView::WndProc(UINT message, WPARAM wParam, LPARAM lParam) {
+    // To the system the space bar also selects, and looks for a caption.
+    if (Ticks_ && message == WM_KEYDOWN && wParam == VK_SPACE && ::GetKeyState(VK_CONTROL) >= 0) {
+        TickSelected();
+        return 0;
+    }
+    if (Ticks_ && message == WM_CHAR && wParam == VK_SPACE)
+        return 0;
+    return TControl::WndProc(message, wParam, lParam);
+}
+
 void TListView::EditCaption(int index) {
     SetFocus();
     ::SendMessageW(Handle(), LVM_EDITLABELW, static_cast<WPARAM>(index), 0);
@@ -222,6 +276,11 @@ void TListView::Describe(LVITEMW& item) const {
         return;
     if (item.mask & LVIF_IMAGE)
         item.iImage = item.iSubItem == 0 ? row->ImageIndex : -1;
+    if ((item.mask & LVIF_STATE) && Ticks_ && item.iSubItem == 0) {
+        item.stateMask |= LVIS_STATEIMAGEMASK;
+        item.state = (item.state & ~UINT{LVIS_STATEIMAGEMASK}) |
+                     INDEXTOSTATEIMAGEMASK(row->Ticked ? 2u : 1u);
+    }
     if ((item.mask & LVIF_TEXT) && item.pszText && item.cchTextMax > 0) {
         const auto column = static_cast<std::size_t>(item.iSubItem);
         const std::wstring text = column == 0 ? ToWide(row->Caption)
@@ -316,12 +375,10 @@ LRESULT TListView::Notify(NMHDR& header) {
                 EditCaption(SelectedIndex());
             return 0;
         case static_cast<int>(NM_CLICK):
-            if (OnClick)
-                OnClick(this);
+            Clicked(reinterpret_cast<const NMITEMACTIVATE&>(header), OnClick);
             return 0;
         case static_cast<int>(NM_DBLCLK):
-            if (OnDblClick)
-                OnDblClick(this);
+            Clicked(reinterpret_cast<const NMITEMACTIVATE&>(header), OnDblClick);
             return 0;
         default:
             return 0;

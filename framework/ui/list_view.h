@@ -18,6 +18,7 @@ struct TListViewStyle {
     bool EditCaptions = false;  ///< The user can change the rows' captions, also with F2.
     bool MultiSelect = false;   ///< Several rows can be selected.
     bool Sortable = false;      ///< The columns' captions can be clicked.
+    bool Ticks = false;         ///< Each row has a box; a click on it and the space bar tick it.
 };
 
 /// Rows of texts in columns, one or several of which can be selected as a whole. The selection
@@ -65,6 +66,8 @@ public:
     void Select(int index);
     /// Selects all rows, where several can be.
     void SelectAll();
+    /// Ticks rows or takes their ticks away, as the user does.
+    void SetTicked(const std::vector<int>& indices, bool ticked);
     /// Lets the user change a row's caption in its place, if the style allows it.
     void EditCaption(int index);
 
@@ -76,12 +79,15 @@ public:
     TNotifyEvent OnDblClick;
     /// The caption of a column was clicked.
     std::function<void(int column)> OnColumnClick;
+    /// Ticks were put or taken away; once for rows that were changed together.
+    TNotifyEvent OnTick;
     /// The user has given a row another caption; it already has it.
     std::function<void(int index, const std::string& caption)> OnEdited;
     /// Asked before a row is drawn: the colour of its text, or none for the usual one.
     std::function<std::optional<COLORREF>(const TListRow& row)> OnRowColor;
 
 protected:
+    LRESULT WndProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     LRESULT Notify(NMHDR& header) override;
     POINT MenuPlace() const override;
 
@@ -109,11 +115,14 @@ private:
     int Find(const NMLVFINDITEMW& search) const;
     LRESULT CustomDraw(NMLVCUSTOMDRAW& draw) const;
     void Edited(const LVITEMW& item);
+    void Clicked(const NMITEMACTIVATE& click, const TNotifyEvent& event);
+    void TickSelected();
     const TListRow* RowAt(int index) const;
     void RedrawWhatDiffers(const std::vector<TListRow>& before);
 
     TRows Rows_;
     int Columns_ = 0;
+    const bool Ticks_;
     bool Silent_ = false;  // what the selection does now is no event
 };
 

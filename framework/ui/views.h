@@ -34,6 +34,7 @@ struct TListRow {
     std::vector<std::string> SubItems;  ///< In the order of the columns behind the first.
     int ImageIndex = -1;
     TObject* Data = nullptr;  ///< What the row stands for; the row does not own it.
+    bool Ticked = false;      ///< Shown by lists whose style has boxes to tick.
 
     bool operator==(const TListRow&) const = default;
 };

@@ -195,6 +195,77 @@ TEST(ListViews, KeepTheirRowsThemselves) {
     EXPECT_THROW(list.DeleteRow(1), std::out_of_range);
 }
 
+TEST(ListViews, HaveRowsTicked) {
+    TForm form("ticks");
+    form.SetClientSize(300, 200);
+    auto& list =
+        form.Make<TListView>("ListView1", form, TListViewStyle{.MultiSelect = true, .Ticks = true});
+    list.SetAlign(TAlign::Client);
+    list.AddColumn("Name", 150);
+    form.Show();
+    for (int i = 0; i < 4; ++i)
+        list.Rows().Add(
+            {.Caption = "a row " + std::to_string(i), .SubItems = {}, .Ticked = i == 2});
+    int told = 0, selected = 0, opened = 0;
+    list.OnTick = [&](TObject*) { ++told; };
+    list.OnDblClick = [&](TObject*) { ++opened; };
+    // What the system draws and tells those who read screens aloud.
+    const auto shown = [&] {
+        std::string boxes;
+        for (WPARAM i = 0; i < 4; ++i) {
+            const auto state = static_cast<UINT>(
+                ::SendMessageW(list.Handle(), LVM_GETITEMSTATE, i, LVIS_STATEIMAGEMASK));
+            EXPECT_EQ(state >> 12, list.Row(static_cast<int>(i)).Ticked ? 2u : 1u);
+            boxes += state >> 12 == 2 ? 'x' : '-';
+        }
+        return boxes;
+    };
+    EXPECT_EQ(shown(), "--x-");
+    const auto press = [&](WPARAM key) {
+        ::PostMessageW(list.Handle(), WM_KEYDOWN, key, 1);
+        Application().ProcessMessages();
+    };
+    list.SetFocus();
+    list.Select(1);
+    press(VK_SPACE);
+    EXPECT_EQ(shown(), "-xx-");
+    EXPECT_EQ(list.SelectedIndices(), (std::vector<int>{1}));
+    list.SelectAll();
+    press(VK_SPACE);
+    EXPECT_EQ(shown(), "----") << "as the one with the focus";
+    press(VK_SPACE);
+    EXPECT_EQ(shown(), "xxxx");
+    EXPECT_EQ(told, 3);
+    EXPECT_EQ(list.SelectedIndices().size(), 4u);
+    list.SetTicked({0, 9}, false);
+    list.SetTicked({0}, false);
+    EXPECT_EQ(shown(), "-xxx");
+    EXPECT_EQ(told, 4) << "nothing has changed the second time";
+    // The mouse: on the box, and beside it.
+    list.Select(-1);
+    list.OnSelectItem = [&](TObject*) { ++selected; };
+    RECT label{};
+    label.left = LVIR_LABEL;
+    ::SendMessageW(list.Handle(), LVM_GETITEMRECT, 3, reinterpret_cast<LPARAM>(&label));
+    const auto click = [&](int x, bool twice = false) {
+        const LPARAM place = MAKELPARAM(x, (label.top + label.bottom) / 2);
+        ::PostMessageW(list.Handle(), twice ? WM_LBUTTONDBLCLK : WM_LBUTTONDOWN, MK_LBUTTON, place);
+        ::PostMessageW(list.Handle(), WM_LBUTTONUP, 0, place);
+        Application().ProcessMessages();
+    };
+    click(label.left - 8);
+    EXPECT_EQ(shown(), "-xx-");
+    EXPECT_EQ(selected, 0);
+    click(label.left - 8, true);
+    EXPECT_EQ(shown(), "-xxx");
+    EXPECT_EQ(opened, 0);
+    click(label.left + 8);
+    click(label.left + 8, true);
+    EXPECT_EQ(shown(), "-xxx");
+    EXPECT_GT(selected, 0);
+    EXPECT_EQ(opened, 1);
+}
+
 TEST(ListViews, LetCaptionsBeEdited) {
     TForm form("edit");
     form.SetClientSize(200, 100);
