@@ -58,6 +58,22 @@ void TSettings::Delete(const std::string& key, const std::string& name) {
         ::RegDeleteValueA(opened.Get(), name.c_str());
 }
 
+std::vector<std::string> TSettings::Names(const std::string& key) const {
+    std::vector<std::string> names;
+    RegistryKey opened;
+    if (::RegOpenKeyExA(HostRegistryKey, key.c_str(), 0, KEY_READ, opened.Receive()) !=
+        ERROR_SUCCESS)
+        return names;
+    constexpr DWORD LongestName = 16384;
+    std::vector<char> name(LongestName);
+    for (DWORD i = 0, size = LongestName;
+         ::RegEnumValueA(opened.Get(), i, name.data(), &size, nullptr, nullptr, nullptr, nullptr) ==
+         ERROR_SUCCESS;
+         ++i, size = LongestName)
+        names.emplace_back(name.data(), size);
+    return names;
+}
+
 std::string TSettings::BinaryEndings() const {
     return Read(Key_, "BinaryEndings", UsualBinaryEndings);
 }

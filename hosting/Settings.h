@@ -41,6 +41,15 @@ public:
     std::string BinaryEndings() const;
     void SetBinaryEndings(const std::string& endings) { Write(Key_, "BinaryEndings", endings); }
 
+    /// The key of what the last commits said.
+    std::string MessagesKey() const { return Key_ + "\\Messages"; }
+
+    /// Whether commits ask with the package's own dialogs.
+    bool CommitsByPackage() const { return Read(Key_, "CommitsByPackage", "") == "1"; }
+    void SetCommitsByPackage(bool byPackage) {
+        Write(Key_, "CommitsByPackage", byPackage ? "1" : "");
+    }
+
     /// The folders opened last, the latest first.
     std::vector<std::string> RecentProjects() const;
     /// Puts a folder to the front of them.
@@ -53,6 +62,8 @@ public:
                      const std::string& missing) const;
     /// Raises framework::ERegistryError when the value cannot be written.
     void Write(const std::string& key, const std::string& name, const std::string& value);
+    /// The names of a key's values, in no order.
+    std::vector<std::string> Names(const std::string& key) const;
     /// Takes a value away; one that is not there is no error.
     void Delete(const std::string& key, const std::string& name);
 
