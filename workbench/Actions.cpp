@@ -84,7 +84,7 @@ bool TMainForm::OperateIn(const std::string& folder, const std::vector<std::stri
                           const std::function<bool(TCvsObject&)>& operation) {
     bool done = false;
     if (!Busy_ && TurnTo(folder))
-        OperateOn(paths, [&](TCvsObject& cvs) { return done = operation(cvs); });
+        Busily([&](TProject& project) { done = project.Operate(operation, paths); });
     return done;
 }
 
@@ -301,7 +301,11 @@ void TMainForm::AskForOptions() {
          {}},
         {TInput::Flag, "Taking out keeps the ignore lists", options.KeepCvsIgnore ? "1" : "", {}},
         {TInput::Text, "Remote shell (for ssh)", cvs.CVS_RSH(), {}},
-        {TInput::Text, "Endings of binary files", Settings_.BinaryEndings(), {}}};
+        {TInput::Text, "Endings of binary files", Settings_.BinaryEndings(), {}},
+        {TInput::Flag,
+         "Commit with the package's own dialogs",
+         Settings_.CommitsByPackage() ? "1" : "",
+         {}}};
     if (!AskFor("Options", inputs))
         return;
     const auto mode = std::find(modes.begin(), modes.end(), inputs[0].Value) - modes.begin();
@@ -314,6 +318,7 @@ void TMainForm::AskForOptions() {
     cvs.Set_CVS_RSH(inputs[6].Value);
     if (inputs[7].Value != Settings_.BinaryEndings())
         Settings_.SetBinaryEndings(inputs[7].Value);
+    Settings_.SetCommitsByPackage(inputs[8].Value == "1");
     Current_->Save();
 }
 

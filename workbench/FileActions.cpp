@@ -136,12 +136,12 @@ void TMainForm::RemoveSelection(bool deleteFiles) {
     });
 }
 
-void TMainForm::CommitProject() {
-    OperateOn({}, Committing(*Current_));
-}
-
-void TMainForm::CommitSelection() {
-    OperateOn(Selection(), Committing(*Current_));
+void TMainForm::CommitFiles(const std::vector<std::string>& paths) {
+    if (Settings_.CommitsByPackage())
+        return OperateOn(paths, Committing(*Current_));
+    // What only the editors have is to be seen, too.
+    if (SaveDocuments())
+        Views().Commit(paths);
 }
 
 void TMainForm::UpdateProject() {

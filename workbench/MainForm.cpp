@@ -242,6 +242,20 @@ bool TMainForm::TurnTo(const std::string& folder) {
     return true;
 }
 
+std::vector<TFileRow> TMainForm::FilesIn(const std::string& folder,
+                                         const std::vector<std::string>& paths) {
+    const auto at = std::ranges::find_if(
+        Projects_, [&](const auto& open) { return SameText(open->Folder(), folder); });
+    if (Busy_ || at == Projects_.end())
+        return {};
+    TProject& project = **at;
+    project.Refresh();
+    if (&project == Current_)
+        ShowFiles();
+    return RowsIn(paths.empty() ? std::vector{project.Folder()} : paths, project.Folder(),
+                  project.Cvs().WorkDirTree);
+}
+
 TProjectViews& TMainForm::Views() {
     const std::string folder = Current_->Folder();
     const auto at = std::ranges::find(Views_, folder, &TProjectViews::Folder);

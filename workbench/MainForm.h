@@ -57,6 +57,10 @@ public:
     /// says; false when there is no such project.
     bool OperateIn(const std::string& folder, const std::vector<std::string>& paths,
                    const std::function<bool(tandrel::TCvsObject&)>& operation);
+    /// The files of an open project that are meant by these paths, none of them for all; read anew.
+    /// None while a command runs.
+    std::vector<hosting::TFileRow> FilesIn(const std::string& folder,
+                                           const std::vector<std::string>& paths);
     /// Asks the repository of an open project something. False when a command runs, or when there
     /// is no such project.
     bool Query(const std::string& folder,
@@ -157,8 +161,7 @@ private:
     // --- with files (FileActions.cpp)
     void AddSelection();
     void RemoveSelection(bool deleteFiles);
-    void CommitSelection();
-    void CommitProject();
+    void CommitFiles(const std::vector<std::string>& paths);
     void UpdateProject();
     void UpdateSelection();
     void RevertSelection();

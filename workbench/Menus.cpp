@@ -108,7 +108,11 @@ const std::vector<TMainForm::TMenuCommand>& TMainForm::Commands() {
          &F::UpdateProject,
          UpdatePicture,
          L"Update the project now (Ctrl+Shift+U)"},
-        {"&Working copy", "&Commit...", NeedsStored, {'K', true}, &F::CommitProject},
+        {"&Working copy",
+         "&Commit...",
+         NeedsStored,
+         {'K', true},
+         [](F& form) { form.CommitFiles({}); }},
         {"&Working copy", "&Release...", NeedsStored, none, project(&C::Release)},
         {"&Working copy", "-"},
         {"&Working copy", "Create &label...", NeedsStored, none,
@@ -154,7 +158,8 @@ const std::vector<TMainForm::TMenuCommand>& TMainForm::Commands() {
         {"&Selection", "-"},
         {"&Selection", "&Update", NeedsStoredSelection, none, &F::UpdateSelection},
         {"&Selection", "Re&vert...", NeedsStoredSelection, none, &F::RevertSelection},
-        {"&Selection", "&Commit...", NeedsStoredSelection, none, &F::CommitSelection, CommitPicture,
+        {"&Selection", "&Commit...", NeedsStoredSelection, none,
+         [](F& form) { form.CommitFiles(form.Selection()); }, CommitPicture,
          L"Commit what is chosen, or the project"},
         {"&Selection",
          "C&ompare",
@@ -229,7 +234,7 @@ void TMainForm::BuildToolBar() {
         button.OnClick = [this, &what = *command](TObject*) {
             // Where nothing is chosen all of it is meant.
             if (what.Picture == CommitPicture && Selection().empty())
-                CommitProject();
+                CommitFiles({});
             else
                 Run(what);
         };

@@ -2,6 +2,7 @@
 
 #include "framework/ui/application.h"
 #include "workbench/AnnotationForm.h"
+#include "workbench/CommitForm.h"
 #include "workbench/ComparisonForm.h"
 #include "workbench/MainForm.h"
 
@@ -25,17 +26,18 @@ void TProjectViews::ForgetClosed() {
 }
 
 template <class TView, class... TArguments>
-void TProjectViews::Open(TArguments&&... arguments) {
+bool TProjectViews::Open(TArguments&&... arguments) {
     ForgetClosed();
     TView& view = Application().CreateForm<TView>(*this, std::forward<TArguments>(arguments)...);
     // Until it is shown it counts as closed.
     if (!view.Load()) {
         view.Free();
-        return;
+        return false;
     }
     Open_.push_back(&view);
     view.Show();
     ::SetForegroundWindow(view.Handle());
+    return true;
 }
 
 bool TProjectViews::Query(const std::function<void(TQueries& queries)>& action) {
@@ -45,6 +47,24 @@ bool TProjectViews::Query(const std::function<void(TQueries& queries)>& action) 
 bool TProjectViews::Operate(const std::vector<std::string>& paths,
                             const std::function<bool(tandrel::TCvsObject&)>& operation) {
     return Form_.OperateIn(Folder_, paths, operation);
+}
+
+std::vector<TFileRow> TProjectViews::Files(const std::vector<std::string>& paths) {
+    return Form_.FilesIn(Folder_, paths);
+}
+
+void TProjectViews::Commit(const std::vector<std::string>& paths) {
+    ForgetClosed();
+    // There is one message, so there is one window.
+    for (TForm* view : Open_)
+        if (auto* const open = dynamic_cast<TCommitForm*>(view)) {
+            open->ShowFiles(paths);
+            open->Show();
+            ::SetForegroundWindow(open->Handle());
+            return;
+        }
+    if (!Open<TCommitForm>(paths))
+        Form_.Tell("Nothing has changed that could be committed.\r\n");
 }
 
 void TProjectViews::Compare(const std::vector<std::string>& paths, const TVersion& from,

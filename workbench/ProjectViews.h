@@ -23,9 +23,11 @@ public:
     bool Query(const std::function<void(hosting::TQueries& queries)>& action) override;
     bool Operate(const std::vector<std::string>& paths,
                  const std::function<bool(tandrel::TCvsObject&)>& operation) override;
+    std::vector<hosting::TFileRow> Files(const std::vector<std::string>& paths) override;
     std::string Folder() const override { return Folder_; }
     void Compare(const std::vector<std::string>& paths, const hosting::TVersion& from,
                  const hosting::TVersion& to) override;
+    void Commit(const std::vector<std::string>& paths) override;
     void ShowHistory(const std::vector<std::string>& paths) override;
     void Annotate(const std::string& file, const std::string& revision) override;
     void OpenText(const std::string& caption, const std::string& text,
@@ -34,9 +36,9 @@ public:
     hosting::TSettings& Settings() override;
 
 private:
-    /// Shows a new window once it has something to show.
+    /// Shows a new window once it has something to show; false when it has nothing.
     template <class TView, class... TArguments>
-    void Open(TArguments&&... arguments);
+    bool Open(TArguments&&... arguments);
     void ForgetClosed();
 
     TMainForm& Form_;

@@ -21,12 +21,16 @@ public:
     /// operation says.
     virtual bool Operate(const std::vector<std::string>& paths,
                          const std::function<bool(tandrel::TCvsObject&)>& operation) = 0;
+    /// The files that are meant by these paths, read anew; none while a command runs.
+    virtual std::vector<hosting::TFileRow> Files(const std::vector<std::string>& paths) = 0;
     /// The folder of the project.
     virtual std::string Folder() const = 0;
 
     /// Shows what differs. @param from not the working copy.
     virtual void Compare(const std::vector<std::string>& paths, const hosting::TVersion& from,
                          const hosting::TVersion& to) = 0;
+    /// Lets the user commit what has changed of them.
+    virtual void Commit(const std::vector<std::string>& paths) = 0;
     virtual void ShowHistory(const std::vector<std::string>& paths) = 0;
     /// Shows who wrote the lines of a file. @param revision empty for that of the working copy.
     virtual void Annotate(const std::string& file, const std::string& revision) = 0;

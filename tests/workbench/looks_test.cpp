@@ -4,6 +4,7 @@
 #include "framework/base/files.h"
 #include "tests/workbench/Projects.h"
 #include "workbench/BinaryForm.h"
+#include "workbench/CommitForm.h"
 
 namespace {
 
@@ -64,6 +65,12 @@ TEST_F(Looks, AreTidy) {
     for (int i = 0; i < 40; ++i)
         files.push_back({Folder / ("one\\pictures\\number " + std::to_string(i) + ".png"), i != 3});
     LookAt("Binary files", "binary", [&] { AskForBinary(Folder / "one", files); });
+    Pick(Form, "&Commit...");
+    TCommitForm& commit = *support::OpenForms<TCommitForm>().at(0);
+    support::Type(commit, "Message", "What has changed\r\n" + std::string(80, 'x'));
+    Look(commit, "commit");
+    commit.SetClientSize(commit.Scale(440), commit.Scale(300));
+    Look(commit, "commit-small");
     TDocumentForm document(Folder / "one\\conflict.c");
     document.Show();
     support::Pick(document, "Menu1", "&Next");
