@@ -232,7 +232,10 @@ void TTour::WorkInTwoProjects() {
         const std::string name = folder == second ? "second.c" : "main.c";
         support::WriteBytes(folder + "\\" + name, "changed in " + name + "\r\n");
         Form_->OpenProject(folder);
-        Commit();
+        if (folder == second)
+            CommitByWizard("By the wizard");
+        else
+            Commit();
     }
     Expect(Ask(repository, "checkout -p second/second.c") == "changed in second.c\r\n",
            "the second project is in its repository");

@@ -102,10 +102,10 @@ void TTour::ShowOnly(const std::string& filter) {
     Type(*Form_, "Filter", filter);
 }
 
-void TTour::CommitAs(const std::string& message, const std::string& item) {
+void TTour::CommitAs(const std::string& message, const std::string& item,
+                     const std::string& picture) {
     Keys_ += static_cast<int>(message.size()) + 1;
-    Clicks_ += 3;
-    Commit(message, item);
+    Commit(message, item, picture);
 }
 
 void TTour::ResolveInTheEditor(const std::string& path) {
@@ -182,7 +182,7 @@ void TTour::WorkAMorning() {
         CommitAs("part " + std::to_string(first), "Selection/Commit...");
         ++Clicks_;
     }
-    CommitAs("the rest", "Working copy/Commit...");
+    CommitAs("the rest", "Working copy/Commit...", "commit");
     ++Keys_;
     Expect(status.PartText(1).find("committed") != std::string::npos, status.PartText(1));
 

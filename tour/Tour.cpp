@@ -7,6 +7,7 @@
 #include "support/Drive.h"
 #include "support/Process.h"
 #include "support/WaitUntil.h"
+#include "workbench/CommitForm.h"
 
 namespace tour {
 
@@ -103,14 +104,36 @@ void TTour::Choose(const std::string& path) {
     item.Click();
 }
 
-void TTour::Commit(const std::string& message, const std::string& item) {
+void TTour::Commit(const std::string& message, const std::string& item,
+                   const std::string& picture) {
+    Choose(item);
+    const auto windows = support::OpenForms<workbench::TCommitForm>();
+    Expect(windows.size() == 1, "what there is to commit is shown");
+    workbench::TCommitForm& window = *windows.front();
+    support::Type(window, "Message", message);
+    if (!picture.empty())
+        Play_.Picture(window.Handle(), picture);
+    support::Press(window, "Commit");
+    Expect(!window.Visible(), "it is committed:\r\n" + Told());
+}
+
+void TTour::CommitByWizard(const std::string& message) {
+    const auto choose = [this](bool package) {
+        Play_.ExpectForm("Options", [package](TForm& form) {
+            support::Check(form, "Input9", package);
+            support::Press(form, "BitBtn1");
+        });
+        Choose("Repository/Options...");
+    };
+    choose(true);
     Play_.ExpectForm("CVS commit-step 1", [this, message](TForm& form) {
         Next(form);
         support::Type(support::StepOf(form), "Memo1", message);
         support::Press(form, "BitBtn1");
     });
     ExpectSuccess("CVS commit");
-    Choose(item);
+    Choose("Working copy/Commit...");
+    choose(false);
 }
 
 void TTour::CreateRepository(const std::string& folder) {

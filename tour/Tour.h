@@ -55,7 +55,9 @@ private:
     void SelectRows(const std::vector<std::string>& names);
     void ShowOnly(const std::string& filter);
     /// Commits what is chosen, or all, with this message.
-    void CommitAs(const std::string& message, const std::string& item);
+    /// @param picture of the window; none when empty.
+    void CommitAs(const std::string& message, const std::string& item,
+                  const std::string& picture = {});
     /// Opens the file that is selected, and takes both texts of its conflict.
     void ResolveInTheEditor(const std::string& path);
 
@@ -65,8 +67,12 @@ private:
     void Choose(const std::string& path);
     framework::TMenuItem& MenuItem(const std::string& path);
     /// Commits what has changed in the project at hand, or what is chosen.
-    void Commit(const std::string& message = {},
-                const std::string& item = "Working copy/Commit...");
+    /// @param picture of the window; none when empty.
+    void Commit(const std::string& message = "Work",
+                const std::string& item = "Working copy/Commit...",
+                const std::string& picture = {});
+    /// The same with the package's own dialogs, which are chosen and given back.
+    void CommitByWizard(const std::string& message);
     void CreateRepository(const std::string& folder);
     /// Places the project at hand with what the dialogs say by themselves.
     void Place();
