@@ -83,6 +83,18 @@ void TListView::SetSortMark(int column, bool descending) {
     }
 }
 
+void TListView::SetColumnOrder(const std::vector<int>& order) {
+    std::vector<int> columns = order;
+    ::SendMessageW(Handle(), LVM_SETCOLUMNORDERARRAY, columns.size(),
+                   reinterpret_cast<LPARAM>(columns.data()));
+}
+
+void TListView::SetDrawnColumn(int column, std::function<void(const TListCell& cell)> draw) {
+    DrawnColumn_ = draw ? column : -1;
+    DrawCell_ = std::move(draw);
+    ::InvalidateRect(Handle(), nullptr, TRUE);
+}
+
 void TListView::SetImages(HIMAGELIST images) {
     ::SendMessageW(Handle(), LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(images));
 }
@@ -311,19 +323,50 @@ int TListView::Find(const NMLVFINDITEMW& search) const {
     return -1;
 }
 
+std::optional<COLORREF> TListView::RowColor(int index) const {
+    const TListRow* const row = RowAt(index);
+    return row && OnRowColor && !HighContrast()() ? OnRowColor(*row) : std::nullopt;
+}
+
+void TListView::DrawCell(int row, HDC dc) const {
+    RECT area{};
+    area.left = LVIR_BOUNDS;
+    area.top = DrawnColumn_;
+    ::SendMessageW(Handle(), LVM_GETSUBITEMRECT, static_cast<WPARAM>(row),
+                   reinterpret_cast<LPARAM>(&area));
+    const bool isSelected =
+        ::SendMessageW(Handle(), LVM_GETITEMSTATE, static_cast<WPARAM>(row), LVIS_SELECTED) != 0;
+    // As the system draws the other cells, with the focus and without.
+    const int back = !isSelected ? COLOR_WINDOW : Focused() ? COLOR_HIGHLIGHT : COLOR_BTNFACE;
+    const int front = !isSelected ? COLOR_WINDOWTEXT
+                      : Focused() ? COLOR_HIGHLIGHTTEXT
+                                  : COLOR_BTNTEXT;
+    ::FillRect(dc, &area, ::GetSysColorBrush(back));
+    const int saved = ::SaveDC(dc);
+    ::IntersectClipRect(dc, area.left, area.top, area.right, area.bottom);
+    DrawCell_({row, dc, area, ::GetSysColor(front)});
+    ::RestoreDC(dc, saved);
+}
+
 LRESULT TListView::CustomDraw(NMLVCUSTOMDRAW& draw) const {
-    if (!OnRowColor)
-        return CDRF_DODEFAULT;
-    if (draw.nmcd.dwDrawStage == CDDS_PREPAINT)
-        return HighContrast()() ? CDRF_DODEFAULT : CDRF_NOTIFYITEMDRAW;
-    const TListRow* const row = RowAt(static_cast<int>(draw.nmcd.dwItemSpec));
-    if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT || !row)
-        return CDRF_DODEFAULT;
-    const std::optional<COLORREF> color = OnRowColor(*row);
-    if (!color)
-        return CDRF_DODEFAULT;
-    draw.clrText = *color;
-    return CDRF_NEWFONT;
+    const int row = static_cast<int>(draw.nmcd.dwItemSpec);
+    switch (draw.nmcd.dwDrawStage) {
+        case CDDS_PREPAINT:
+            return OnRowColor || DrawCell_ ? CDRF_NOTIFYITEMDRAW : CDRF_DODEFAULT;
+        case CDDS_ITEMPREPAINT: {
+            const std::optional<COLORREF> color = RowColor(row);
+            draw.clrText = color.value_or(draw.clrText);
+            return (color ? CDRF_NEWFONT : CDRF_DODEFAULT) |
+                   (DrawCell_ ? CDRF_NOTIFYSUBITEMDRAW : CDRF_DODEFAULT);
+        }
+        case CDDS_ITEMPREPAINT | CDDS_SUBITEM:
+            if (draw.iSubItem != DrawnColumn_ || !RowAt(row))
+                return CDRF_DODEFAULT;
+            DrawCell(row, draw.nmcd.hdc);
+            return CDRF_SKIPDEFAULT;
+        default:
+            return CDRF_DODEFAULT;
+    }
 }
 
 void TListView::Edited(const LVITEMW& item) {

@@ -21,6 +21,14 @@ struct TListViewStyle {
     bool Ticks = false;         ///< Each row has a box; a click on it and the space bar tick it.
 };
 
+/// A cell that is to be drawn. Its background is there already.
+struct TListCell {
+    int Row;
+    HDC Dc;
+    RECT Area;       ///< What the cell has of the window, in pixels.
+    COLORREF Color;  ///< Of what is drawn, so that it shows on the background.
+};
+
 /// Rows of texts in columns, one or several of which can be selected as a whole. The selection
 /// shows also without the focus. The control keeps the rows itself; the system asks for what it
 /// draws.
@@ -36,6 +44,11 @@ public:
     void SetColumnWidths(const std::vector<int>& widths);
     /// Marks a column as the one that the rows are sorted by; -1 for none.
     void SetSortMark(int column, bool descending);
+    /// The order in which the columns are seen, from the left.
+    void SetColumnOrder(const std::vector<int>& order);
+    /// Has the cells of a column drawn instead of showing their texts, which remain for programs
+    /// that read screens aloud. @param column not the first. @param draw none for texts again.
+    void SetDrawnColumn(int column, std::function<void(const TListCell& cell)> draw);
     /// Small images. The list stays its owner's and must live as long as the control; null for
     /// none.
     void SetImages(HIMAGELIST images);
@@ -114,6 +127,8 @@ private:
     void Describe(LVITEMW& item) const;
     int Find(const NMLVFINDITEMW& search) const;
     LRESULT CustomDraw(NMLVCUSTOMDRAW& draw) const;
+    std::optional<COLORREF> RowColor(int index) const;
+    void DrawCell(int row, HDC dc) const;
     void Edited(const LVITEMW& item);
     void Clicked(const NMITEMACTIVATE& click, const TNotifyEvent& event);
     void TickSelected();
@@ -123,6 +138,8 @@ private:
     TRows Rows_;
     int Columns_ = 0;
     const bool Ticks_;
+    int DrawnColumn_ = -1;
+    std::function<void(const TListCell& cell)> DrawCell_;  // of that column
     bool Silent_ = false;  // what the selection does now is no event
 };
 
