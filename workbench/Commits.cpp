@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "framework/base/text.h"
+#include "workbench/LogNames.h"
 #include "workbench/RevisionNumbers.h"
 
 namespace workbench {
@@ -24,8 +25,8 @@ constexpr double SecondsPerDay = 86400, MostSeconds = 300;
 struct TMade {
     std::size_t Log;
     const TRevision* Revision;
-    const TRevision* Before;  ///< None for the file's first.
-    std::string_view Branch;
+    std::string Before;  ///< The number of the one it was made from.
+    std::string Branch;
 };
 
 /// What revisions of one commit have in common.
@@ -55,10 +56,6 @@ bool IsMadeByClient(const TRevision& revision,
 /// The revisions of a file that somebody has committed, with what they were made from.
 void AddRevisions(const std::vector<TFileLog>& logs, std::size_t index, std::vector<TMade>& made) {
     const TFileLog& log = logs[index];
-    std::map<TRevisionNumber, std::string_view> names;
-    for (const TLabel& label : log.Labels)
-        if (label.IsBranch())
-            names.emplace(PlainBranch(*ParseNumber(label.Revision)), label.Name);
     std::unordered_map<std::string_view, const TRevision*> revisions;
     for (const TRevision& revision : log.Revisions)
         revisions.emplace(revision.Number, &revision);
@@ -66,6 +63,7 @@ void AddRevisions(const std::vector<TFileLog>& logs, std::size_t index, std::vec
     for (const TRevision& revision : log.Revisions)
         numbers.push_back(ParseNumber(revision.Number).value_or(TRevisionNumber()));
     const auto before = RevisionsBefore(numbers);
+    std::vector<std::string> branches = BranchesOf(log);
     // What a revision was made from comes in front of it.
     std::vector<std::size_t> sorted(numbers.size());
     std::iota(sorted.begin(), sorted.end(), std::size_t{0});
@@ -75,16 +73,14 @@ void AddRevisions(const std::vector<TFileLog>& logs, std::size_t index, std::vec
         const TRevision& revision = log.Revisions[i];
         if (IsMadeByClient(revision, revisions))
             continue;
-        const TRevision* from = before[i] ? &log.Revisions[*before[i]] : nullptr;
+        const TRevision* const from = before[i] ? &log.Revisions[*before[i]] : nullptr;
+        std::string number = from ? from->Number : std::string();
+        if (!from && log.IsPart)
+            number = TextOf(NumberBefore(numbers[i]));
         // What was imported was made from nothing, whatever it says; what came later was not.
         if (from && IsMadeByClient(*from, revisions) && (from->IsDead() || numbers[i].size() > 2))
-            from = nullptr;
-        std::string_view branch;
-        if (numbers[i].size() > 2) {
-            const auto name = names.find(BranchOf(numbers[i]));
-            branch = name != names.end() ? name->second : BranchIn(revision.Number);
-        }
-        made.push_back({index, &revision, from, branch});
+            number.clear();
+        made.push_back({index, &revision, std::move(number), std::move(branches[i])});
     }
 }
 
@@ -116,9 +112,8 @@ public:
         open->Files.insert(made.Log);
         TCommit& commit = Commits[open->Commit];
         commit.Last = revision.Date;
-        commit.Files.push_back({Names_[made.Log], revision.Number,
-                                made.Before ? made.Before->Number : std::string(),
-                                revision.IsDead(), made.Log});
+        commit.Files.push_back(
+            {Names_[made.Log], revision.Number, made.Before, revision.IsDead(), made.Log});
     }
 
     std::vector<TCommit> Commits;

@@ -147,6 +147,7 @@ public:
             Log_.Description = Joined(Lines_, Line_ + 1, first);
         for (const std::size_t at : chosen)
             Branches_.insert(BranchOf(Entries_[at].Number));
+        Log_.IsPart = Counts_.Total > Counts_.Selected;
         Log_.Revisions.reserve(chosen.size());
         for (std::size_t i = 0; i < chosen.size(); ++i)
             Add(chosen[i], i + 1 < chosen.size() ? Dashes_[chosen[i + 1]] : EndLine_);

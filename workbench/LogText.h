@@ -43,6 +43,7 @@ struct TFileLog {
     std::string KeywordMode = {};
     std::string Description = {};
     std::vector<TLabel> Labels = {};        ///< The latest first.
+    bool IsPart = false;                    ///< Not all of the file's revisions were asked for.
     std::vector<TRevision> Revisions = {};  ///< As the client gives them (see IsLoggedBefore).
 
     bool operator==(const TFileLog&) const = default;

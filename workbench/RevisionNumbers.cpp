@@ -52,6 +52,15 @@ TRevisionNumber RootOf(const TRevisionNumber& branch) {
     return branch.empty() ? branch : TRevisionNumber(branch.begin(), branch.end() - 1);
 }
 
+TRevisionNumber NumberBefore(TRevisionNumber revision) {
+    if (revision.empty())
+        return {};
+    if (revision.back() <= 1)
+        return RootOf(BranchOf(revision));
+    --revision.back();
+    return revision;
+}
+
 bool IsLoggedBefore(const TRevisionNumber& a, const TRevisionNumber& b) {
     if (a.size() <= 2 || b.size() <= 2)
         return a.size() <= 2 && b.size() <= 2 ? a > b : a.size() < b.size();

@@ -27,6 +27,10 @@ TRevisionNumber BranchOf(const TRevisionNumber& revision);
 /// The revision that a branch leaves: {1, 2} of 1.2.2.
 TRevisionNumber RootOf(const TRevisionNumber& branch);
 
+/// The number that the revision should have which one was made from: the next lower one of its line
+/// of revisions, or the one that its branch leaves. Empty for the first of all.
+TRevisionNumber NumberBefore(TRevisionNumber revision);
+
 /// Whether the client's log names revision `a` before `b`: the trunk from its newest one down; then
 /// the branches, those of the oldest revision of the trunk first, and of one revision the last
 /// made first; each from its newest one down, and behind it those that leave it.
