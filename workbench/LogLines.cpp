@@ -25,7 +25,7 @@ void Keep(TFileLog* log, std::string TFileLog::*field, std::string_view value) {
 
 }  // namespace
 
-TLines LinesOf(std::string_view text) {
+TLines LinesOfLog(std::string_view text) {
     TLines lines;
     while (!text.empty()) {
         const std::size_t end = text.find('\n');

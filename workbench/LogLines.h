@@ -16,7 +16,7 @@ namespace workbench {
 
 /// Lines of a text without their ends; they refer to it.
 using TLines = std::vector<std::string_view>;
-TLines LinesOf(std::string_view text);
+TLines LinesOfLog(std::string_view text);
 
 /// Takes a beginning off a text; false when it begins otherwise.
 bool Take(std::string_view& text, std::string_view beginning);

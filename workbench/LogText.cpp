@@ -196,7 +196,7 @@ bool TLabel::IsBranch() const {
 }
 
 std::vector<TFileLog> ParseLog(std::string_view text) {
-    const TLines lines = LinesOf(text);
+    const TLines lines = LinesOfLog(text);
     const std::vector<TLogMark> marks = MarksOf(lines);
     TFileEnds ends(lines, marks);
     std::vector<TFileLog> logs;
