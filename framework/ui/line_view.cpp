@@ -7,6 +7,7 @@
 #include <cwchar>
 
 #include "framework/base/text.h"
+#include "framework/ui/clipboard.h"
 #include "framework/ui/contrast.h"
 #include "framework/ui/form.h"
 
@@ -90,22 +91,6 @@ LONG DrawLetters(HDC dc, const RECT& place, std::wstring_view letters) {
     SIZE size{};
     ::GetTextExtentPoint32W(dc, letters.data(), count, &size);
     return place.left + size.cx;
-}
-
-void PutOnClipboard(HWND owner, const std::string& text) {
-    if (!::OpenClipboard(owner))
-        return;
-    ::EmptyClipboard();
-    const std::wstring wide = ToWide(text);
-    const std::size_t bytes = (wide.size() + 1) * sizeof(wchar_t);
-    // The clipboard owns it once it has taken it.
-    if (const HGLOBAL memory = ::GlobalAlloc(GMEM_MOVEABLE, bytes)) {
-        std::wmemcpy(static_cast<wchar_t*>(::GlobalLock(memory)), wide.c_str(), wide.size() + 1);
-        ::GlobalUnlock(memory);
-        if (!::SetClipboardData(CF_UNICODETEXT, memory))
-            ::GlobalFree(memory);
-    }
-    ::CloseClipboard();
 }
 
 }  // namespace

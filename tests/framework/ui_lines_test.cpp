@@ -6,6 +6,7 @@
 
 #include "framework/base/text.h"
 #include "framework/ui/application.h"
+#include "framework/ui/clipboard.h"
 #include "framework/ui/contrast.h"
 #include "framework/ui/form.h"
 #include "framework/ui/line_view.h"
@@ -15,18 +16,6 @@ namespace {
 using namespace framework;
 
 constexpr COLORREF Odd = RGB(1, 2, 250), Marked = RGB(3, 250, 4);
-
-std::string Clipboard() {
-    std::string text;
-    if (!::OpenClipboard(nullptr))
-        return text;
-    if (const HANDLE data = ::GetClipboardData(CF_UNICODETEXT)) {
-        text = FromWide(static_cast<const wchar_t*>(::GlobalLock(data)));
-        ::GlobalUnlock(data);
-    }
-    ::CloseClipboard();
-    return text;
-}
 
 class Lines : public testing::Test {
 protected:
@@ -140,7 +129,7 @@ TEST_F(Lines, AreReachedByKeysAndTheMouse) {
     EXPECT_GT(View.Selection().second, 0);
     View.Select(1, 2);
     View.Copy();
-    EXPECT_EQ(Clipboard(), "\tline 1 right\r\n\tline 2 right\r\n");
+    EXPECT_EQ(TextOfClipboard(Form.Handle()), "\tline 1 right\r\n\tline 2 right\r\n");
     int activated = 0;
     View.OnActivate = [&](TObject*) { ++activated; };
     Press(VK_RETURN);
