@@ -154,7 +154,7 @@ public:
     /// The revisions and branches of a file that such labels mean.
     std::unordered_set<std::string> In(const TFileLog& log) {
         std::unordered_set<std::string> numbers;
-        for (const TLabel& label : log.Labels) {
+        for (const TFileLabel& label : log.Labels) {
             const auto [known, isNew] = Known_.try_emplace(label.Name, false);
             if (isNew)
                 known->second = Part_.In(label.Name);
@@ -264,7 +264,7 @@ std::vector<TProjectLabel> LabelsOf(const std::vector<TFileLog>& logs) {
             const auto date = dates.find(number);
             return date == dates.end() ? 0 : date->second;
         };
-        for (const TLabel& label : log.Labels) {
+        for (const TFileLabel& label : log.Labels) {
             TProjectLabel& all = labels[label.Name];
             ++all.Files;
             if (!label.IsBranch()) {

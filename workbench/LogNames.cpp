@@ -17,7 +17,7 @@ TRevisionNumber NumberOf(const std::string& text) {
 
 std::vector<std::string> BranchesOf(const TFileLog& log) {
     std::map<TRevisionNumber, const std::string*> names;
-    for (const TLabel& label : log.Labels)
+    for (const TFileLabel& label : log.Labels)
         if (label.IsBranch())
             names.emplace(PlainBranch(NumberOf(label.Revision)), &label.Name);
     std::vector<std::string> branches;

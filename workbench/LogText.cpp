@@ -190,7 +190,7 @@ private:
 
 }  // namespace
 
-bool TLabel::IsBranch() const {
+bool TFileLabel::IsBranch() const {
     const auto number = ParseNumber(Revision);
     return number && IsBranchNumber(*number);
 }

@@ -25,13 +25,13 @@ struct TRevision {
 };
 
 /// A symbolic name of a file.
-struct TLabel {
+struct TFileLabel {
     std::string Name;
     std::string Revision;
 
     /// Whether the number is a branch's.
     bool IsBranch() const;
-    bool operator==(const TLabel&) const = default;
+    bool operator==(const TFileLabel&) const = default;
 };
 
 /// What the client's log says of one file.
@@ -42,7 +42,7 @@ struct TFileLog {
     std::string Branch = {};  ///< That a check-out without a label takes; empty for the trunk.
     std::string KeywordMode = {};
     std::string Description = {};
-    std::vector<TLabel> Labels = {};        ///< The latest first.
+    std::vector<TFileLabel> Labels = {};    ///< The latest first.
     bool IsPart = false;                    ///< Not all of the file's revisions were asked for.
     std::vector<TRevision> Revisions = {};  ///< As the client gives them (see IsLoggedBefore).
 

@@ -134,7 +134,7 @@ std::string Dump(const TFileLog& log) {
 
 std::string Labels(const TFileLog& log) {
     std::string text;
-    for (const TLabel& label : log.Labels)
+    for (const TFileLabel& label : log.Labels)
         text += label.Name + "=" + label.Revision + (label.IsBranch() ? " branch; " : "; ");
     return text;
 }

@@ -1,0 +1,355 @@
+#include "workbench/HistoryForm.h"
+
+#include <algorithm>
+#include <set>
+
+#include "core/Cvs_time.h"
+#include "framework/base/files.h"
+#include "framework/base/paths.h"
+#include "framework/base/system_time.h"
+#include "framework/ui/splitter.h"
+#include "workbench/ColumnState.h"
+#include "workbench/FormState.h"
+#include "workbench/LogNames.h"
+#include "workbench/TreeCell.h"
+
+namespace workbench {
+
+using namespace framework;
+using namespace hosting;
+
+namespace {
+
+constexpr int Gap = 4, ButtonHeight = 23, EditHeight = 21;
+constexpr int TreeColumn = 1;
+
+/// The beginning of a day here, as UTC.
+TDateTime StartOfDay(TDateTime localDay) {
+    return SystemTimeToDateTime(tandrel::_LocalTimeToSystemTime(DateTimeToSystemTime(localDay)));
+}
+
+}  // namespace
+
+THistoryForm::THistoryForm(TViewHost& host, std::vector<std::string> paths)
+    : TForm("History", TFormBorder::Main),
+      Host_(host),
+      Paths_(std::move(paths)),
+      History_(IsOneFile() ? HistoryOfFile({}, Paths_.front())
+                           : HistoryOfProject({}, {}, Host_.Folder(), Paths_)) {
+    SetMinClientSize(Scale(560), Scale(260));
+    RestoreSize(*this, Host_.Settings(), StateKey(), {940, 600});
+    SetText("History of " + Subject());
+    AddMenus();
+    AddBar();
+    Status_ = &Make<TStatusBar>("Status", *this, std::vector{0});
+    Status_->SetAlign(TAlign::Bottom);
+    List_ = &Make<TListView>("List", *this, TListViewStyle{.MultiSelect = true});
+    List_->SetAccessibleName(IsOneFile() ? "Revisions" : "Commits");
+    for (const TColumn& column : History_->Columns())
+        List_->AddColumn(column.Caption, column.Width);
+    if (IsOneFile())
+        ShowTree();
+    List_->SetPopupMenu(Popup_);
+    List_->OnSelectItem = [this](TObject*) { ShowChosen(); };
+    List_->OnDblClick = [this](TObject*) { Compare(); };
+    List_->SetBounds(0, 0, Scale(600),
+                     Scale(StoredSize(Host_.Settings(), StateKey() + "ListHeight", 300)));
+    List_->SetAlign(TAlign::Top);
+    Make<TSplitter>("Splitter1", *this, *List_, TAlign::Top, 60);
+    AddLower();
+    RestoreColumns(*List_, Host_.Settings(), StateKey());
+    RestoreColumns(*Details_, Host_.Settings(), StateKey() + "Details");
+    Delay_.OnTimer = [this](TObject*) {
+        Delay_.SetEnabled(false);
+        ShowRows();
+    };
+    OnKeyPreview = [this](WPARAM key) { return PreviewKey(key); };
+    EnableActions();
+}
+
+THistoryForm::~THistoryForm() {
+    TSettings& settings = Host_.Settings();
+    const auto units = [this](int pixels) { return ::MulDiv(pixels, 96, Scale(96)); };
+    if (IsOneFile() && HasUsualTree()) {
+        std::vector<int> widths = List_->ColumnWidths();
+        widths[TreeColumn] = History_->Columns()[TreeColumn].Width;
+        List_->SetColumnWidths(widths);
+    }
+    StoreSize(*this, settings, StateKey());
+    StoreColumns(*List_, settings, StateKey());
+    StoreColumns(*Details_, settings, StateKey() + "Details");
+    if (!::IsIconic(Handle()) && !::IsZoomed(Handle())) {
+        StoreSizeOf(settings, StateKey() + "ListHeight", units(List_->Height()));
+        StoreSizeOf(settings, StateKey() + "MessageWidth", units(Message_->Width()));
+    }
+}
+
+bool THistoryForm::IsOneFile() const {
+    return Paths_.size() == 1 && !DirectoryExists(Paths_.front());
+}
+
+std::string THistoryForm::StateKey() const {
+    // Both have columns of their own.
+    return IsOneFile() ? "FileHistory" : "ProjectHistory";
+}
+
+std::string THistoryForm::Subject() const {
+    std::vector<std::string> names;
+    for (const std::string& path : Paths_)
+        names.push_back(ExtractFileName(path));
+    return names.empty() ? ExtractFileName(Host_.Folder()) : FirstOf(names, 3);
+}
+
+// --- controls ---------------------------------------------------------------------------------
+
+void THistoryForm::AddMenus() {
+    Menu_ = &Make<TMainMenu>("Menu1", *this);
+    Popup_ = &Make<TPopupMenu>("ListMenu");
+    TMenuItem& file = Menu_->Add("&File");
+    TMenuItem& chosen = Menu_->Add(IsOneFile() ? "&Revision" : "&Commit");
+    for (const TAction& action : Actions()) {
+        if (action.IsOfCommits && IsOneFile())
+            continue;
+        TControls controls{&action, nullptr, {}};
+        const auto add = [&](TMenuItem& menu, TShortcut keys) {
+            TMenuItem& item = menu.Add(action.Item, keys);
+            item.OnClick = [this, &action](TObject*) { (this->*action.Run)(); };
+            controls.Items.push_back(&item);
+        };
+        add(action.IsOfFile ? file : chosen, action.Keys);
+        add(*Popup_, {});
+        Controls_.push_back(std::move(controls));
+    }
+    const auto add = [](TMenuItem& menu, const char* caption, TShortcut keys,
+                        std::function<void()> action) {
+        menu.Add(caption, keys).OnClick = [action](TObject*) { action(); };
+    };
+    file.AddSeparator();
+    add(file, "&Close", {'W', true}, [this] { CloseQuery(); });
+    TMenuItem& view = Menu_->Add("&View");
+    add(view, "&Search", {'F', true}, [this] {
+        Search_->SetFocus();
+        Search_->SelectAll();
+    });
+    add(view, "Since a &date", {'E', true}, [this] {
+        Since_->Click();
+        if (Since_->Checked())
+            From_->SetFocus();
+    });
+    view.AddSeparator();
+    add(view, "&Refresh", {VK_F5}, [this] { Load(); });
+}
+
+void THistoryForm::AddBar() {
+    auto& bar = Make<TPanel>("Bar", *this);
+    bar.SetBounds(0, 0, Scale(900), Scale(2 * ButtonHeight + 3 * Gap));
+    AddButtons(bar);
+    const int top = Scale(ButtonHeight + 2 * Gap);
+    auto& label = Make<TLabel>("SearchLabel", bar, "Search");
+    label.SetBounds(Scale(Gap), top + Scale(3), label.Width(), label.Height());
+    Search_ = &Make<TEdit>("Search", bar);
+    Search_->SetAccessibleName(IsOneFile() ? "Search messages, authors and labels"
+                                           : "Search messages, authors, labels and files");
+    int left = Scale(2 * Gap) + label.Width();
+    Search_->SetBounds(left, top, Scale(260), Scale(EditHeight));
+    Search_->OnChange = [this](TObject*) { Delay_.Restart(); };
+    left += Scale(260 + 3 * Gap);
+    Since_ = &Make<TCheckBox>("Since", bar, "Since");
+    const int width = Since_->TextSize("Since").cx + Scale(24);
+    Since_->SetBounds(left, top + Scale(2), width, Scale(17));
+    left += width;
+    From_ = &Make<TDateTimePicker>("From", bar);
+    From_->SetAccessibleName("The first day to be shown");
+    From_->SetBounds(left, top, Scale(110), Scale(EditHeight));
+    From_->SetDate(Now() - 30);
+    From_->SetEnabled(false);
+    From_->OnChange = [this](TObject*) { Delay_.Restart(); };
+    Since_->OnClick = [this](TObject*) {
+        From_->SetEnabled(Since_->Checked());
+        ShowRows();
+    };
+    bar.SetAlign(TAlign::Top);
+}
+
+void THistoryForm::AddButtons(TPanel& bar) {
+    int left = Scale(Gap);
+    for (TControls& controls : Controls_) {
+        const TAction& action = *controls.Action;
+        if (!action.Button)
+            continue;
+        auto& button = Make<TButton>(action.Name, bar, action.Button);
+        const int width = button.TextSize(action.Button).cx + Scale(20);
+        button.SetBounds(left, Scale(Gap), width, Scale(ButtonHeight));
+        button.OnClick = [this, &action](TObject*) { (this->*action.Run)(); };
+        controls.Button = &button;
+        left += width + Scale(Gap);
+    }
+}
+
+void THistoryForm::AddLower() {
+    auto& lower = Make<TPanel>("Lower", *this);
+    Message_ = &Make<TMemo>("Message", lower);
+    Message_->SetAccessibleName("Message");
+    Message_->SetReadOnly(true);
+    Message_->SetFixedPitch();
+    Message_->SetBounds(
+        0, 0,
+        Scale(StoredSize(Host_.Settings(), StateKey() + "MessageWidth", IsOneFile() ? 560 : 480)),
+        0);
+    Message_->SetAlign(TAlign::Left);
+    Make<TSplitter>("Splitter2", lower, *Message_, TAlign::Left, 80);
+    Details_ = &Make<TListView>("Details", lower, TListViewStyle{.MultiSelect = true});
+    Details_->SetAccessibleName(IsOneFile() ? "Labels of the revision" : "Files of the commit");
+    for (const TColumn& column : History_->DetailColumns())
+        Details_->AddColumn(column.Caption, column.Width);
+    Details_->SetAlign(TAlign::Client);
+    if (!IsOneFile()) {
+        Details_->SetPopupMenu(Popup_);
+        Details_->OnSelectItem = [this](TObject*) { EnableActions(); };
+        Details_->OnDblClick = [this](TObject*) { Compare(); };
+    }
+    lower.SetAlign(TAlign::Client);
+}
+
+void THistoryForm::ShowTree() {
+    // In front of the numbers, though no first column can be drawn.
+    std::vector<int> order = {TreeColumn, 0};
+    for (int i = TreeColumn + 1; i < static_cast<int>(History_->Columns().size()); ++i)
+        order.push_back(i);
+    List_->SetColumnOrder(order);
+    List_->SetDrawnColumn(TreeColumn, [this](const TListCell& cell) {
+        const TRevisionTree& tree = *History_->Tree();
+        if (cell.Row < static_cast<int>(tree.Rows.size()))
+            DrawTreeCell(cell, tree.Rows[static_cast<std::size_t>(cell.Row)],
+                         History_->IsRemoval(cell.Row), Scale(96));
+    });
+}
+
+bool THistoryForm::PreviewKey(WPARAM key) {
+    if (key != VK_RETURN || ::GetKeyState(VK_CONTROL) < 0)
+        return false;
+    if (Search_->Focused()) {
+        // Whoever has typed what he looks for wants to see it.
+        Delay_.SetEnabled(false);
+        ShowRows();
+        List_->SetFocus();
+        return true;
+    }
+    if (!List_->Focused() && !Details_->Focused())
+        return false;
+    Compare();
+    return true;
+}
+
+// --- what is shown ----------------------------------------------------------------------------
+
+bool THistoryForm::Load() {
+    std::optional<TFetched> fetched;
+    std::vector<TFileLog> logs;
+    std::vector<std::string> paths;
+    const bool areFiles =
+        !Paths_.empty() && std::ranges::none_of(Paths_, &framework::DirectoryExists);
+    Host_.Query([&](TQueries& queries) {
+        fetched = areFiles ? queries.Log(Paths_) : queries.FolderLog(Paths_);
+        if (!fetched)
+            return;
+        logs = ParseLog(fetched->Text);
+        for (const TFileLog& log : logs)
+            paths.push_back(IsOneFile() ? Paths_.front() : queries.PathOf(log.Repository));
+    });
+    if (!fetched || logs.empty()) {
+        ShowStatus("The client could not tell the history: see the output");
+        return false;
+    }
+    Remark_ = fetched->Remark();
+    History_ = IsOneFile()
+                   ? HistoryOfFile(std::move(logs.front()), Paths_.front())
+                   : HistoryOfProject(std::move(logs), std::move(paths), Host_.Folder(), Paths_);
+    ShowRows();
+    WidenTree();
+    return true;
+}
+
+void THistoryForm::WidenTree() {
+    // As wide as this file's tree, unless the user has said how wide it is to be.
+    constexpr int Widest = 160;
+    if (!IsOneFile() || !HasUsualTree())
+        return;
+    std::vector<int> widths = List_->ColumnWidths();
+    widths[TreeColumn] = std::clamp(TreeWidth(History_->Tree()->Lanes),
+                                    History_->Columns()[TreeColumn].Width, Widest);
+    List_->SetColumnWidths(widths);
+    TreeWidth_ = List_->ColumnWidths()[TreeColumn];
+}
+
+bool THistoryForm::HasUsualTree() const {
+    const int width = List_->ColumnWidths()[TreeColumn];
+    return width == TreeWidth_ || width == History_->Columns()[TreeColumn].Width;
+}
+
+TCommitFilter THistoryForm::FilterOf() const {
+    return {Search_->Text(), Since_->Checked() ? StartOfDay(From_->Date()) : 0};
+}
+
+void THistoryForm::ShowRows() {
+    std::set<std::string> keys;
+    for (const int row : List_->SelectedIndices())
+        keys.insert(Keys_[static_cast<std::size_t>(row)]);
+    History_->Filter(FilterOf());
+    std::vector<TListRow> rows = History_->Rows();
+    Keys_.clear();
+    std::vector<int> selected;
+    for (int row = 0; row < static_cast<int>(rows.size()); ++row) {
+        Keys_.push_back(History_->Key(row));
+        if (keys.contains(Keys_.back()))
+            selected.push_back(row);
+    }
+    if (selected.empty() && !rows.empty())
+        selected.push_back(0);
+    List_->Replace(std::move(rows), selected);
+    // A row that stays the same may have other lines beside it.
+    ::InvalidateRect(List_->Handle(), nullptr, FALSE);
+    ShowChosen();
+    ShowStatus();
+}
+
+void THistoryForm::ShowChosen() {
+    const std::vector<int> rows = List_->SelectedIndices();
+    std::string message;
+    std::vector<TListRow> details;
+    if (!rows.empty()) {
+        message = History_->Message(rows.front());
+        details = History_->Details(rows.front());
+    }
+    Message_->SetText(message);
+    Details_->Replace(std::move(details), {});
+    EnableActions();
+}
+
+void THistoryForm::ShowStatus(const std::string& text) {
+    if (!text.empty())
+        return Status_->SetPartText(0, text);
+    const std::string all = std::to_string(History_->Count()) + " " + History_->Kind();
+    const auto shown = static_cast<std::size_t>(List_->Count());
+    std::string status = shown == History_->Count() ? all : std::to_string(shown) + " of " + all;
+    if (!Remark_.empty())
+        status += "  (" + Remark_ + ")";
+    Status_->SetPartText(0, status);
+}
+
+TChosen THistoryForm::Chosen() const {
+    return {List_->SelectedIndices(),
+            IsOneFile() ? std::vector<int>() : Details_->SelectedIndices()};
+}
+
+void THistoryForm::EnableActions() {
+    for (const TControls& controls : Controls_) {
+        const bool can = (this->*controls.Action->CanRun)();
+        if (controls.Button)
+            controls.Button->SetEnabled(can);
+        for (TMenuItem* item : controls.Items)
+            item->SetEnabled(can);
+    }
+}
+
+}  // namespace workbench
