@@ -127,8 +127,7 @@ std::vector<std::string> TProject::Modules() {
         }
     }
     std::ranges::sort(modules);
-    const auto rest = std::ranges::unique(modules);
-    modules.erase(rest.begin(), rest.end());
+    modules.erase(std::unique(modules.begin(), modules.end()), modules.end());
     return modules;
 }
 

@@ -446,6 +446,10 @@ bool TLineView::HandleLineKey(WPARAM key) {
         case VK_RIGHT:
             control ? turn(Column_ + 1) : ScrollToSide(Side_ + TabLetters);
             return true;
+        case VK_RETURN:
+            if (OnActivate && Count_ > 0)
+                OnActivate(this);
+            return true;
         case 'A':
             if (control)
                 SelectAll();
@@ -519,10 +523,6 @@ LRESULT TLineView::WndProc(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_KEYDOWN:
             if (HandleLineKey(wParam))
                 return 0;
-            if (wParam == VK_RETURN && OnActivate && Count_ > 0) {
-                OnActivate(this);
-                return 0;
-            }
             break;
         case WM_LBUTTONDOWN:
             Press(lParam, (wParam & MK_SHIFT) != 0);

@@ -23,13 +23,13 @@ TEST_F(PlaceProject, MakesAWorkingCopyOfTheUsersFiles) {
     Obj.Load_WorkDirTree();
     Obj.WorkDirTree.ItemExist(Project, "out")->Included = false;
     const TWorkDirItem* const below = Obj.WorkDirTree.ItemExist(Project, "sub");
-    ASSERT_TRUE(below && below->Children);
+    ASSERT_TRUE(below);
     TWorkDirItem* const hidden = below->Children->ItemExist(Project + "\\sub", "private.x");
     ASSERT_TRUE(hidden);
     hidden->Included = false;
     int placing = 0;
     Obj.OnPlaceProject = [&](TCvsObject& sender) {
-        EXPECT_EQ(&sender, &Obj);
+        EXPECT_TRUE(&sender == &Obj);
         EXPECT_EQ(Obj.Messages.All(), "");
         ExpectUntouched();
         ++placing;

@@ -82,7 +82,7 @@ TEST_F(Queries, AreAnsweredFromWhatWasFetchedWhileThereIsNoServer) {
         const std::string changes =
             TextOf(queries.Comparison({file}, versions.first, versions.second, false));
         EXPECT_NE(changes.find("+b"), std::string::npos) << changes << Host.Told;
-        EXPECT_EQ(queries.PathOf(rlog.substr(rlog.find("/"), rlog.find(",v") + 2 - rlog.find("/"))),
+        EXPECT_EQ(queries.PathOf(rlog.substr(rlog.find('/'), rlog.find(",v") + 2 - rlog.find('/'))),
                   file);
         EXPECT_EQ(TextOf(queries.File(file, TVersion::Of("1.1"))), "a\r\n");
         project.SetOnline(false);
@@ -111,9 +111,9 @@ TEST_F(Queries, AreAnsweredFromWhatWasFetchedWhileThereIsNoServer) {
 TEST_F(Queries, ComeBackAsTheyWereKept) {
     const TKeptTexts texts(Folder / "texts", 4000);
     EXPECT_FALSE(texts.Find("nothing"));
-    texts.Keep("one\ntwo", "\r\nfirst\0x");
+    texts.Keep("one\ntwo", std::string("\r\nfirst\0x", 9));
     texts.Keep("one", "");
-    EXPECT_EQ(texts.Find("one\ntwo")->Text, "\r\nfirst");
+    EXPECT_EQ(texts.Find("one\ntwo")->Text, std::string("\r\nfirst\0x", 9));
     EXPECT_EQ(texts.Find("one")->Text, "");
     texts.Keep("one", "second");
     EXPECT_EQ(texts.Find("one")->Text, "second");
