@@ -51,6 +51,8 @@ TCommitForm::TCommitForm(TViewHost& host, std::vector<std::string> paths)
     SetMinClientSize(Scale(440), Scale(300));
     RestoreSize(*this, Host_.Settings(), StateKey, {660, 480});
     AddMenu();
+    Status_ = &Make<TStatusBar>("Status", *this, std::vector{110, 250, 0});
+    Status_->SetAlign(TAlign::Bottom);
     AddFiles();
     AddMessage();
     AddButtons();
@@ -166,8 +168,6 @@ void TCommitForm::AddButtons() {
     button("TickAll", "Tick all", TButtonRole::Plain, [this] { TickAll(true); });
     button("TickNone", "Tick none", TButtonRole::Plain, [this] { TickAll(false); });
     button("Close", "Close", TButtonRole::Cancel, [this] { CloseQuery(); });
-    Status_ = &Make<TStatusBar>("Status", *this, std::vector{110, 250, 0});
-    Status_->SetAlign(TAlign::Bottom);
     bar.SetAlign(TAlign::Bottom);
 }
 

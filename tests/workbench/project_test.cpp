@@ -333,6 +333,7 @@ TEST_F(Projects, AskToSaveBeforeEachCommandOnce) {
     const auto open = support::OpenForms<TDocumentForm>();
     ASSERT_EQ(open.size(), 1u);
     TDocumentForm* const document = open.front();
+    Settings.SetCommitsByPackage(true);
     for (const bool answer : {false, true}) {
         support::Part<TMemo>(*document, "Memo1").SetText("typed");
         for (const char* caption : {"Update &now", "&Commit..."}) {
@@ -348,6 +349,11 @@ TEST_F(Projects, AskToSaveBeforeEachCommandOnce) {
         }
     }
     EXPECT_EQ(ReadBytes(Folder / "one\\a.c"), "typed");
+    // What is to be committed is looked at when it is on disk.
+    Settings.SetCommitsByPackage(false);
+    support::Part<TMemo>(*document, "Memo1").SetText("typed again");
+    Pick(Form, "&Commit...");
+    EXPECT_EQ(ReadBytes(Folder / "one\\a.c"), "typed again");
     // A file that is moved takes its document along.
     ExpectForm("Move a.c", [](TForm& form) {
         support::Type(form, "Input1", "b.c");
