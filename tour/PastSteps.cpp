@@ -1,4 +1,4 @@
-// Steps that look at what was before: comparison, annotation.
+// Steps that look at what was before: comparison, annotation, history.
 
 #include "framework/base/files.h"
 #include "framework/ui/line_view.h"
@@ -7,6 +7,7 @@
 #include "tour/Tour.h"
 #include "workbench/AnnotationForm.h"
 #include "workbench/ComparisonForm.h"
+#include "workbench/HistoryForm.h"
 
 namespace tour {
 
@@ -134,6 +135,21 @@ void TTour::LookAtThePast() {
     lines.SetCurrent(5);
     Play_.Picture(annotation.Handle(), "annotation");
     Close(annotation);
+
+    Choose("Selection/History");
+    auto& history = OpenView<workbench::THistoryForm>();
+    auto& revisions = support::Part<TListView>(history, "List");
+    Expect(revisions.Count() == 5, std::to_string(revisions.Count()) + " revisions");
+    Select("ring.h");
+    Close(history);
+    Choose("Selection/History");
+    auto& branched = OpenView<workbench::THistoryForm>();
+    Play_.Picture(branched.Handle(), "history");
+    Close(branched);
+    Choose("Working copy/Commits of the project");
+    auto& commits = OpenView<workbench::THistoryForm>();
+    Play_.Picture(commits.Handle(), "commits");
+    Close(commits);
     Choose("File/Close project");
 }
 

@@ -4,6 +4,7 @@
 #include "workbench/AnnotationForm.h"
 #include "workbench/CommitForm.h"
 #include "workbench/ComparisonForm.h"
+#include "workbench/HistoryForm.h"
 #include "workbench/MainForm.h"
 
 namespace workbench {
@@ -75,7 +76,9 @@ void TProjectViews::Compare(const std::vector<std::string>& paths, const TVersio
     Open<TComparisonForm>(paths, from, to);
 }
 
-void TProjectViews::ShowHistory(const std::vector<std::string>&) {}
+void TProjectViews::ShowHistory(const std::vector<std::string>& paths) {
+    Open<THistoryForm>(paths);
+}
 
 void TProjectViews::Annotate(const std::string& file, const std::string& revision) {
     Open<TAnnotationForm>(file, revision);

@@ -39,6 +39,9 @@ public:
                  const std::function<bool(TCvsObject&)>& operation) override {
         return Project.Operate(operation, paths);
     }
+    std::vector<TFileRow> Files(const std::vector<std::string>& paths) override {
+        return RowsIn(paths, Project.Folder(), Project.Cvs().WorkDirTree);
+    }
     std::string Folder() const override { return Project.Folder(); }
     void Compare(const std::vector<std::string>& paths, const TVersion& from,
                  const TVersion& to) override {
@@ -47,6 +50,9 @@ public:
             const auto text = queries.Comparison(paths, from, to, false);
             Difference = text ? text->Text : "(none)";
         });
+    }
+    void Commit(const std::vector<std::string>& paths) override {
+        Wishes += "commit" + Names(paths) + "\n";
     }
     void ShowHistory(const std::vector<std::string>& paths) override {
         Wishes += "history" + Names(paths) + "\n";
