@@ -115,6 +115,8 @@ const std::vector<TMainForm::TMenuCommand>& TMainForm::Commands() {
          [](F& form) { form.CommitFiles({}); }},
         {"&Working copy", "&Release...", NeedsStored, none, project(&C::Release)},
         {"&Working copy", "-"},
+        {"&Working copy", "Lab&els and branches...", NeedsStored, none,
+         [](F& form) { form.Views().ShowLabels(); }},
         {"&Working copy", "Create &label...", NeedsStored, none,
          project([](C& cvs) { return cvs.Create_Tag(true); })},
         {"&Working copy", "&Delete label...", NeedsStored, none,

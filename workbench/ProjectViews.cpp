@@ -5,6 +5,7 @@
 #include "workbench/CommitForm.h"
 #include "workbench/ComparisonForm.h"
 #include "workbench/HistoryForm.h"
+#include "workbench/LabelsForm.h"
 #include "workbench/MainForm.h"
 
 namespace workbench {
@@ -66,6 +67,10 @@ void TProjectViews::Commit(const std::vector<std::string>& paths) {
         }
     if (!Open<TCommitForm>(paths))
         Form_.Tell("Nothing has changed that could be committed.\r\n");
+}
+
+void TProjectViews::ShowLabels() {
+    Open<TLabelsForm>();
 }
 
 void TProjectViews::Compare(const std::vector<std::string>& paths, const TVersion& from,

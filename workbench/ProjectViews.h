@@ -27,6 +27,7 @@ public:
     std::string Folder() const override { return Folder_; }
     void Compare(const std::vector<std::string>& paths, const hosting::TVersion& from,
                  const hosting::TVersion& to) override;
+    void ShowLabels();
     void Commit(const std::vector<std::string>& paths) override;
     void ShowHistory(const std::vector<std::string>& paths) override;
     void Annotate(const std::string& file, const std::string& revision) override;

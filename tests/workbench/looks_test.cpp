@@ -5,6 +5,7 @@
 #include "tests/workbench/Projects.h"
 #include "workbench/BinaryForm.h"
 #include "workbench/CommitForm.h"
+#include "workbench/LabelsForm.h"
 
 namespace {
 
@@ -71,6 +72,11 @@ TEST_F(Looks, AreTidy) {
     Look(commit, "commit");
     commit.SetClientSize(commit.Scale(440), commit.Scale(300));
     Look(commit, "commit-small");
+    TProjectViews views(Form, Folder / "one");
+    TLabelsForm labels(views);
+    labels.Show();
+    Look(labels, "labels");
+    LookAt("Create", "create-label", [&] { support::Press(labels, "Create"); });
     TDocumentForm document(Folder / "one\\conflict.c");
     document.Show();
     support::Pick(document, "Menu1", "&Next");
