@@ -16,31 +16,24 @@ using namespace framework;
 using namespace hosting;
 using tandrel::TCvsObject;
 
-const std::vector<THistoryForm::TAction>& THistoryForm::Actions() {
-    using F = THistoryForm;
-    static const std::vector<TAction> actions = {
-        {"Compare", "Compare", "&Compare", {'D', true}, &F::HasChanges, &F::Compare},
-        {"CompareWorking",
-         "With the working copy",
-         "Compare with the &working copy",
-         {'D', true, true},
-         &F::HasSinceThen,
-         &F::CompareWorking},
-        {"Annotate", "Annotate", "&Annotate", {'T', true}, &F::HasOneFile, &F::Annotate},
-        {"Get", "Get", "&Get the text", {'G', true}, &F::HasOneFile, &F::GetText},
-        {"Open", "Open", "&Open the file", {'O', true}, &F::HasFileHere, &F::OpenFile, true},
-        {"Label", "Label...", "&Label...", {'B', true}, &F::HasFiles, &F::SetLabel},
-        {"History",
-         nullptr,
-         "&History of the file",
-         {'L', true},
-         &F::HasOneFile,
-         &F::ShowHistoryOfFile,
-         true,
-         true},
-        {"Copy", "Copy", "Co&py", {'C', true}, &F::HasRows, &F::Copy},
+void THistoryForm::AddActions() {
+    const auto add = [this](const char* name, const char* caption, const char* item, TShortcut keys,
+                            bool (THistoryForm::*can)() const, void (THistoryForm::*run)()) {
+        Actions_.Add({name, caption, item, keys, [this, can] { return (this->*can)(); },
+                      [this, run] { (this->*run)(); }});
     };
-    return actions;
+    using F = THistoryForm;
+    add("Compare", "Compare", "&Compare", {'D', true}, &F::HasChanges, &F::Compare);
+    add("CompareWorking", "With the working copy", "Compare with the &working copy",
+        {'D', true, true}, &F::HasSinceThen, &F::CompareWorking);
+    add("Annotate", "Annotate", "&Annotate", {'T', true}, &F::HasOneFile, &F::Annotate);
+    add("Get", "Get", "&Get the text", {'G', true}, &F::HasOneFile, &F::GetText);
+    add("Open", "Open", "&Open the file", {'O', true}, &F::HasFileHere, &F::OpenFile);
+    if (!IsOneFile())
+        add("History", "History", "&History of the file", {'L', true}, &F::HasOneFile,
+            &F::ShowHistoryOfFile);
+    add("Label", "Label...", "&Label...", {'B', true}, &F::HasFiles, &F::SetLabel);
+    add("Copy", "Copy", "Co&py", {'C', true}, &F::HasRows, &F::Copy);
 }
 
 bool THistoryForm::HasFileHere() const {

@@ -20,7 +20,7 @@ using namespace hosting;
 
 namespace {
 
-constexpr int Gap = 4, ButtonHeight = 23, EditHeight = 21;
+constexpr int Gap = TFormActions::Gap, ButtonHeight = TFormActions::ButtonHeight, EditHeight = 21;
 constexpr int TreeColumn = 1;
 
 /// The beginning of a day here, as UTC.
@@ -64,7 +64,7 @@ THistoryForm::THistoryForm(TViewHost& host, std::vector<std::string> paths)
         ShowRows();
     };
     OnKeyPreview = [this](WPARAM key) { return PreviewKey(key); };
-    EnableActions();
+    Actions_.Enable();
 }
 
 THistoryForm::~THistoryForm() {
@@ -82,6 +82,8 @@ THistoryForm::~THistoryForm() {
         StoreSizeOf(settings, StateKey() + "ListHeight", units(List_->Height()));
         StoreSizeOf(settings, StateKey() + "MessageWidth", units(Message_->Width()));
     }
+    // They tell what happens to them until they are gone.
+    FreeComponents();
 }
 
 bool THistoryForm::IsOneFile() const {
@@ -105,27 +107,13 @@ std::string THistoryForm::Subject() const {
 void THistoryForm::AddMenus() {
     Menu_ = &Make<TMainMenu>("Menu1", *this);
     Popup_ = &Make<TPopupMenu>("ListMenu");
-    TMenuItem& file = Menu_->Add("&File");
-    TMenuItem& chosen = Menu_->Add(IsOneFile() ? "&Revision" : "&Commit");
-    for (const TAction& action : Actions()) {
-        if (action.IsOfCommits && IsOneFile())
-            continue;
-        TControls controls{&action, nullptr, {}};
-        const auto add = [&](TMenuItem& menu, TShortcut keys) {
-            TMenuItem& item = menu.Add(action.Item, keys);
-            item.OnClick = [this, &action](TObject*) { (this->*action.Run)(); };
-            controls.Items.push_back(&item);
-        };
-        add(action.IsOfFile ? file : chosen, action.Keys);
-        add(*Popup_, {});
-        Controls_.push_back(std::move(controls));
-    }
+    AddActions();
+    Actions_.AddTo(Menu_->Add(IsOneFile() ? "&Revision" : "&Commit"), true);
+    Actions_.AddTo(*Popup_, false);
     const auto add = [](TMenuItem& menu, const char* caption, TShortcut keys,
                         std::function<void()> action) {
         menu.Add(caption, keys).OnClick = [action](TObject*) { action(); };
     };
-    file.AddSeparator();
-    add(file, "&Close", {'W', true}, [this] { CloseQuery(); });
     TMenuItem& view = Menu_->Add("&View");
     add(view, "&Search", {'F', true}, [this] {
         Search_->SetFocus();
@@ -138,12 +126,13 @@ void THistoryForm::AddMenus() {
     });
     view.AddSeparator();
     add(view, "&Refresh", {VK_F5}, [this] { Load(); });
+    add(view, "&Close", {'W', true}, [this] { CloseQuery(); });
 }
 
 void THistoryForm::AddBar() {
     auto& bar = Make<TPanel>("Bar", *this);
     bar.SetBounds(0, 0, Scale(900), Scale(2 * ButtonHeight + 3 * Gap));
-    AddButtons(bar);
+    Actions_.AddButtons(*this, bar, Scale(Gap), Scale(Gap));
     const int top = Scale(ButtonHeight + 2 * Gap);
     auto& label = Make<TLabel>("SearchLabel", bar, "Search");
     label.SetBounds(Scale(Gap), top + Scale(3), label.Width(), label.Height());
@@ -171,21 +160,6 @@ void THistoryForm::AddBar() {
     bar.SetAlign(TAlign::Top);
 }
 
-void THistoryForm::AddButtons(TPanel& bar) {
-    int left = Scale(Gap);
-    for (TControls& controls : Controls_) {
-        const TAction& action = *controls.Action;
-        if (!action.Button)
-            continue;
-        auto& button = Make<TButton>(action.Name, bar, action.Button);
-        const int width = button.TextSize(action.Button).cx + Scale(20);
-        button.SetBounds(left, Scale(Gap), width, Scale(ButtonHeight));
-        button.OnClick = [this, &action](TObject*) { (this->*action.Run)(); };
-        controls.Button = &button;
-        left += width + Scale(Gap);
-    }
-}
-
 void THistoryForm::AddLower() {
     auto& lower = Make<TPanel>("Lower", *this);
     Message_ = &Make<TMemo>("Message", lower);
@@ -205,7 +179,7 @@ void THistoryForm::AddLower() {
     Details_->SetAlign(TAlign::Client);
     if (!IsOneFile()) {
         Details_->SetPopupMenu(Popup_);
-        Details_->OnSelectItem = [this](TObject*) { EnableActions(); };
+        Details_->OnSelectItem = [this](TObject*) { Actions_.Enable(); };
         Details_->OnDblClick = [this](TObject*) { Compare(); };
     }
     lower.SetAlign(TAlign::Client);
@@ -323,7 +297,7 @@ void THistoryForm::ShowChosen() {
     }
     Message_->SetText(message);
     Details_->Replace(std::move(details), {});
-    EnableActions();
+    Actions_.Enable();
 }
 
 void THistoryForm::ShowStatus(const std::string& text) {
@@ -340,16 +314,6 @@ void THistoryForm::ShowStatus(const std::string& text) {
 TChosen THistoryForm::Chosen() const {
     return {List_->SelectedIndices(),
             IsOneFile() ? std::vector<int>() : Details_->SelectedIndices()};
-}
-
-void THistoryForm::EnableActions() {
-    for (const TControls& controls : Controls_) {
-        const bool can = (this->*controls.Action->CanRun)();
-        if (controls.Button)
-            controls.Button->SetEnabled(can);
-        for (TMenuItem* item : controls.Items)
-            item->SetEnabled(can);
-    }
 }
 
 }  // namespace workbench

@@ -14,6 +14,7 @@
 #include "framework/ui/rich_edit.h"
 #include "framework/ui/status_bar.h"
 #include "framework/ui/timer.h"
+#include "workbench/FormActions.h"
 #include "workbench/History.h"
 #include "workbench/Viewers.h"
 
@@ -34,23 +35,9 @@ public:
     bool Load();
 
 private:
-    /// Something that can be done with what is chosen: by a button, in both menus, by keys.
-    struct TAction {
-        const char* Name;    ///< Of the button.
-        const char* Button;  ///< Its caption; null when there is none.
-        const char* Item;    ///< The caption in the menus.
-        framework::TShortcut Keys;
-        bool (THistoryForm::*CanRun)() const;
-        void (THistoryForm::*Run)();
-        bool IsOfFile = false;     ///< It stands in the menu "File".
-        bool IsOfCommits = false;  ///< It is not there for the history of one file.
-    };
-    static const std::vector<TAction>& Actions();
-
     // --- the window (HistoryForm.cpp)
     void AddMenus();
     void AddBar();
-    void AddButtons(framework::TPanel& bar);
     void AddLower();
     void ShowTree();
     void WidenTree();
@@ -65,9 +52,9 @@ private:
     void ShowRows();
     void ShowChosen();
     void ShowStatus(const std::string& text = {});
-    void EnableActions();
 
     // --- what is done (HistoryActions.cpp)
+    void AddActions();
     void Compare();
     void CompareWorking();
     void Annotate();
@@ -90,13 +77,7 @@ private:
     std::string Remark_;                 // where it comes from
     int TreeWidth_ = 0;                  // that the tree's column was given here; design units
 
-    /// All that an action can be chosen with.
-    struct TControls {
-        const TAction* Action;
-        framework::TButton* Button;  // none for what has no button
-        std::vector<framework::TMenuItem*> Items;
-    };
-    std::vector<TControls> Controls_;
+    TFormActions Actions_;
     framework::TMainMenu* Menu_;
     framework::TPopupMenu* Popup_;
     framework::TEdit* Search_;

@@ -8,10 +8,10 @@
 #include "support/Drive.h"
 #include "support/WaitUntil.h"
 #include "tests/cvs/Sandbox.h"
-#include "tests/hosting/TestHost.h"
 #include "tests/hosting/TwoFolders.h"
 #include "tests/support/FormDriver.h"
 #include "tests/support/Looks.h"
+#include "tests/workbench/TestViews.h"
 #include "workbench/HistoryForm.h"
 
 namespace {
