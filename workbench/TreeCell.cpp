@@ -37,8 +37,8 @@ void DrawTreeCell(const TListCell& cell, const TTreeRow& row, bool isRemoval, in
     const auto scale = [dpi](int units) { return ::MulDiv(units, dpi, 96); };
     const auto thickness = static_cast<DWORD>(std::max(1, scale(3) / 2));
     const LOGBRUSH solid{BS_SOLID, cell.Color, 0};
-    const GdiObject pen(::ExtCreatePen(PS_GEOMETRIC | PS_SOLID | PS_ENDCAP_FLAT | PS_JOIN_ROUND,
-                                       thickness, &solid, 0, nullptr));
+    const GdiObject pen(
+        ::ExtCreatePen(PS_GEOMETRIC | PS_ENDCAP_FLAT, thickness, &solid, 0, nullptr));
     const GdiObject brush(::CreateSolidBrush(cell.Color));
     const RECT& area = cell.Area;
     const LONG middle = (area.top + area.bottom) / 2;
