@@ -11,6 +11,7 @@
 #include "support/WaitUntil.h"
 #include "tour/Tour.h"
 #include "workbench/AnnotationForm.h"
+#include "workbench/LabelsForm.h"
 
 namespace tour {
 
@@ -90,6 +91,12 @@ void TTour::CreateALabelAndABranch() {
     create("Working copy/Create label...", "Create Version Label", "WRONG", "CVS create label");
     create("Working copy/Create branch...", "Create Branch", "FIXES", "CVS create branch");
     create("Working copy/Create branch...", "Create Branch", "DEAD_END", "CVS create branch");
+    Choose("Working copy/Labels and branches...");
+    const auto windows = support::OpenForms<workbench::TLabelsForm>();
+    Expect(windows.size() == 1, "labels and branches are shown");
+    support::SelectRow(*windows.front(), "Labels", "REL_1");
+    Play_.Picture(windows.front()->Handle(), "labels");
+    ::SendMessageW(windows.front()->Handle(), WM_CLOSE, 0, 0);
     remove("Working copy/Delete label...", "Delete Version Label", "WRONG", "CVS delete label");
     remove("Working copy/Delete branch...", "Delete Branch", "DEAD_END", "CVS delete branch");
     for (const tandrel::TLogClass& name : Form_->Project()->Cvs().LogListA)
