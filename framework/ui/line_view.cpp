@@ -512,8 +512,6 @@ LRESULT TLineView::WndProc(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         case WM_ERASEBKGND:
             return 1;
-        case WM_GETDLGCODE:
-            return DLGC_WANTARROWS;
         case WM_SETFOCUS:
         case WM_KILLFOCUS:
             ::InvalidateRect(Handle(), nullptr, FALSE);
@@ -524,6 +522,8 @@ LRESULT TLineView::WndProc(UINT message, WPARAM wParam, LPARAM lParam) {
             if (HandleLineKey(wParam))
                 return 0;
             break;
+        case WM_GETDLGCODE:
+            return DLGC_WANTARROWS;
         case WM_LBUTTONDOWN:
             Press(lParam, (wParam & MK_SHIFT) != 0);
             return 0;
