@@ -89,7 +89,7 @@ bool HasMarks(const std::string& path) {
 bool IsTouched(const TWorkDirItem& item, const TIME_ZONE_INFORMATION& zone) {
     if (item.Changed || item.RepositoryDate == 0)
         return item.Changed;
-    constexpr double SecondsPerDay = 86400, Rounding = 0.0005;
+    constexpr double SecondsPerDay = 86400, Rounding = 0.00001;
     const double later =
         (item.FileDate - UTCToLocalTime(item.RepositoryDate, zone)) * SecondsPerDay;
     return later < -Rounding || later > 1 - Rounding;

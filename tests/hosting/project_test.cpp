@@ -140,6 +140,27 @@ TEST_F(Projects, GiveTheChildTheirOwnSurroundings) {
     ExpectTold(";CVS_RSH=inherited shell;");
 }
 
+TEST_F(Projects, TakeNoTimeWithinTheRecordedSecondForAChange) {
+    const std::string file = Folder / "one\\a.c";
+    Record("one", "C:\\none", "/a.c/1.1/Fri Mar  5 14:07:09 2004//\r\n");
+    TProject project(Host, Settings, Folder / "one");
+    for (const auto& [second, fraction, state] : {std::tuple{9, 9998000, TFileState::Unchanged},
+                                                  {9, 0, TFileState::Unchanged},
+                                                  {10, 2000, TFileState::Changed},
+                                                  {8, 9998000, TFileState::Changed}}) {
+        const SYSTEMTIME moment{2004, 3, 5, 5, 14, 7, static_cast<WORD>(second), 0};
+        FILETIME time{};
+        ::SystemTimeToFileTime(&moment, &time);
+        time.dwLowDateTime += static_cast<DWORD>(fraction);  // of 100 ns
+        const FileHandle handle(::CreateFileA(file.c_str(), FILE_WRITE_ATTRIBUTES, FILE_SHARE_READ,
+                                              nullptr, OPEN_EXISTING, 0, nullptr));
+        ASSERT_TRUE(::SetFileTime(handle.Get(), nullptr, nullptr, &time));
+        project.Refresh();
+        EXPECT_EQ(RowsOf(project.Folder(), project.Cvs().WorkDirTree).front().State, state)
+            << second << "." << fraction;
+    }
+}
+
 TEST_F(Projects, ShowWhatIsMissingAndCanGetItBack) {
     Record("one", "C:\\none",
            "/gone.c/1.2/Fri Mar  5 14:07:09 2004//\r\nD/sub////\r\n"
