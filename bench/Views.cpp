@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <cstdio>
 #include <cstring>
 #include <string>
 
@@ -14,6 +15,7 @@
 #include "support/Files.h"
 #include "support/Process.h"
 #include "workbench/ComparisonForm.h"
+#include "workbench/HistoryForm.h"
 #include "workbench/MainForm.h"
 #include "workbench/ProjectViews.h"
 
@@ -91,6 +93,58 @@ void MeasureComparison(TTable& table, const std::string& work, workbench::TProje
     close();
 }
 
+/// An archive with many revisions and labels, as the client would have written it: it takes hours
+/// for one.
+std::string LongArchive(int revisions, int labels) {
+    const auto number = [](int revision) { return "1." + std::to_string(revision); };
+    std::string text = "head\t" + number(revisions) + ";\naccess;\nsymbols";
+    for (int i = 0; i < labels; ++i)
+        text += "\n\tRELEASE_" + std::to_string(i) + ":" + number(i % revisions + 1);
+    text += ";\nlocks; strict;\ncomment\t@ * @;\n\n";
+    for (int i = revisions; i > 0; --i) {
+        char date[32];
+        std::snprintf(date, sizeof date, "2004.%02d.%02d.%02d.%02d.00", 1 + i / 28 / 24 % 12,
+                      1 + i / 24 % 28, i % 24, i % 60);
+        text += "\n" + number(i) + "\ndate\t" + date +
+                ";\tauthor somebody;\tstate Exp;\nbranches;\nnext\t" +
+                (i > 1 ? number(i - 1) : "") + ";\n";
+    }
+    text += "\n\ndesc\n@@\n";
+    for (int i = revisions; i > 0; --i)
+        text += "\n\n" + number(i) + "\nlog\n@Change number " + std::to_string(i) +
+                "\n\nBecause it was not right.\n@\ntext\n@" +
+                (i == revisions ? "line\n" : "d1 1\na1 1\nline " + std::to_string(i) + "\n") +
+                "@\n";
+    return text;
+}
+
+void MeasureHistory(TTable& table, const std::string& work, const std::string& module,
+                    workbench::TProjectViews& views) {
+    constexpr int Revisions = 3000, Labels = 20000;
+    support::WriteBytes(module + "\\long.c,v", LongArchive(Revisions, Labels));
+    Client("update", work);
+    const std::string file = work + "\\long.c";
+    const auto [window, bare] = MedianTurn(
+        Turns,
+        [&] {
+            views.ShowHistory({file});
+            Application().ProcessMessages();
+            auto& form = OpenView<workbench::THistoryForm>();
+            Require(support::Part<TListView>(form, "List").Count() == Revisions,
+                    "revisions are missing");
+            ::SendMessageW(form.Handle(), WM_CLOSE, 0, 0);
+        },
+        [&] {
+            std::size_t bytes = 0;
+            BareRun(
+                "cvs -f -q log long.c", [&](const char* piece) { bytes += std::strlen(piece); },
+                work);
+            Require(bytes > Revisions * 50, "the client says too little");
+        });
+    table.Add("history of 3,000 revisions and 20,000 labels, in its window", window,
+              "the bare client", bare, 1.2);
+}
+
 }  // namespace
 
 void MeasureViews(TTable& table) {
@@ -111,6 +165,7 @@ void MeasureViews(TTable& table) {
         form.Show();
         workbench::TProjectViews views(form, copy);
         MeasureComparison(table, copy, views);
+        MeasureHistory(table, copy, repository + "\\module", views);
     }
     Application().OnModalBegin = nullptr;
 }

@@ -97,10 +97,6 @@ public:
                            std::string& output);
     /// Tells what the client has answered, when it is not what was wanted.
     void TellAnswer(const std::string& output);
-    /// Gets a file as it was in a revision, by its number, label or branch. @param bytes receives
-    /// it, with lines' ends as files have them here. @return false, and what the client said is
-    /// told, when there is none.
-    bool Fetch(const std::string& file, const std::string& revision, std::string& bytes);
     /// The names that a check-out from the project's repository takes, as far as it tells.
     std::vector<std::string> Modules();
     /// Adds files and folders (full paths). What is no text is kept byte for byte, and named first.

@@ -84,21 +84,6 @@ void TProject::TellAnswer(const std::string& output) {
         Window_.Tell(MaskPasswords(output, KnownPassword()));
 }
 
-bool TProject::Fetch(const std::string& file, const std::string& revision, std::string& bytes) {
-    const std::string name = file.substr(std::min(Folder_.size() + 1, file.size()));
-    // The client would take them for options.
-    if (revision.empty() || revision.starts_with('-') || name.starts_with('-')) {
-        Window_.Tell("There is no revision " + revision + " of " + name + "\r\n");
-        return false;
-    }
-    if (Ask(otUpdate,
-            " -Q update -p -r " + QuoteArgument(revision, true) + " " + QuoteArgument(name, true),
-            bytes) == 0)
-        return true;
-    TellAnswer(bytes);
-    return false;
-}
-
 std::vector<std::string> TProject::Modules() {
     std::vector<std::string> modules;
     // On this machine the client cannot list a repository, but its folders are there to be seen.

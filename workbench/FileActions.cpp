@@ -203,15 +203,23 @@ void TMainForm::GetRevision() {
     const TFileRow row = *rows.front();
     if (row.IsBinary)
         return Tell(row.Name + " is kept as binary: there is no text to show.\r\n");
-    std::vector<TInput> inputs = {{TInput::Text, "Revision or label", row.Revision, {}}};
+    std::vector<TInput> inputs = {
+        {TInput::Text, "Revision", row.Revision, {}},
+        {TInput::Note,
+         "",
+         "A revision, a label, a branch, or a date such as 2026-05-04 or 2026-05-04 10:30.",
+         {}}};
     if (!AskFor("Get " + row.Name, inputs))
         return;
-    const std::string revision = Trim(inputs[0].Value);
-    std::string text;
-    bool done = false;
-    Busily([&](TProject& project) { done = project.Fetch(row.Path(), revision, text); });
-    if (done)
-        Documents_.OpenNew(row.Name + " " + revision, text, row.Directory);
+    const TVersion version = VersionOf(inputs[0].Value);
+    if (version.Kind == TVersion::TKind::WorkingCopy)
+        return OpenDocument(row.Path());
+    std::optional<TFetched> text;
+    Query(Current_->Folder(), [&](TQueries& queries) { text = queries.File(row.Path(), version); });
+    if (text && text->Text.empty())
+        Tell(row.Name + " was empty then, or not there.\r\n");
+    else if (text)
+        OpenText(row.Name + " " + version.Text(), text->Text, row.Directory);
 }
 
 void TMainForm::AskForNewName() {

@@ -3,6 +3,7 @@
 #include "core/Cvsroot.h"
 #include "framework/base/exceptions.h"
 #include "framework/base/registry.h"
+#include "hosting/Queries.h"
 #include "support/WaitUntil.h"
 #include "tests/cvs/Sandbox.h"
 #include "tests/hosting/Projects.h"
@@ -264,14 +265,15 @@ TEST_F(Projects, GetOldRevisionsAndTheNamesOfModules) {
     WriteBytes(file, "second\r\n");
     client("commit -m m", Folder / "module");
     TProject project(Host, Settings, Folder / "module");
-    std::string bytes;
-    EXPECT_TRUE(project.Fetch(file, "1.1", bytes)) << Host.Told;
-    EXPECT_EQ(bytes, "first\r\n\r\nlast\r\n");
-    EXPECT_TRUE(project.Fetch(file, "R", bytes));
-    EXPECT_EQ(bytes, "first\r\n\r\nlast\r\n");
-    EXPECT_FALSE(project.Fetch(file, "no_such", bytes));
+    TQueries queries(project, Settings);
+    for (const char* revision : {"1.1", "R"}) {
+        const auto text = queries.File(file, TVersion::Of(revision));
+        EXPECT_TRUE(text && text->Text == "first\r\n\r\nlast\r\n") << revision << Host.Told;
+    }
+    EXPECT_EQ(queries.File(file, TVersion::At(EncodeDate(2036, 1, 1)))->Text, "second\r\n");
+    EXPECT_FALSE(queries.File(file, TVersion::Of("no_such")));
     ExpectTold("no such tag");
-    EXPECT_FALSE(project.Fetch(file, "-A", bytes));
+    EXPECT_FALSE(queries.File(file, TVersion::Of("-A")));
     EXPECT_EQ(ReadBytes(file), "second\r\n");
     EXPECT_EQ(project.Modules(), std::vector<std::string>{"module"});
     // To the client a difference is a failure; to the user it is none.
