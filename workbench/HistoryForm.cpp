@@ -1,6 +1,7 @@
 #include "workbench/HistoryForm.h"
 
 #include <algorithm>
+#include <iterator>
 #include <set>
 
 #include "core/Cvs_time.h"
@@ -221,15 +222,25 @@ bool THistoryForm::Load() {
     std::optional<TFetched> fetched;
     std::vector<TFileLog> logs;
     std::vector<std::string> paths;
-    const bool areFiles =
-        !Paths_.empty() && std::ranges::none_of(Paths_, &framework::DirectoryExists);
+    std::vector<std::string> files, folders;
+    std::ranges::partition_copy(Paths_, std::back_inserter(folders), std::back_inserter(files),
+                                [](const std::string& path) { return DirectoryExists(path); });
     Host_.Query([&](TQueries& queries) {
-        fetched = areFiles ? queries.Log(Paths_) : queries.FolderLog(Paths_);
-        if (!fetched)
-            return;
-        logs = ParseLog(fetched->Text);
-        for (const TFileLog& log : logs)
-            paths.push_back(IsOneFile() ? Paths_.front() : queries.PathOf(log.Repository));
+        // A file may also lie in one of the folders.
+        std::set<std::string> known;
+        const auto add = [&](std::optional<TFetched> answer) {
+            fetched = std::move(answer);
+            for (TFileLog& log : ParseLog(fetched ? fetched->Text : std::string())) {
+                if (!known.insert(log.Repository).second)
+                    continue;
+                paths.push_back(IsOneFile() ? Paths_.front() : queries.PathOf(log.Repository));
+                logs.push_back(std::move(log));
+            }
+        };
+        if (!folders.empty() || files.empty())
+            add(queries.FolderLog(folders));
+        if (!files.empty() && (fetched || folders.empty()))
+            add(queries.Log(files));
     });
     if (!fetched || logs.empty()) {
         ShowStatus("The client could not tell the history: see the output");

@@ -247,6 +247,9 @@ TEST_F(HistoryForms, ShowTheCommitsOfAProject) {
     ASSERT_TRUE(files.Load());
     EXPECT_EQ(files.Text(), "History of b.c, c.c");
     EXPECT_EQ(Status(files), "4 commits");
+    THistoryForm both(Views, {Copy + "\\b.c", Copy + "\\sub", Copy + "\\sub\\c.c"});
+    ASSERT_TRUE(both.Load());
+    EXPECT_EQ(Rows(both, "List", {1, 3}), Rows(files, "List", {1, 3}));
     THistoryForm none(Views, {Copy + "\\new.c"});
     EXPECT_FALSE(none.Load());
     ExpectIn(Status(none), "see the output");
