@@ -49,8 +49,11 @@ TDateTime DateOf(std::string_view text) {
         const int shift = *offset / 100 * 60 + *offset % 100;
         minutes += isEast ? -shift : shift;
     }
+    // Outside these years there is no history, and a moment's neighbours may be no dates.
+    constexpr std::int64_t FirstYear = 1900, LastYear = 9998;
     TDateTime day = 0;
-    if (!text.empty() || figures[3] > 23 || figures[4] > 59 || figures[5] > 60 ||
+    if (!text.empty() || figures[0] < FirstYear || figures[0] > LastYear || figures[3] > 23 ||
+        figures[4] > 59 || figures[5] > 60 ||
         !framework::TryEncodeDate(static_cast<int>(figures[0]), static_cast<int>(figures[1]),
                                   static_cast<int>(figures[2]), day))
         return 0;

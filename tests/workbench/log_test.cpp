@@ -230,8 +230,9 @@ TEST(LogText, ReadsBothFormsOfDates) {
     EXPECT_EQ(dateOf("2004-01-02 12:00:00 +0000"), noon);
     EXPECT_EQ(dateOf("2004-01-02 13:30:00 +0130"), noon);
     EXPECT_EQ(dateOf("2004-01-01 23:00:00 -1300"), noon);
-    for (const char* const other : {"", "2004/01/02", "2004/13/02 12:00:00", "now",
-                                    "2004-01-02 12:00:00 +01", "2004-01-02 24:00:00 +0000"})
+    for (const char* const other :
+         {"", "2004/01/02", "2004/13/02 12:00:00", "now", "2004-01-02 12:00:00 +01",
+          "2004-01-02 24:00:00 +0000", "0001-01-01 00:00:00 +0000", "9999-12-31 23:59:59 -1200"})
         EXPECT_EQ(dateOf(other), 0) << other;
 }
 
@@ -246,9 +247,9 @@ std::string Dump(const TCommit& commit) {
 }
 
 std::vector<std::string> Dump(const std::vector<TCommit>& commits) {
-    std::vector<std::string> lines;
-    for (const TCommit& commit : commits)
-        lines.push_back(Dump(commit));
+    std::vector<std::string> lines(commits.size());
+    std::ranges::transform(commits, lines.begin(),
+                           [](const TCommit& commit) { return Dump(commit); });
     return lines;
 }
 
@@ -350,6 +351,10 @@ TEST(Commits, EndWhereTimeAuthorOrFileSaySo) {
 
 TEST(LogText, TakesAnyText) {
     const std::string dashes(28, '-'), end(77, '=');
+    const std::string head =
+        "RCS file: a,v\nhead: 1.2\nbranch:\nlocks: strict\naccess list:\nsymbolic names:\n"
+        "\tL: 1.1\n\tB: 1.1.0.2\nkeyword substitution: kv\n"
+        "total revisions: 3;\tselected revisions: 3\ndescription:";
     const std::vector<std::string> lines = {
         dashes,
         end,
@@ -358,9 +363,7 @@ TEST(LogText, TakesAnyText) {
         "x",
         "\ty: 1.1",
         "description:",
-        "RCS file: a,v\nhead: 1.2\nbranch:\nlocks: strict\naccess list:\nsymbolic names:\n"
-        "\tL: 1.1\n\tB: 1.1.0.2\nkeyword substitution: kv\n"
-        "total revisions: 3;\tselected revisions: 3\ndescription:",
+        head,
         dashes +
             "\nrevision 1.1\ndate: 2004/01/02 12:00:00;  author: x;  state: Exp;\n"
             "branches:  1.1.2;",
