@@ -113,7 +113,8 @@ TEST_F(Lines, AreReachedByKeysAndTheMouse) {
     EXPECT_EQ(View.Current(), 0);
     EXPECT_EQ(Events, 6) << "where nothing changes there is no event";
     // The wheel and the bars move the view, not the current line.
-    ::SendMessageW(View.Handle(), WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA * 2), 0);
+    ::SendMessageW(View.Handle(), WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(-WHEEL_DELTA * 2)),
+                   0);
     EXPECT_GT(View.TopLine(), 0);
     ::SendMessageW(View.Handle(), WM_VSCROLL, SB_BOTTOM, 0);
     EXPECT_EQ(View.TopLine(), 1000 - Visible());
